@@ -1,0 +1,54 @@
+# How every target of the project is compiled; call quorvantis_target(NAME) on each.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+find_program(QUORVANTIS_CCACHE ccache)
+if(QUORVANTIS_CCACHE)
+  set(CMAKE_C_COMPILER_LAUNCHER "${QUORVANTIS_CCACHE}")
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${QUORVANTIS_CCACHE}")
+  set(CMAKE_OBJCXX_COMPILER_LAUNCHER "${QUORVANTIS_CCACHE}")
+endif()
+
+if(QUORVANTIS_SANITIZE)
+  add_compile_options(-fsanitize=${QUORVANTIS_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${QUORVANTIS_SANITIZE})
+endif()
+
+# Hardening as the OpenSSF's guide for C and C++ compilers has it. The sanitizers look for more, and some of
+# this is in their way.
+include(CheckPIESupported)
+check_pie_supported(LANGUAGES CXX)
+if(NOT QUORVANTIS_SANITIZE)
+  include(CheckCXXCompilerFlag)
+  add_compile_options(
+    "$<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=3>"
+    -D_GLIBCXX_ASSERTIONS
+    -fstack-protector-strong
+    -fno-delete-null-pointer-checks
+    -fno-strict-overflow
+    -fno-strict-aliasing)
+  foreach(flag IN ITEMS -fstack-clash-protection -fcf-protection=full -ftrivial-auto-var-init=zero)
+    string(MAKE_C_IDENTIFIER "QUORVANTIS_HAS${flag}" known)
+    check_cxx_compiler_flag(${flag} ${known})
+    if(${known})
+      add_compile_options(${flag})
+    endif()
+  endforeach()
+  if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+    add_link_options(LINKER:-z,relro LINKER:-z,now LINKER:-z,noexecstack LINKER:--as-needed)
+  endif()
+endif()
+
+function(quorvantis_target target)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor
+    -Wformat=2 -Wimplicit-fallthrough $<$<CXX_COMPILER_ID:Clang>:-Wreserved-identifier>)
+  if(QUORVANTIS_WERROR)
+    target_compile_options(${target} PRIVATE -Werror)
+  endif()
+  target_include_directories(${target} PUBLIC "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>")
+endfunction()

@@ -1,0 +1,23 @@
+// Writes values as compact JSON, keys sorted by code point. Any thread.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "json/value.h"
+
+namespace quorvantis::json {
+
+/// Text is written as it is, with `"`, `\` and the characters below U+0020 escaped; a real in the shortest
+/// form that reads back as the same real; data, which JSON has not, as a text of hexadecimal digits; NaN and
+/// the infinities, which it has not either, as null.
+std::string write(const Value& value);
+
+/// The fewest digits that read back as the same real, "1" for 1.0; with an exponent below 1e-4 and from 1e16
+/// on.
+std::string shortest(double number);
+
+/// Two lower-case digits a byte.
+std::string hexadecimal(std::string_view bytes);
+
+}  // namespace quorvantis::json
