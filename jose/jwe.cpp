@@ -1,0 +1,144 @@
+#include "jose/jwe.h"
+
+#include <cjose/base64.h>
+#include <cjose/header.h>
+#include <cjose/jwe.h>
+#include <cjose/jwk.h>
+#include <cjose/util.h>
+#include <jansson.h>
+
+#include <array>
+#include <cstdint>
+#include <stdexcept>
+
+#include "jose/c_handle.h"
+
+namespace quorvantis::jose {
+namespace {
+
+constexpr std::size_t kKeyBytes = 32;
+/// {"alg":"dir","enc":"A128CBC-HS256"}
+constexpr std::string_view kUsualHeader = "eyJhbGciOiJkaXIiLCJlbmMiOiJBMTI4Q0JDLUhTMjU2In0";
+constexpr std::size_t kBlockBytes = 16;  // of the cipher; the initialization vector and the tag are as long
+
+struct Deallocator {
+  void operator()(void* memory) const { cjose_get_dealloc()(memory); }
+};
+
+using Key = CHandle<cjose_jwk_t, cjose_jwk_release>;
+using Header = CHandle<cjose_header_t, cjose_header_release>;
+using Jwe = CHandle<cjose_jwe_t, cjose_jwe_release>;
+using Json = CHandle<json_t, json_decref>;
+using Bytes = std::unique_ptr<std::uint8_t, Deallocator>;
+using Text = std::unique_ptr<char, Deallocator>;
+
+const std::uint8_t* bytes(std::string_view text) {
+  return reinterpret_cast<const std::uint8_t*>(text.data());
+}
+
+Key contentKey(std::string_view key) {
+  if (key.size() != kKeyBytes) throw std::invalid_argument("the hash key has not 32 bytes");
+  Key made(cjose_jwk_create_oct_spec(bytes(key), key.size(), nullptr));
+  if (!made) throw std::runtime_error("the hash key can't be taken over");
+  return made;
+}
+
+constexpr auto kDigits = [] {
+  constexpr std::string_view alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-_";
+  std::array<std::int8_t, 256> digits{};
+  digits.fill(-1);
+  for (std::size_t i = 0; i < alphabet.size(); ++i) {
+    digits[static_cast<unsigned char>(alphabet[i])] = static_cast<std::int8_t>(i);
+  }
+  return digits;
+}();
+
+/// The value of the base64url digit, or -1.
+int digit(char character) {
+  return kDigits[static_cast<unsigned char>(character)];
+}
+
+/// How many bytes the part stands for, or nothing when it is not the one way to write them.
+std::optional<std::size_t> decodedSize(std::string_view part) {
+  for (const char character : part) {
+    if (digit(character) < 0) return std::nullopt;
+  }
+  const std::size_t over = part.size() % 4;
+  if (over == 1) return std::nullopt;
+  const int unused = over == 2 ? 0x0F : over == 3 ? 0x03 : 0;
+  if (over != 0 && (digit(part.back()) & unused) != 0) return std::nullopt;
+  return part.size() / 4 * 3 + (over == 0 ? 0 : over - 1);
+}
+
+/// header, encrypted key, initialization vector, ciphertext, tag
+using Parts = std::array<std::string_view, 5>;
+
+std::optional<Parts> split(std::string_view sealed) {
+  Parts parts;
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    const std::size_t dot = sealed.find('.');
+    if ((dot == std::string_view::npos) != (i + 1 == parts.size())) return std::nullopt;
+    parts[i] = sealed.substr(0, dot);
+    if (dot != std::string_view::npos) sealed.remove_prefix(dot + 1);
+  }
+  return parts;
+}
+
+bool isText(const json_t* value, const char* expected) {
+  return json_is_string(value) &&
+         std::string_view(json_string_value(value), json_string_length(value)) == expected;
+}
+
+/// cjose would take any header that it knows how to open.
+bool isOurHeader(std::string_view part) {
+  if (part == kUsualHeader) return true;
+  std::uint8_t* raw = nullptr;
+  std::size_t size = 0;
+  if (!cjose_base64url_decode(part.data(), part.size(), &raw, &size, nullptr)) return false;
+  const Bytes decoded(raw);
+  const Json header(
+      json_loadb(reinterpret_cast<const char*>(decoded.get()), size, JSON_REJECT_DUPLICATES, nullptr));
+  return json_is_object(header.get()) && isText(json_object_get(header.get(), "alg"), CJOSE_HDR_ALG_DIR) &&
+         isText(json_object_get(header.get(), "enc"), CJOSE_HDR_ENC_A128CBC_HS256) &&
+         json_object_get(header.get(), "crit") == nullptr && json_object_get(header.get(), "zip") == nullptr;
+}
+
+/// cjose hands the parts on without looking at their sizes.
+bool isWellFormed(std::string_view sealed) {
+  const auto parts = split(sealed);
+  if (!parts) return false;
+  const auto& [header, encryptedKey, vector, ciphertext, tag] = *parts;
+  const auto ciphertextBytes = decodedSize(ciphertext);
+  return decodedSize(header).value_or(0) > 0 && encryptedKey.empty() && decodedSize(vector) == kBlockBytes &&
+         decodedSize(tag) == kBlockBytes && ciphertextBytes.value_or(0) > 0 &&
+         *ciphertextBytes % kBlockBytes == 0 && isOurHeader(header);
+}
+
+}  // namespace
+
+std::string seal(std::string_view body, std::string_view key) {
+  const Key content = contentKey(key);
+  const Header header(cjose_header_new(nullptr));
+  if (!header || !cjose_header_set(header.get(), CJOSE_HDR_ALG, CJOSE_HDR_ALG_DIR, nullptr) ||
+      !cjose_header_set(header.get(), CJOSE_HDR_ENC, CJOSE_HDR_ENC_A128CBC_HS256, nullptr)) {
+    throw std::runtime_error("the protection's header can't be made");
+  }
+  if (body.empty()) body = "";  // never a null pointer
+  const Jwe jwe(cjose_jwe_encrypt(content.get(), header.get(), bytes(body), body.size(), nullptr));
+  const Text compact(jwe ? cjose_jwe_export(jwe.get(), nullptr) : nullptr);
+  if (!compact) throw std::runtime_error("the body can't be protected");
+  return compact.get();
+}
+
+std::optional<std::string> open(std::string_view sealed, std::string_view key) {
+  if (key.size() != kKeyBytes || !isWellFormed(sealed)) return std::nullopt;
+  const Key content = contentKey(key);
+  const Jwe jwe(cjose_jwe_import(sealed.data(), sealed.size(), nullptr));
+  if (!jwe) return std::nullopt;
+  std::size_t size = 0;
+  const Bytes body(cjose_jwe_decrypt(jwe.get(), content.get(), &size, nullptr));
+  if (!body) return std::nullopt;
+  return std::string(reinterpret_cast<const char*>(body.get()), size);
+}
+
+}  // namespace quorvantis::jose
