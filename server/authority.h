@@ -1,0 +1,42 @@
+// A certificate authority of the development server's own, made afresh in memory. Any thread.
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <string>
+
+namespace quorvantis::server {
+
+/// A certificate with its private key, both PEM.
+struct Identity {
+  std::string certificate;
+  std::string privateKey;
+};
+
+/// How a certificate differs from a good one for its host.
+struct IssueOptions {
+  std::chrono::seconds notBefore = std::chrono::hours(-1);  ///< counted from now
+  std::chrono::seconds notAfter = std::chrono::hours(24 * 30);
+  int rsaBits = 0;          ///< 0: an elliptic key on P-256
+  bool selfSigned = false;  ///< by its own key, not the authority's
+};
+
+class Authority {
+ public:
+  Authority();
+  ~Authority();
+  Authority(Authority&&) noexcept;
+  Authority& operator=(Authority&&) noexcept;
+
+  /// The authority's own certificate, PEM: what a device is to trust.
+  [[nodiscard]] std::string certificate() const;
+
+  /// A server certificate for the host (a DNS name).
+  [[nodiscard]] Identity issue(const std::string& host, IssueOptions options = {}) const;
+
+ private:
+  struct State;
+  std::unique_ptr<State> state_;
+};
+
+}  // namespace quorvantis::server

@@ -1,0 +1,100 @@
+#include "server/http_server.h"
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <cstddef>
+
+namespace quorvantis::server {
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr auto kPatience = milliseconds(10'000);  // within a handshake, a request or an answer
+constexpr auto kIdle = milliseconds(120'000);     // between two requests
+constexpr std::size_t kMostHeadBytes = std::size_t{64} * 1024;
+
+bool hasBody(const httplib::Request& request) {
+  return request.has_header("Transfer-Encoding") || request.has_header("Content-Length");
+}
+
+bool isBodyRead(const httplib::Request& request) {
+  return request.method == "POST" || request.method == "PUT" || request.method == "PATCH" ||
+         request.method == "DELETE";
+}
+
+}  // namespace
+
+/// The bytes of one request after the other, up to the limits.
+class HttpServer::Stream : public httplib::Stream {
+ public:
+  Stream(TlsConnection& connection, std::size_t mostBodyBytes)
+      : connection_(connection), mostBodyBytes_(mostBodyBytes) {}
+
+  void beginHead() {
+    left_ = kMostHeadBytes;
+    last_ = true;
+  }
+  /// `last`: the body will not be read, so nothing can be made of what comes after the head.
+  void beginBody(bool last) {
+    left_ = mostBodyBytes_;
+    last_ = last;
+  }
+  [[nodiscard]] bool isLast() const { return last_; }
+
+  [[nodiscard]] bool is_readable() const override { return true; }
+  [[nodiscard]] bool is_writable() const override { return true; }
+  ssize_t read(char* into, std::size_t size) override {
+    const auto count = left_ == 0 ? -1 : connection_.read(into, std::min(size, left_), kPatience);
+    if (count > 0) {
+      left_ -= static_cast<std::size_t>(count);
+    } else {
+      last_ = true;
+    }
+    return count;
+  }
+  ssize_t write(const char* bytes, std::size_t size) override {
+    return connection_.write({bytes, size}, kPatience) ? static_cast<ssize_t>(size) : -1;
+  }
+  void get_remote_ip_and_port(std::string&, int&) const override {}
+  void get_local_ip_and_port(std::string&, int&) const override {}
+  [[nodiscard]] socket_t socket() const override { return connection_.socket(); }
+
+ private:
+  TlsConnection& connection_;
+  const std::size_t mostBodyBytes_;
+  std::size_t left_ = 0;
+  bool last_ = true;
+};
+
+std::unique_ptr<HttpServer> HttpServer::make(std::size_t mostBodyBytes) {
+  struct sigaction before {};
+  sigaction(SIGPIPE, nullptr, &before);
+  std::unique_ptr<HttpServer> server(new HttpServer(mostBodyBytes));
+  sigaction(SIGPIPE, &before, nullptr);
+  return server;
+}
+
+void HttpServer::serve(TlsConnection& connection) {
+  if (!connection.handshake(kPatience)) return;
+  Stream stream(connection, mostBodyBytes_);
+  while (connection.readable(kIdle) && serveRequest(stream)) {
+  }
+  connection.goodBye();
+}
+
+bool HttpServer::serveRequest(Stream& stream) {
+  stream.beginHead();
+  bool closed = false;
+  const bool answered = process_request(stream, false, closed, [&](httplib::Request& request) {
+    stream.beginBody(hasBody(request) && !isBodyRead(request));
+    // Answers go out whole and as they are.
+    request.ranges.clear();
+    request.headers.erase("Accept-Encoding");
+    // httplib would take a form apart before the route could refuse it.
+    if (request.is_multipart_form_data()) request.headers.erase("Content-Type");
+  });
+  return answered && !closed && !stream.isLast();
+}
+
+}  // namespace quorvantis::server

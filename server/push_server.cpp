@@ -1,0 +1,194 @@
+#include "server/push_server.h"
+
+#include <algorithm>
+#include <mutex>
+#include <string_view>
+#include <utility>
+
+#include "jose/jwe.h"
+#include "json/utf8.h"
+#include "json/write.h"
+#include "server/http_server.h"
+#include "server/registrations.h"
+#include "server/tls_listener.h"
+
+namespace quorvantis::server {
+namespace {
+
+constexpr std::size_t kKeyBytes = 32;
+constexpr std::size_t kMostReadBytes = std::size_t{4} * 1024 * 1024;  // of a body that is too long to be kept
+constexpr const char* kAnyPath = "[^]*";
+constexpr std::string_view kFormType = "application/x-www-form-urlencoded";
+
+/// In lower case, without parameters.
+std::string mediaTypeOf(const httplib::Request& request) {
+  std::string type = request.get_header_value("Content-Type");
+  type.resize(std::min(type.find_first_of("; \t"), type.size()));
+  for (char& character : type) {
+    if (character >= 'A' && character <= 'Z') character = static_cast<char>(character - 'A' + 'a');
+  }
+  return type;
+}
+
+std::string refusal(const std::string& reason) {
+  return json::write(json::Dictionary{{"error", "si"}, {"errorDescripcion", reason}});
+}
+
+std::string success(const std::string& token) {
+  return json::write(json::Dictionary{{"error", "no"}, {"token", token}});
+}
+
+bool isNoToken(const std::string& token) {
+  return token.empty() || token == "(null)";
+}
+
+void send(const Answer& answer, httplib::Response& response) {
+  response.status = answer.status;
+  response.set_content(answer.body, answer.mediaType);
+}
+
+struct ReadBody {
+  std::string text;
+  bool whole = false;
+  bool tooLong = false;
+};
+
+/// Reads on beyond the limit, without keeping it, so that the client is there for the answer.
+ReadBody readBody(const httplib::Request& request, const httplib::ContentReader& reader, std::size_t limit) {
+  ReadBody body;
+  // Without a length httplib would read until the connection ends.
+  if (!request.has_header("Content-Length") && !request.has_header("Transfer-Encoding")) {
+    body.whole = true;
+    return body;
+  }
+  body.whole = reader([&](const char* bytes, std::size_t size) {
+    if (size > limit - body.text.size()) body.tooLong = true;
+    if (body.tooLong) {
+      body.text.clear();
+    } else {
+      body.text.append(bytes, size);
+    }
+    return true;
+  });
+  return body;
+}
+
+}  // namespace
+
+struct PushServer::State {
+  State(const Authority& authority, PushServerOptions given)
+      : options(std::move(given)),
+        registrations(options.dataFile),
+        http(HttpServer::make(std::max(kMostReadBytes, options.mostBodyBytes))) {
+    if (!options.hashKey.empty() && options.hashKey.size() != kKeyBytes) {
+      throw ServerError("the hash key has not 32 bytes");
+    }
+    setRoutes();
+    listener = std::make_unique<TlsListener>(
+        TlsListenerOptions{.port = options.port,
+                           .identity = authority.issue(options.host),
+                           .highestTlsVersion = 0,
+                           .serve = [this](TlsConnection& connection) { http->serve(connection); }});
+  }
+
+  void setRoutes();
+  void receive(const httplib::Request& request, httplib::Response& response, const ReadBody& body);
+  void refuse(httplib::Response& response, int status, const std::string& reason);
+  /// The answer to a well-formed request.
+  Answer decide(const ReceivedRequest& received, const PushRequest& request);
+  Answer registered(const PushRequest& request);
+
+  const PushServerOptions options;
+  std::mutex mutex;  // one request at a time
+  Registrations registrations;
+  const std::unique_ptr<HttpServer> http;
+  std::unique_ptr<TlsListener> listener;  // goes first
+};
+
+void PushServer::State::setRoutes() {
+  const auto withBody = [this](const httplib::Request& request, httplib::Response& response,
+                               const httplib::ContentReader& reader) {
+    receive(request, response, readBody(request, reader, options.mostBodyBytes));
+  };
+  http->Post(kAnyPath, withBody);
+  http->Put(kAnyPath, withBody);
+  http->Patch(kAnyPath, withBody);
+  http->Delete(kAnyPath, withBody);
+  http->set_pre_routing_handler([this](const httplib::Request& request, httplib::Response& response) {
+    for (const char* method : {"POST", "PUT", "PATCH", "DELETE"}) {
+      if (request.method == method) return httplib::Server::HandlerResponse::Unhandled;
+    }
+    receive(request, response, ReadBody{});
+    return httplib::Server::HandlerResponse::Handled;
+  });
+  http->set_exception_handler(
+      [](const httplib::Request&, httplib::Response& response, const std::exception_ptr&) {
+        send({500, refusal("the server failed"), "application/json"}, response);
+      });
+}
+
+void PushServer::State::refuse(httplib::Response& response, int status, const std::string& reason) {
+  if (options.onRefused) options.onRefused(reason, status);
+  send({status, refusal(reason), "application/json"}, response);
+}
+
+void PushServer::State::receive(const httplib::Request& request, httplib::Response& response,
+                                const ReadBody& body) {
+  const std::lock_guard lock(mutex);
+  const std::string type = mediaTypeOf(request);
+  const bool isProtected = type == jose::kMediaType;
+  if (request.path != kEndpointPath) return refuse(response, 404, "there is nothing at this path");
+  if (request.method != "POST") return refuse(response, 405, "only POST is answered");
+  if (!isProtected && type != kFormType) {
+    return refuse(response, 415,
+                  "the body is neither application/jose nor application/x-www-form-urlencoded");
+  }
+  if (body.tooLong)
+    return refuse(response, 413,
+                  "the body is longer than " + std::to_string(options.mostBodyBytes / 1024) + " KiB");
+  if (!body.whole) return refuse(response, 400, "the body broke off");
+
+  const auto plain = isProtected ? jose::open(body.text, options.hashKey) : body.text;
+  if (!plain) return refuse(response, 400, "the body's protection does not open with the hash key");
+  if (!json::isUTF8(*plain)) return refuse(response, 400, "the body is not UTF-8");
+  const ParsedRequest parsed = parseRequest(*plain);
+  if (!parsed.request) return refuse(response, 400, parsed.problem);
+
+  Answer answer = decide({request.path, *plain, request.get_header_value("Content-Type")}, *parsed.request);
+  if (options.onAnswer) options.onAnswer(answer);
+  if (isProtected && options.sealAnswers) {
+    answer.body = jose::seal(answer.body, options.hashKey);
+    answer.mediaType = jose::kMediaType;
+  }
+  send(answer, response);
+}
+
+Answer PushServer::State::decide(const ReceivedRequest& received, const PushRequest& request) {
+  if (options.onRequest) options.onRequest(received);
+  if (options.responder) {
+    if (auto answer = options.responder(received)) return std::move(*answer);
+  }
+  return registered(request);
+}
+
+Answer PushServer::State::registered(const PushRequest& request) {
+  const bool change = request.task == kChangeTask;
+  const std::string& token = change ? request.newToken : request.token;
+  if (isNoToken(token)) return {.body = refusal("there is no token")};
+  if (!change) {
+    registrations.add(request);
+  } else if (!registrations.change(request)) {
+    return {.body = refusal("the old token is not registered")};
+  }
+  return {.body = success(token)};
+}
+
+PushServer::PushServer(const Authority& authority, PushServerOptions options)
+    : state_(std::make_unique<State>(authority, std::move(options))) {}
+PushServer::~PushServer() = default;
+
+std::uint16_t PushServer::port() const {
+  return state_->listener->port();
+}
+
+}  // namespace quorvantis::server

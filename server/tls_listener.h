@@ -1,0 +1,79 @@
+// Accepts connections on loopback and gives each a thread of its own, with TLS to speak on it. What is said
+// is the owner's affair.
+//
+// Threads: a listener is made and destroyed by one thread; `serve` is called on the connections' threads,
+// several at a time. A connection belongs to the thread it was given to.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string_view>
+
+#include "server/authority.h"
+
+namespace quorvantis::server {
+
+class TlsConnection {
+ public:
+  /// Owns the socket, which is non-blocking. `context` is an SSL_CTX; `stop` is a file descriptor that
+  /// becomes readable when the listener stops.
+  TlsConnection(int socket, void* context, int stop);
+  /// Closes the connection, without TLS's good-bye.
+  ~TlsConnection();
+  TlsConnection(const TlsConnection&) = delete;
+  TlsConnection& operator=(const TlsConnection&) = delete;
+
+  /// The server's side of the handshake. False when it failed, took too long or the listener stops.
+  bool handshake(std::chrono::milliseconds patience);
+  /// Waits until there is something to read, the end included. False when nothing came or the listener stops.
+  bool readable(std::chrono::milliseconds patience);
+  /// How many bytes were read, at least one; 0 when the client has left in good order; -1 when the connection
+  /// failed, nothing came or the listener stops.
+  std::ptrdiff_t read(char* into, std::size_t size, std::chrono::milliseconds patience);
+  /// Whether all was sent. Goes on for a moment when the listener stops, so that an answer under way is
+  /// finished.
+  bool write(std::string_view bytes, std::chrono::milliseconds patience);
+  /// TLS's good-bye, if the connection is still well.
+  void goodBye();
+  /// Resets the connection. Nothing can be done with it then.
+  void cut();
+
+  [[nodiscard]] bool stopping() const;
+  [[nodiscard]] int socket() const { return socket_; }
+
+ private:
+  struct Tls;
+  std::unique_ptr<Tls> tls_;
+  int socket_;
+  int stop_;
+};
+
+struct TlsListenerOptions {
+  std::uint16_t port = 0;  ///< 0: any that is free
+  Identity identity = {};
+  int highestTlsVersion = 0;   ///< OpenSSL's number; 0: from 1.2 to the newest, otherwise this one at most
+  bool takesWeakKeys = false;  ///< as the identity's
+  /// Called for each connection, before its handshake; it is closed after the return.
+  std::function<void(TlsConnection&)> serve = {};
+};
+
+class TlsListener {
+ public:
+  /// Listens when it returns. Throws ServerError.
+  explicit TlsListener(TlsListenerOptions options);
+  /// Tells the connections to stop and waits until each has returned from `serve`.
+  ~TlsListener();
+  TlsListener(const TlsListener&) = delete;
+  TlsListener& operator=(const TlsListener&) = delete;
+
+  [[nodiscard]] std::uint16_t port() const;
+
+ private:
+  struct State;
+  std::unique_ptr<State> state_;
+};
+
+}  // namespace quorvantis::server
