@@ -1,0 +1,62 @@
+#include "device/network.h"
+
+#include <utility>
+
+namespace quorvantis::device {
+namespace {
+
+/// Host names know no case.
+std::string lower(std::string name) {
+  for (char& character : name) {
+    if (character >= 'A' && character <= 'Z') character = static_cast<char>(character - 'A' + 'a');
+  }
+  return name;
+}
+
+}  // namespace
+
+void Network::setHost(std::string name, Endpoint endpoint) {
+  const std::lock_guard lock(mutex_);
+  hosts_.insert_or_assign(lower(std::move(name)), std::move(endpoint));
+}
+
+std::optional<Endpoint> Network::resolve(const std::string& name) const {
+  const std::lock_guard lock(mutex_);
+  const auto host = hosts_.find(lower(name));
+  if (host == hosts_.end()) return std::nullopt;
+  return host->second;
+}
+
+void Network::setTrustedAuthorities(std::string pem) {
+  const std::lock_guard lock(mutex_);
+  authorities_ = std::move(pem);
+}
+
+std::string Network::trustedAuthorities() const {
+  const std::lock_guard lock(mutex_);
+  return authorities_;
+}
+
+void Network::setLimits(TransportLimits limits) {
+  const std::lock_guard lock(mutex_);
+  limits_ = limits;
+}
+
+TransportLimits Network::limits() const {
+  const std::lock_guard lock(mutex_);
+  return limits_;
+}
+
+void Network::setBeforeRequest(std::function<void()> hook) {
+  const std::lock_guard lock(mutex_);
+  beforeRequest_.swap(hook);
+}
+
+void Network::beforeRequest() const {
+  std::unique_lock lock(mutex_);
+  const auto hook = beforeRequest_;
+  lock.unlock();
+  if (hook) hook();
+}
+
+}  // namespace quorvantis::device

@@ -1,0 +1,56 @@
+// The device's way to the outside: a resolver and a trust store of its own, and the transport's limits.
+// Threads: any.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <string>
+
+namespace quorvantis::device {
+
+/// Where a host's name leads, on this machine.
+struct Endpoint {
+  std::string address;
+  std::uint16_t port = 0;
+
+  friend bool operator==(const Endpoint&, const Endpoint&) = default;
+};
+
+struct TransportLimits {
+  std::chrono::milliseconds connect = std::chrono::seconds(10);
+  std::chrono::milliseconds total = std::chrono::seconds(60);
+  std::size_t answerBytes = std::size_t{1} << 20;
+};
+
+class Network {
+ public:
+  /// Names that were not told are unknown hosts.
+  void setHost(std::string name, Endpoint endpoint);
+  [[nodiscard]] std::optional<Endpoint> resolve(const std::string& name) const;
+
+  /// The certificates (PEM) that the device trusts, and no others. None at first.
+  void setTrustedAuthorities(std::string pem);
+  [[nodiscard]] std::string trustedAuthorities() const;
+
+  void setLimits(TransportLimits limits);
+  [[nodiscard]] TransportLimits limits() const;
+
+  /// Called when a request's turn on the wire has come, before anything else of it, on the thread that posts
+  /// it.
+  void setBeforeRequest(std::function<void()> hook);
+  void beforeRequest() const;
+
+ private:
+  mutable std::mutex mutex_;
+  std::map<std::string, Endpoint, std::less<>> hosts_;
+  std::string authorities_;
+  TransportLimits limits_;
+  std::function<void()> beforeRequest_;
+};
+
+}  // namespace quorvantis::device

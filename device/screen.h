@@ -1,0 +1,49 @@
+// What the user sees in front of the application: alerts, each in a window of its own. Main thread.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "device/record.h"
+
+namespace quorvantis::device {
+
+struct Alert {
+  json::Value title, message;  ///< null: none
+  std::vector<std::string> buttons;
+  double windowLevel = 0;
+  std::function<void()> onTap;  ///< the first button's; let go after the alert was dismissed
+};
+
+/// The window level of the system's own alerts.
+inline constexpr double kAlertWindowLevel = 2000;
+
+class Screen {
+ public:
+  explicit Screen(Record& record) : record_(record) {}
+
+  /// Presents an alert and gives its number: 1 for the first one in this launch.
+  int present(Alert alert);
+
+  /// The user taps the first button: the alert is dismissed and the button's handler runs. False when no such
+  /// alert is on screen.
+  bool tap(int number);
+
+  /// The alert's window is hidden.
+  void hide(int number);
+
+  /// Numbers of the alerts that wait for a tap.
+  [[nodiscard]] std::vector<int> alerts() const;
+
+  /// The process has ended: nothing is on screen, and counting begins anew.
+  void clear();
+
+ private:
+  Record& record_;
+  std::map<int, Alert> alerts_;
+  int shown_ = 0;
+};
+
+}  // namespace quorvantis::device

@@ -1,0 +1,235 @@
+#include "device/settings.h"
+
+#include <cmath>
+#include <limits>
+#include <mutex>
+#include <stdexcept>
+#include <utility>
+
+#include "device/settings_database.h"
+#include "json/read.h"
+#include "json/write.h"
+
+namespace quorvantis::device {
+namespace {
+
+// A row is JSON that a person can read. Its texts begin with '=', data is '#' and hexadecimal digits, and the
+// reals that JSON has not are "nan", "inf" and "-inf".
+
+struct Encoder {
+  json::Value operator()(const std::string& text) const { return "=" + text; }
+  json::Value operator()(const json::Data& data) const { return "#" + json::hexadecimal(data.bytes); }
+  json::Value operator()(double real) const {
+    return std::isfinite(real) ? json::Value(real) : json::Value(json::shortest(real));
+  }
+  json::Value operator()(const json::Array& array) const {
+    json::Array encoded;
+    for (const json::Value& element : array) encoded.push_back(std::visit(*this, element.variant()));
+    return encoded;
+  }
+  json::Value operator()(const json::Dictionary& dictionary) const {
+    json::Dictionary encoded;
+    for (const auto& [key, value] : dictionary) encoded.emplace(key, std::visit(*this, value.variant()));
+    return encoded;
+  }
+  template <class Plain>
+  json::Value operator()(const Plain& plain) const {
+    return plain;
+  }
+};
+
+std::string encode(const json::Value& value) {
+  return json::write(std::visit(Encoder{}, value.variant()));
+}
+
+int digitOf(char digit) {
+  if (digit >= '0' && digit <= '9') return digit - '0';
+  if (digit >= 'a' && digit <= 'f') return digit - 'a' + 10;
+  return -1;
+}
+
+bool decodeData(std::string_view digits, json::Value& value) {
+  json::Data data;
+  if (digits.size() % 2 != 0) return false;
+  for (std::size_t i = 0; i < digits.size(); i += 2) {
+    const int high = digitOf(digits[i]);
+    const int low = digitOf(digits[i + 1]);
+    if (high < 0 || low < 0) return false;
+    data.bytes += static_cast<char>(high * 16 + low);
+  }
+  value = std::move(data);
+  return true;
+}
+
+bool decodeText(const std::string& text, json::Value& value) {
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  if (text.starts_with('#')) return decodeData(std::string_view(text).substr(1), value);
+  if (text.starts_with('=')) {
+    value = json::Value(text.substr(1));
+  } else if (text == "inf" || text == "-inf") {
+    value = text == "inf" ? kInfinity : -kInfinity;
+  } else if (text == "nan" || text == "-nan") {
+    value = std::numeric_limits<double>::quiet_NaN();
+  } else {
+    return false;
+  }
+  return true;
+}
+
+/// Turns what was read of a row into the value that was stored.
+bool decodeInPlace(json::Value& value) {
+  if (value.isNull()) return false;
+  if (auto* array = value.get<json::Array>()) {
+    for (json::Value& element : *array) {
+      if (!decodeInPlace(element)) return false;
+    }
+  } else if (auto* dictionary = value.get<json::Dictionary>()) {
+    for (auto& entry : *dictionary) {
+      if (!decodeInPlace(entry.second)) return false;
+    }
+  } else if (const auto* text = value.get<std::string>()) {
+    return decodeText(std::string(*text), value);
+  }
+  return true;
+}
+
+std::optional<json::Value> decode(std::string_view row) {
+  auto result = json::read(row, {.refuseDuplicateKeys = true, .refuseWideIntegers = true});
+  auto* value = std::get_if<json::Value>(&result);
+  if (value == nullptr || !decodeInPlace(*value)) return std::nullopt;
+  return std::move(*value);
+}
+
+}  // namespace
+
+struct Settings::State {
+  explicit State(std::filesystem::path path) : file(std::move(path)) {}
+
+  void open();
+  void note(std::string key, std::optional<std::string> row);
+  void synchronize();
+  void close();
+
+  const std::filesystem::path file;
+  std::mutex mutex;
+  std::unique_ptr<SettingsDatabase> database;
+  json::Dictionary values;
+  /// What differs from the disk.
+  SettingsDatabase::Changes changes;
+};
+
+void Settings::State::open() {
+  if (database != nullptr) return;
+  auto opened = std::make_unique<SettingsDatabase>(std::filesystem::absolute(file));
+  json::Dictionary read;
+  for (const auto& [key, row] : opened->rows()) {
+    auto value = decode(row);
+    if (!value)
+      throw SettingsError(SettingsDatabase::damaged(file, "the value of " + key + " is unreadable"));
+    read.emplace(key, std::move(*value));
+  }
+  values = std::move(read);
+  database = std::move(opened);
+}
+
+void Settings::State::note(std::string key, std::optional<std::string> row) {
+  const auto stored = database->rows().find(key);
+  const bool isStored = stored != database->rows().end();
+  const bool asOnDisk = row ? isStored && stored->second == *row : !isStored;
+  if (asOnDisk) {
+    changes.erase(key);
+  } else {
+    changes.insert_or_assign(std::move(key), std::move(row));
+  }
+}
+
+void Settings::State::synchronize() {
+  if (database == nullptr || changes.empty()) return;
+  database->write(changes);
+  changes.clear();
+}
+
+void Settings::State::close() {
+  if (database == nullptr) return;
+  synchronize();
+  database.reset();
+  values.clear();
+}
+
+Settings::Settings(std::filesystem::path file) : state_(std::make_unique<State>(std::move(file))) {}
+
+Settings::~Settings() {
+  try {
+    state_->close();
+  } catch (const std::exception&) {
+    // Only close() can tell.
+  }
+}
+
+void Settings::open() {
+  const std::lock_guard lock(state_->mutex);
+  state_->open();
+}
+
+bool Settings::isOpen() const {
+  const std::lock_guard lock(state_->mutex);
+  return state_->database != nullptr;
+}
+
+std::optional<json::Value> Settings::get(std::string_view key) {
+  const std::lock_guard lock(state_->mutex);
+  state_->open();
+  const auto entry = state_->values.find(key);
+  if (entry == state_->values.end()) return std::nullopt;
+  return entry->second;
+}
+
+void Settings::set(std::string key, json::Value value) {
+  const std::lock_guard lock(state_->mutex);
+  state_->open();
+  std::string row = encode(value);
+  // What would not come back must not make the whole file unreadable.
+  if (!decode(row)) throw std::invalid_argument("the user defaults can't hold the value of " + key);
+  state_->note(key, std::move(row));
+  state_->values.insert_or_assign(std::move(key), std::move(value));
+}
+
+void Settings::remove(std::string_view key) {
+  const std::lock_guard lock(state_->mutex);
+  state_->open();
+  const auto entry = state_->values.find(key);
+  if (entry == state_->values.end()) return;
+  state_->values.erase(entry);
+  state_->note(std::string(key), std::nullopt);
+}
+
+json::Dictionary Settings::values() {
+  const std::lock_guard lock(state_->mutex);
+  state_->open();
+  return state_->values;
+}
+
+void Settings::synchronize() {
+  const std::lock_guard lock(state_->mutex);
+  state_->synchronize();
+}
+
+void Settings::close() {
+  const std::lock_guard lock(state_->mutex);
+  state_->close();
+}
+
+bool isPropertyList(const json::Value& value) {
+  if (const auto* array = value.get<json::Array>()) {
+    for (const json::Value& element : *array) {
+      if (!isPropertyList(element)) return false;
+    }
+  } else if (const auto* dictionary = value.get<json::Dictionary>()) {
+    for (const auto& entry : *dictionary) {
+      if (!isPropertyList(entry.second)) return false;
+    }
+  }
+  return !value.isNull();
+}
+
+}  // namespace quorvantis::device

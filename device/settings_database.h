@@ -1,0 +1,65 @@
+// The file of the user defaults: an SQLite database of rows of text, held by one process at a time, which
+// tells damage from an older state by a digest over all rows.
+//
+// Threads: one at a time.
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+struct sqlite3;
+
+namespace quorvantis::device {
+
+class SettingsDatabase {
+ public:
+  using Rows = std::map<std::string, std::string, std::less<>>;
+  /// The new text of a row, or nothing for a row that goes.
+  using Changes = std::map<std::string, std::optional<std::string>, std::less<>>;
+
+  /// Opens the file, made if it is missing, takes it for this process and reads it whole. Throws
+  /// SettingsError and leaves the file as it was.
+  explicit SettingsDatabase(std::filesystem::path file);
+  /// Folds the journal into the file and gives the file up.
+  ~SettingsDatabase();
+  SettingsDatabase(const SettingsDatabase&) = delete;
+  SettingsDatabase& operator=(const SettingsDatabase&) = delete;
+
+  /// The rows on disk.
+  [[nodiscard]] const Rows& rows() const { return rows_; }
+
+  /// Writes all or nothing; the changes are on disk when it returns. Throws SettingsError, and rows() is as
+  /// before.
+  void write(const Changes& changes);
+
+  /// What to throw when a row's text means nothing.
+  [[nodiscard]] static std::string damaged(const std::filesystem::path& file, std::string_view detail);
+
+ private:
+  using Digest = std::array<unsigned char, 32>;
+  class Statement;
+  struct Close {
+    void operator()(sqlite3* connection) const;
+  };
+  using Connection = std::unique_ptr<sqlite3, Close>;
+
+  void create() const;
+  Connection connect(const std::filesystem::path& file, int flags) const;
+  void checkHeader() const;
+  void takeFile();
+  void load();
+  void execute(sqlite3* connection, const char* sql) const;
+  [[noreturn]] void fail(int code, const std::string& detail) const;
+
+  const std::filesystem::path file_;
+  Connection connection_;
+  Rows rows_;
+  Digest digest_{};
+};
+
+}  // namespace quorvantis::device
