@@ -1,0 +1,78 @@
+// Push: its life, its configuration, and what the host may ask it.
+#include "facade/Push.h"
+#include "platform/NSBundle.h"
+#include "platform/NSUserDefaults.h"
+#include "registration/settings_keys.h"
+
+namespace quorvantis {
+
+using platform::ConstantString;
+using platform::NSBundle;
+using platform::NSString;
+using platform::NSUserDefaults;
+using platform::Object;
+
+namespace {
+
+constinit const ConstantString kBundleIdentifier{"com.quorvantis.QuorvantisPush"};
+constinit const ConstantString kBundleVersion{"CFBundleShortVersionString"};
+constinit const ConstantString kWebSite{"https://www.quorvantis.com"};
+constinit const ConstantString kClassName{"Push"};
+constinit const ConstantString kNoHash{"You must insert fist the Aplication Hash"};
+constinit const ConstantString kEmpty{""};
+
+}  // namespace
+
+Push::Push(void* front) : UIResponder(front) {}
+
+Push::~Push() = default;
+
+void Push::init() {
+  activeInForegroundApp = false;
+  pushVersion =
+      NSBundle::bundleForClass({"Push"}).infoDictionary().objectForKey(kBundleVersion).as<NSString>();
+  dirAAbrir = kWebSite;
+  recogidaDatos = makePushRequestData();
+  recogidaDatos->setDelegate(self());
+  TAG = NSString::stringWithFormat("[%@]", {className()});
+}
+
+NSString Push::className() const {
+  return kClassName;
+}
+
+platform::Ref<PushRequestData> Push::makePushRequestData() {
+  return platform::make<PushRequestData>();
+}
+
+void Push::activePushNotificationsInForegroundApp(bool active) {
+  activeInForegroundApp = active;
+}
+
+bool Push::checkAppHash() {
+  if (!appHash_ || appHash_.isEqualToString(kEmpty)) {
+    const NSString& text = kNoHash;
+    sendIfResponds(delegate_, callbacks::OnError::selector, text);
+    return false;
+  }
+  NSUserDefaults::standardUserDefaults().setObject(appHash_, settings_keys::pushAppHash);
+  NSUserDefaults::standardUserDefaults().synchronize();
+  return true;
+}
+
+NSString Push::getVersion() {
+  return NSBundle::bundleWithIdentifier(kBundleIdentifier)
+      .infoDictionary()
+      .objectForKey(kBundleVersion)
+      .as<NSString>();
+}
+
+bool Push::respondsToSelector(platform::Selector selector) const {
+  return callbacks::implements<Push>(selector);
+}
+
+void Push::performSelector(platform::Selector selector, const Object& withObject) {
+  callbacks::perform(*this, selector, withObject);
+}
+
+}  // namespace quorvantis

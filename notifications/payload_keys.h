@@ -1,0 +1,34 @@
+// The payload format: the keys and the types of a remote notification, and the keys of the report on it.
+#pragma once
+
+#include <array>
+
+#include "platform/NSString.h"
+
+namespace quorvantis::payload {
+
+using platform::ConstantString;
+
+inline constinit const ConstantString aps{"aps"};  // at the top level; all else sits inside it
+inline constinit const ConstantString alert{"alert"};
+inline constinit const ConstantString title{"title"};  // in "alert"
+inline constinit const ConstantString body{"body"};    // in "alert"
+inline constinit const ConstantString badge{"badge"};
+inline constinit const ConstantString contentAvailable{"content-available"};
+inline constinit const ConstantString type{"type"};
+inline constinit const ConstantString urlnoti{"urlnoti"};
+inline constinit const std::array<ConstantString, 5> extras{
+    ConstantString{"extra1"}, ConstantString{"extra2"}, ConstantString{"extra3"}, ConstantString{"extra4"},
+    ConstantString{"extra5"}};
+
+// Values of "type".
+inline constinit const ConstantString typeNormal{"pushlib-normal"};
+inline constinit const ConstantString typeOpenApp{"pushlib-abrirapp"};
+inline constinit const ConstantString typeOpenURL{"pushlib-abrirurl"};
+inline constinit const ConstantString typeExtras{"pushlib-extras"};
+
+// In the report alone.
+inline constinit const ConstantString customType{"customType"};
+inline constinit const ConstantString typeSilent{"silent"};
+
+}  // namespace quorvantis::payload

@@ -1,0 +1,19 @@
+// The system sound service. Main thread.
+#pragma once
+
+#include <cstdint>
+
+#include "platform/export.h"
+
+namespace quorvantis::platform {
+
+/// A system sound by its number.
+using SystemSoundID = std::uint32_t;
+
+/// kSystemSoundID_Vibrate, a macro where it comes from.
+inline constexpr SystemSoundID vibrateSystemSoundID = 0xFFF;
+
+/// Returns at once.
+QUORVANTIS_PUSH_API void AudioServicesPlaySystemSound(SystemSoundID sound);
+
+}  // namespace quorvantis::platform

@@ -1,0 +1,19 @@
+// What the platform says went wrong. Immutable; usable from any thread.
+#pragma once
+
+#include "platform/Object.h"
+
+namespace quorvantis::platform {
+
+class NSError : public Object {
+ public:
+  using Object::Object;
+};
+
+/// Held in a field that nothing fills; it needs no operation.
+class NSURLConnection : public Object {
+ public:
+  using Object::Object;
+};
+
+}  // namespace quorvantis::platform

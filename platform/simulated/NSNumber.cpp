@@ -1,0 +1,17 @@
+#include "platform/NSNumber.h"
+
+#include "device/text.h"
+#include "platform/simulated/values.h"
+
+namespace quorvantis::platform {
+
+NSInteger NSNumber::integerValue() const {
+  using namespace simulated;
+  if (!*this) return 0;
+  if (const auto* text = instanceAs<StringInstance>(*this)) return device::integerValue(text->text);
+  const auto* number = receiver<NumberInstance>(*this, {"integerValue"});
+  if (const auto* real = std::get_if<double>(&number->number)) return device::integerValue(*real);
+  return std::visit([](auto value) { return static_cast<NSInteger>(value); }, number->number);
+}
+
+}  // namespace quorvantis::platform

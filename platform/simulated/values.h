@@ -1,0 +1,125 @@
+// Values as objects: texts, numbers, data, arrays, dictionaries and null, and their passage from and to the
+// plain values that the device deals in. Immutable but for dictionaries in the making; usable from any
+// thread.
+#pragma once
+
+#include <atomic>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "json/value.h"
+#include "platform/NSString.h"
+#include "platform/simulated/Instance.h"
+
+namespace quorvantis::platform::simulated {
+
+/// The characters stand right behind the object, in the same piece of memory.
+class StringInstance final : public Instance {
+ public:
+  static constexpr Kind classKind = Kind::string;
+  static StringInstance* make(std::string_view characters);
+  static void operator delete(void* memory) { ::operator delete(memory); }
+
+  [[nodiscard]] bool isEqual(const Instance& other) const override;
+  [[nodiscard]] std::string description() const override { return std::string(text); }
+
+  const std::string_view text;
+
+ private:
+  explicit StringInstance(std::string_view characters);
+  struct Behind {
+    std::size_t bytes;
+  };
+  static void* operator new(std::size_t size, Behind behind) { return ::operator new(size + behind.bytes); }
+  static void operator delete(void* memory, Behind /*behind*/) { ::operator delete(memory); }
+};
+
+class NumberInstance final : public Instance {
+ public:
+  static constexpr Kind classKind = Kind::number;
+  using Number = std::variant<bool, std::int64_t, double>;
+  explicit NumberInstance(Number itsNumber) : Instance(classKind), number(itsNumber) {}
+
+  [[nodiscard]] bool isEqual(const Instance& other) const override;
+  [[nodiscard]] std::string description() const override;
+
+  const Number number;
+};
+
+class DataInstance final : public Instance {
+ public:
+  static constexpr Kind classKind = Kind::data;
+  explicit DataInstance(std::string itsBytes) : Instance(classKind), bytes(std::move(itsBytes)) {}
+
+  [[nodiscard]] bool isEqual(const Instance& other) const override;
+  [[nodiscard]] std::string description() const override;
+
+  const std::string bytes;
+};
+
+class ArrayInstance final : public Instance {
+ public:
+  static constexpr Kind classKind = Kind::array;
+  explicit ArrayInstance(std::vector<Object> objects) : Instance(classKind), elements(std::move(objects)) {}
+
+  [[nodiscard]] std::string description() const override;
+
+  const std::vector<Object> elements;
+};
+
+/// Entries in the order of their keys, which are texts.
+class DictionaryInstance final : public Instance {
+ public:
+  static constexpr Kind classKind = Kind::dictionary;
+  using Entry = std::pair<NSString, Object>;
+  using Entries = std::vector<Entry>;
+  DictionaryInstance() : DictionaryInstance(Entries()) {}
+  explicit DictionaryInstance(Entries sorted)
+      : Instance(classKind), entries_(std::make_shared<Entries>(std::move(sorted))) {}
+
+  [[nodiscard]] std::string description() const override;
+
+  [[nodiscard]] const Entries& entries() const { return *entries_; }
+  [[nodiscard]] const Object* find(std::string_view key) const;
+  void set(const NSString& key, Object object);
+  /// Another one with these entries, which the two hold in common until this one is changed.
+  [[nodiscard]] Object copy();
+
+ private:
+  explicit DictionaryInstance(std::shared_ptr<Entries> entries)
+      : Instance(classKind), entries_(std::move(entries)) {}
+  /// Where the key stands or would have to be put.
+  [[nodiscard]] std::size_t placeOf(std::string_view key) const;
+
+  std::shared_ptr<Entries> entries_;
+  bool lent_ = false;
+  // Keys are mostly asked for, and set, one after the other in their order.
+  mutable std::atomic<std::size_t> expected_{0};
+};
+
+class NullInstance final : public Instance {
+ public:
+  static constexpr Kind classKind = Kind::null;
+  NullInstance() : Instance(classKind) {}
+
+  [[nodiscard]] bool isEqual(const Instance& other) const override { return other.kind() == classKind; }
+  [[nodiscard]] std::string description() const override { return "<null>"; }
+};
+
+/// A new object; JSON's null becomes the null object.
+Object objectFrom(const json::Value& value);
+
+/// The value that an object is; null for nil, nothing for an object that is no value.
+std::optional<json::Value> valueFrom(const Object& object);
+
+/// An object's description; nothing for nil.
+std::optional<std::string> textOf(const Object& object);
+
+/// A text, or nil.
+NSString stringFrom(const std::optional<std::string>& text);
+
+}  // namespace quorvantis::platform::simulated

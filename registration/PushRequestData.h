@@ -1,0 +1,72 @@
+// The library's one client of the push server: builds the requests, posts them through the transport, keeps
+// what has to be remembered in the user defaults, and reads the answers.
+//
+// Threads: driven from the thread that delivers the device token; answers are handled, and the delegate is
+// told, on the thread on which the transport reports them. The delegate may be replaced from any thread.
+#pragma once
+
+#include "platform/NSObject.h"
+#include "platform/NSString.h"
+#include "platform/QuorvantisConnexion.h"
+#include "registration/AtomicObject.h"
+
+namespace quorvantis {
+
+class QUORVANTIS_PUSH_API PushRequestData : public platform::NSObject,
+                                            public platform::QuorvantisConnexionDelegate {
+ public:
+  /// An instance of its own is made with platform::make<PushRequestData>(), which sends it init().
+  explicit PushRequestData(void* front = nullptr);
+  ~PushRequestData() override;
+
+  virtual void init();
+
+  /// Who hears of the outcomes (onRegisterToken:, onUpdateToken:, onError:): an object of any class, held
+  /// strongly, or nil.
+  [[nodiscard]] virtual platform::Object delegate() const { return delegate_.get(); }
+  virtual void setDelegate(platform::Object delegate) { delegate_.set(std::move(delegate)); }
+
+  /// What three of the common fields' keys begin with; "quorvantis_" at first.
+  [[nodiscard]] platform::NSString userDefaultsPrefix() const { return userDefaultsPrefix_; }
+  void setUserDefaultsPrefix(platform::NSString prefix) { userDefaultsPrefix_ = std::move(prefix); }
+
+  /// Gives up the request under way; it ends as a failed one.
+  virtual void cancel();
+
+  /// Posts `postParameters`, as they are, to `url` (nil: the push server's endpoint). `connexion` is the
+  /// request's identity, its task name. Does not wait.
+  virtual void sendConnexion(const platform::NSString& connexion, const platform::NSString& postParameters,
+                             const platform::NSString& url);
+
+  /// The four fields that every request ends with, as the user defaults have them now.
+  [[nodiscard]] virtual platform::NSString crearCamposComunes();
+
+  /// Tells the push server of a first or a changed token, or nothing of the one it was told last; remembers
+  /// the token and a description of the device at once, whatever the server will say. A nil token is told as
+  /// (null) and forgotten. The hash is not used.
+  virtual void registerForRemoteNotificationsWithDeviceToken(const platform::NSString& deviceToken,
+                                                             const platform::NSString& appHash,
+                                                             const platform::NSString& pushVersion);
+
+  void downloadFinished(const platform::NSString& connexionValue) override;
+
+ protected:
+  /// The name of the object's class.
+  [[nodiscard]] virtual platform::NSString className() const;
+
+  // Destruction lets go of the fields in reverse order.
+  platform::QuorvantisConnexion conexion;
+  platform::NSString camposComunes;
+  platform::NSString camposLocalizacion;
+  platform::NSString TAG;
+  AtomicObject delegate_;
+  platform::NSString userDefaultsPrefix_;
+
+ private:
+  struct Outcome;
+
+  void sendTokenIfNew(const platform::NSString& deviceToken);
+  void handleAnswer(const Outcome& outcome);
+};
+
+}  // namespace quorvantis
