@@ -1,0 +1,80 @@
+#include "json/read.h"
+#include "platform/NSJSONSerialization.h"
+#include "tests/phone.h"
+
+namespace quorvantis::platform {
+namespace {
+
+using simulated::valueFrom;
+using ValuesTest = PhoneTest;
+
+std::string nested(std::size_t depth) {
+  return std::string(depth, '[') + std::string(depth, ']');
+}
+
+// The quick reader of answers and the one that tells of every problem must take, and make, the same.
+TEST_F(ValuesTest, AnswersAreReadAsEverythingElse) {
+  const std::string texts[] = {
+      R"({"b":[1,-2,0.5,1e-3,true,false,null,{}],"a":"x\n\u00e9\ud83d\ude00","A":{"z":{},"y":[]}})",
+      R"({"a":1,"b":2,"a":3})",
+      R"({"b":1,"a":{"c":1,"c":2},"b":[4]})",
+      R"({"a\u0000b":"\u0000"})",
+      "[-0,-0.0,1e-400,-1e-400,9223372036854775807,-9223372036854775808,4.9e-324]",
+      "[9223372036854775808]",
+      "[18446744073709551615]",
+      "[18446744073709551616]",
+      "[-9223372036854775809]",
+      "[1e400]",
+      " \t\r\n[1] ",
+      "\xEF\xBB\xBF[1]",
+      std::string("[1]\0", 4),
+      R"(["\ud800"])",
+      R"(["\udc00"])",
+      "[\"\xED\xA0\x80\"]",
+      "[\"\xFF\"]",
+      "[\"\t\"]",
+      "[01]",
+      "[1,]",
+      R"({"a":1,})",
+      "[1]]",
+      "[nul]",
+      "[",
+      "",
+      nested(json::kDeepest),
+      nested(json::kDeepest + 1),
+      nested(2000),
+  };
+  for (const std::string& text : texts) {
+    const auto careful = json::read(text);
+    const auto* expected = std::get_if<json::Value>(&careful);
+    const Object quick = NSJSONSerialization::JSONObjectWithData(data(text), 0);
+    EXPECT_EQ(bool(quick), expected != nullptr) << text;
+    if (quick && expected != nullptr) {
+      EXPECT_EQ(valueFrom(quick), *expected) << text;
+    }
+  }
+  EXPECT_FALSE(NSJSONSerialization::JSONObjectWithData(data("1"), 0));
+  EXPECT_FALSE(NSJSONSerialization::JSONObjectWithData(data("\"text\""), 0));
+}
+
+TEST_F(ValuesTest, ACopyStaysAsItWasMade) {
+  const auto original = NSMutableDictionary::dictionary();
+  for (const char* key : {"m", "c", "x", "a", "y", "b"}) original.setObject(text(key), text(key));
+  const NSDictionary first = original.copy();
+  original.setObject(text("new"), text("c"));
+  const NSDictionary second = original.copy();
+  original.setObject(text("later"), text("k"));
+
+  EXPECT_EQ(valueFrom(first), json::Value(json::Dictionary{
+                                  {"a", "a"}, {"b", "b"}, {"c", "c"}, {"m", "m"}, {"x", "x"}, {"y", "y"}}));
+  EXPECT_EQ(read(second.objectForKey(text("c"))), "new");
+  EXPECT_FALSE(second.objectForKey(text("k")));
+  EXPECT_EQ(read(original.objectForKey(text("k"))), "later");
+
+  std::string keys;
+  original.enumerateKeys([&](const NSString& key) { keys += *read(key); });
+  EXPECT_EQ(keys, "abckmxy");
+}
+
+}  // namespace
+}  // namespace quorvantis::platform

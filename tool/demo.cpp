@@ -1,0 +1,120 @@
+#include "tool/demo.h"
+
+#include <algorithm>
+#include <iostream>
+#include <memory>
+#include <sstream>
+
+#include "tool/demo_scenes.h"
+#include "tool/demo_story.h"
+#include "tool/host.h"
+#include "tool/player.h"
+#include "tool/push_service.h"
+#include "tool/scratch_folder.h"
+
+namespace quorvantis::tool {
+
+namespace {
+
+/// Those of `expected` that did not come, in their order.
+std::vector<std::string> missingFrom(const std::vector<std::string>& moments,
+                                     const std::vector<std::string>& expected) {
+  std::vector<std::string> missing;
+  auto from = moments.begin();
+  for (const std::string& moment : expected) {
+    const auto found = std::find(from, moments.end(), moment);
+    if (found == moments.end()) {
+      missing.push_back(moment);
+    } else {
+      from = std::next(found);
+    }
+  }
+  return missing;
+}
+
+std::vector<std::string> presentIn(const std::vector<std::string>& moments,
+                                   const std::vector<std::string>& unwanted) {
+  std::vector<std::string> present;
+  std::copy_if(unwanted.begin(), unwanted.end(), std::back_inserter(present), [&](const std::string& moment) {
+    return std::find(moments.begin(), moments.end(), moment) != moments.end();
+  });
+  return present;
+}
+
+class Demo {
+ public:
+  explicit Demo(const Terminal& terminal)
+      : device_(scratch_.path() / "settings"),
+        service_(device_, Untold::askRegistrations,
+                 [this](const server::Answer& answer) {
+                   device_.record.add(answeredEvent(answer.status, answer.body));
+                 }),
+        host_(makeHost(device_)),
+        player_(device_, *host_, &service_),
+        story_(terminal, device_) {}
+
+  /// Whether all went as it must.
+  bool play() {
+    bool allWell = true;
+    std::size_t number = 0;
+    for (const Act& act : demoActs()) {
+      story_.act(act.title);
+      for (const Scene& scene : act.scenes) allWell = play(scene, ++number) && allWell;
+      story_.settings(device_.settings.values());
+      std::cout << '\n';
+    }
+    return allWell;
+  }
+
+ private:
+  bool play(const Scene& scene, std::size_t number) {
+    story_.scene(number, scene.title, scene.about);
+    std::vector<std::string> moments;
+    std::istringstream steps(scene.steps);
+    for (const Step& step : readScenario(steps, false)) {
+      story_.step(step);
+      player_.play(step);
+      const std::vector<device::Event> events = device_.record.take();
+      story_.events(events);
+      std::transform(events.begin(), events.end(), std::back_inserter(moments), momentOf);
+    }
+    const auto missing = missingFrom(moments, scene.mustSee);
+    const auto unexpected = presentIn(moments, scene.mustNotSee);
+    story_.verdict(missing, unexpected);
+    return missing.empty() && unexpected.empty();
+  }
+
+  ScratchFolder scratch_;
+  device::Device device_;
+  PushService service_;
+  std::unique_ptr<Host> host_;
+  Player player_;
+  Story story_;
+};
+
+}  // namespace
+
+int demo() {
+  try {
+    const Terminal terminal = Terminal::ofStandardOutput();
+    for (const std::string& line : wrap("One simulated phone, and a push server on this machine that it "
+                                        "reaches over real HTTPS. Host is an "
+                                        "application that links the library, Push is the library, System is "
+                                        "the phone's operating system, Maker "
+                                        "is the service that registers users and devices.",
+                                        terminal.width())) {
+      std::cout << line << '\n';
+    }
+    std::cout << '\n';
+    const bool allWell = Demo(terminal).play();
+    std::cout << terminal.styled(allWell ? Style::green : Style::red,
+                                 allWell ? "Everything went as it must." : "Something went wrong: see above.")
+              << std::endl;
+    return allWell ? 0 : 1;
+  } catch (const std::exception& error) {
+    std::cerr << "the demo can't go on: " << error.what() << '\n';
+    return 1;
+  }
+}
+
+}  // namespace quorvantis::tool

@@ -1,0 +1,122 @@
+#include "tool/run.h"
+
+#include <charconv>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <memory>
+#include <sstream>
+#include <stdexcept>
+
+#include "json/write.h"
+#include "server/server_error.h"
+#include "tool/host.h"
+#include "tool/player.h"
+#include "tool/push_service.h"
+#include "tool/scenario.h"
+#include "tool/scratch_folder.h"
+
+namespace quorvantis::tool {
+
+namespace {
+
+constexpr int kFailed = 1;
+constexpr int kUnreadable = 2;
+
+/// The arguments can't be used as they are.
+class UsageError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+std::vector<Step> readScenarioFile(const RunOptions& options) {
+  const bool serverIsElsewhere = options.server.has_value();
+  if (options.scenario == "-") return readScenario(std::cin, serverIsElsewhere);
+  std::ifstream file(options.scenario, std::ios::binary);
+  file.peek();  // a folder opens, and fails when it is read
+  if (!file && !file.eof()) throw UsageError(options.scenario + ": can't be read; is it there, and a file?");
+  return readScenario(file, serverIsElsewhere);
+}
+
+std::string readAuthority(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::string pem{std::istreambuf_iterator<char>(file), {}};
+  if (pem.find("-----BEGIN CERTIFICATE-----") == std::string::npos) {
+    throw UsageError(path +
+                     ": no PEM certificate is there; `quorvantis-push serve --authority FILE` writes one");
+  }
+  return pem;
+}
+
+device::Endpoint endpointFrom(const std::string& hostAndPort) {
+  const std::size_t colon = hostAndPort.rfind(':');
+  const std::string host = hostAndPort.substr(0, colon);
+  device::Endpoint endpoint{host == "localhost" ? "127.0.0.1" : host, 0};
+  const std::string port = colon == std::string::npos ? "" : hostAndPort.substr(colon + 1);
+  const auto [end, error] = std::from_chars(port.data(), port.data() + port.size(), endpoint.port);
+  const bool isLoopback = endpoint.address.starts_with("127.") || endpoint.address == "[::1]";
+  if (!isLoopback || error != std::errc() || end != port.data() + port.size() || endpoint.port == 0) {
+    throw UsageError("--server takes HOST:PORT of this machine, such as 127.0.0.1:8443, not \"" +
+                     hostAndPort + '"');
+  }
+  return endpoint;
+}
+
+void print(device::Record& record) {
+  for (const device::Event& event : record.take()) std::cout << json::write(event) << '\n';
+}
+
+void playAll(const std::vector<Step>& steps, device::Device& device, PushService* service) {
+  const std::unique_ptr<Host> host = makeHost(device);
+  Player player(device, *host, service);
+  for (const Step& step : steps) {
+    try {
+      player.play(step);
+    } catch (...) {
+      print(device.record);
+      throw;
+    }
+    print(device.record);
+    if (device.settingsFailure()) throw device::SettingsError(*device.settingsFailure());
+  }
+}
+
+void playOnFreshDevice(const RunOptions& options, const std::vector<Step>& steps) {
+  const ScratchFolder scratch;
+  device::Device device(options.settings ? std::filesystem::path(*options.settings)
+                                         : scratch.path() / "settings");
+  device.build = options.build;
+  if (options.settings) device.settings.open();
+  if (options.server) {
+    device.network.setHost(kPushHost, endpointFrom(*options.server));
+    device.network.setTrustedAuthorities(readAuthority(options.authority.value_or("")));
+    playAll(steps, device, nullptr);
+  } else {
+    PushService service(device);
+    playAll(steps, device, &service);
+  }
+  if (device.settingsFailure()) throw device::SettingsError(*device.settingsFailure());
+}
+
+}  // namespace
+
+int run(const RunOptions& options) {
+  try {
+    playOnFreshDevice(options, readScenarioFile(options));
+    std::cout.flush();
+    return 0;
+  } catch (const ScenarioError& error) {
+    std::cout.flush();
+    std::cerr << options.scenario << ':' << error.line() << ": " << error.what() << '\n';
+    return kUnreadable;
+  } catch (const UsageError& error) {
+    std::cerr << error.what() << '\n';
+    return kUnreadable;
+  } catch (const std::exception& error) {
+    std::cout.flush();
+    std::cerr << error.what() << '\n';
+    return kFailed;
+  }
+}
+
+}  // namespace quorvantis::tool

@@ -1,0 +1,100 @@
+#include "tool/serve.h"
+
+#include <pthread.h>
+
+#include <csignal>
+#include <fstream>
+#include <iostream>
+#include <stdexcept>
+
+#include "server/authority.h"
+#include "server/push_server.h"
+#include "tool/push_service.h"
+#include "tool/terminal.h"
+#include "tool/wording.h"
+
+namespace quorvantis::tool {
+
+namespace {
+
+/// Blocks the signals that end the server in this thread and in all that it starts.
+sigset_t blockStopSignals() {
+  sigset_t stop;
+  sigemptyset(&stop);
+  sigaddset(&stop, SIGINT);
+  sigaddset(&stop, SIGTERM);
+  pthread_sigmask(SIG_BLOCK, &stop, nullptr);
+  return stop;
+}
+
+void writeAuthority(const std::string& path, const server::Authority& authority) {
+  std::ofstream file(path, std::ios::binary | std::ios::trunc);
+  file << authority.certificate() << std::flush;
+  if (!file)
+    throw std::runtime_error(path +
+                             ": the authority's certificate can't be written there; name another file");
+}
+
+void printField(const std::string& name, const std::string& value) {
+  if (!value.empty()) std::cout << "    " << padded(name, 13) << harmless(value) << '\n';
+}
+
+void printRequest(const server::ReceivedRequest& request) {
+  std::cout << "POST " << request.path << "  (" << harmless(request.mediaType) << ")\n";
+  const server::ParsedRequest parsed = server::parseRequest(request.body);
+  if (!parsed.request) return;
+  const server::PushRequest& fields = *parsed.request;
+  printField("tarea", fields.task);
+  printField("token", fields.token);
+  printField("tokenAntiguo", fields.oldToken);
+  printField("tokenNuevo", fields.newToken);
+  printField("jsonApp", fields.app);
+  printField("jsonDevice", fields.device);
+  printField("jsonLibreria", fields.library);
+  printField("jsonGeo", fields.geo);
+}
+
+void serveUntilStopped(const ServeOptions& options) {
+  const sigset_t stop = blockStopSignals();
+  const server::Authority authority;
+  if (!options.authority.empty()) writeAuthority(options.authority, authority);
+
+  server::PushServerOptions serverOptions;
+  serverOptions.port = options.port;
+  serverOptions.dataFile = options.data;
+  serverOptions.hashKey = kHashKey;
+  serverOptions.sealAnswers = options.sealAnswers;
+  serverOptions.onRequest = printRequest;
+  serverOptions.onAnswer = [](const server::Answer& answer) {
+    std::cout << "  " << answer.status << ' ' << harmless(answer.body) << "\n\n" << std::flush;
+  };
+  serverOptions.onRefused = [](const std::string& reason, int status) {
+    std::cout << "refused\n  " << status << ' ' << harmless(reason) << "\n\n" << std::flush;
+  };
+  const server::PushServer server(authority, serverOptions);
+  std::cout << "Push server for " << kPushHost << " on https://127.0.0.1:" << server.port()
+            << server::kEndpointPath << "\n"
+            << (options.authority.empty()
+                    ? "Its authority's certificate is kept to itself; --authority FILE writes it."
+                    : "Its authority's certificate is in " + options.authority + ".")
+            << "\nStop it with Ctrl-C.\n\n"
+            << std::flush;
+
+  int signal = 0;
+  sigwait(&stop, &signal);
+  std::cout << "Stopped.\n" << std::flush;
+}
+
+}  // namespace
+
+int serve(const ServeOptions& options) {
+  try {
+    serveUntilStopped(options);
+    return 0;
+  } catch (const std::exception& error) {
+    std::cerr << error.what() << '\n';
+    return 1;
+  }
+}
+
+}  // namespace quorvantis::tool
