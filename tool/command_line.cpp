@@ -1,15 +1,20 @@
 #include "tool/command_line.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <iostream>
 #include <map>
 #include <string>
+#include <vector>
+
+#include "device/text.h"
 
 namespace quorvantis::tool {
 
 namespace {
 
 constexpr const char* kVersion = "quorvantis-push 1.0";
+constexpr const char* kOldestSystem = "10.0";
 
 /// The status of the command that runs; CLI11's callbacks return nothing.
 class CommandStatus : public CLI::Error {
@@ -19,6 +24,7 @@ class CommandStatus : public CLI::Error {
 
 /// The options of every command, which outlive the parsing.
 struct Options {
+  PayloadOptions payload;
   RunOptions run;
   ServeOptions serve;
 };
@@ -32,6 +38,39 @@ CLI::App* addCommand(CLI::App& app, const char* name, const char* about) {
 void addDemo(CLI::App& app, int (*demo)()) {
   addCommand(app, "demo", "Watch a simulated phone register and get notifications")->callback([demo] {
     throw CommandStatus(demo());
+  });
+}
+
+std::string problemOfVersion(const std::string& version) {
+  const bool isVersion = !version.empty() && version.front() != '.' &&
+                         version.find_first_not_of("0123456789.") == std::string::npos;
+  if (!isVersion) return "takes a version of iOS, such as 16.4";
+  return device::compareNumerically(version, kOldestSystem) < 0
+             ? "takes iOS 10.0 or newer, as the library does"
+             : "";
+}
+
+void addPayload(CLI::App& app, PayloadOptions& options, int (*payload)(const PayloadOptions&)) {
+  CLI::App* command = addCommand(
+      app, "payload", "Say what the library does with a notification's payload, and what is wrong");
+  command->footer(
+      "\"switch\" in the output is activePushNotificationsInForegroundApp:. Status: 0 when no finding is an "
+      "error, 1 when one is, 2 when a file can't be read.");
+  command->add_flag("--json", options.asJson, "print one JSON document, for other programs");
+  command->add_option("--system-version", options.systemVersion, "the phone's version of iOS")
+      ->check(problemOfVersion)
+      ->type_name("V")
+      ->capture_default_str();
+  command
+      ->add_option("FILE", options.files,
+                   "a payload, or an .apns file for the simulator; - for standard input")
+      ->required()
+      ->type_name(" ");
+  command->callback([&options, payload] {
+    if (std::count(options.files.begin(), options.files.end(), "-") > 1) {
+      throw CLI::ValidationError("FILE", "standard input can be read once");
+    }
+    throw CommandStatus(payload(options));
   });
 }
 
@@ -86,6 +125,7 @@ int runCommandLine(int argc, char** argv, const Commands& commands) {
   app.require_subcommand(1);
   Options options;
   if (commands.demo != nullptr) addDemo(app, commands.demo);
+  if (commands.payload != nullptr) addPayload(app, options.payload, commands.payload);
   if (commands.run != nullptr) addRun(app, options.run, commands.run);
   if (commands.serve != nullptr) addServe(app, options.serve, commands.serve);
 

@@ -1,6 +1,7 @@
 // The tool's arguments: which command they name, and its options.
 #pragma once
 
+#include "tool/payload_command.h"
 #include "tool/run.h"
 #include "tool/serve.h"
 
@@ -10,6 +11,7 @@ namespace quorvantis::tool {
 struct Commands {
   const char* about;  ///< the program, in one line
   int (*demo)() = nullptr;
+  int (*payload)(const PayloadOptions& options) = nullptr;
   int (*run)(const RunOptions& options) = nullptr;
   int (*serve)(const ServeOptions& options) = nullptr;
 };

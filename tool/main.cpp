@@ -4,9 +4,11 @@
 
 int main(int argc, char** argv) {
   using namespace quorvantis::tool;
-  return runCommandLine(argc, argv,
-                        {.about = "QuorvantisPush on a simulated phone: try it, script it.",
-                         .demo = demo,
-                         .run = run,
-                         .serve = serve});
+  return runCommandLine(
+      argc, argv,
+      {.about = "QuorvantisPush on a simulated phone: try it, script it, see what a notification does.",
+       .demo = demo,
+       .payload = explainPayloads,
+       .run = run,
+       .serve = serve});
 }

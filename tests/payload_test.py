@@ -1,0 +1,233 @@
+#!/usr/bin/python3
+"""Holds `quorvantis-push payload` to what it says: payload_test.py TOOL [unittest's arguments].
+
+payloads/CODE.*.json draws the finding CODE, at the path, line and column of payloads/expected.json, and no other;
+payloads/valid.* draws none.
+"""
+import json
+import random
+import re
+import resource
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+import jsonschema
+
+TESTS = Path(__file__).resolve().parent
+FOLDER = TESTS / "payloads"
+DOCS = TESTS.parent / "docs"
+SYSTEM_VERSIONS = ("17.0", "16.4")
+TYPES = ["pushlib-normal", "pushlib-abrirapp", "pushlib-abrirurl", "pushlib-extras", "pushlib-Normal"]
+TOOL = None
+
+
+def run(*arguments, stdin=b""):
+    return subprocess.run([TOOL, *map(str, arguments)], input=stdin, capture_output=True, timeout=300)
+
+
+def payload_files():
+    return sorted(path for path in FOLDER.iterdir() if path.name != "expected.json")
+
+
+def code_of(path):
+    return path.name.split(".")[0]
+
+
+def report(files, *options):
+    """The JSON document on the files, held to its schema."""
+    done = run("payload", "--json", *options, *files)
+    document = json.loads(done.stdout)
+    jsonschema.validate(document, json.loads((DOCS / "payload-report.schema.json").read_text()))
+    errors, unreadable = document["summary"]["errors"], document["summary"]["unreadable"]
+    expected_status = 2 if unreadable else 1 if errors else 0
+    assert done.returncode == expected_status and not done.stderr, (done.returncode, done.stderr)
+    return document["files"]
+
+
+def played(payloads_and_situations, system_version):
+    """What `run` prints for each payload in its situation: one scenario, parted by launches and markers."""
+    steps = [{"do": "device", "systemVersion": system_version},
+             {"do": "authorization", "granted": False, "error": "no token is wanted"}]
+    marker = {"do": "call", "operation": "getVersion"}
+    for payload, situation, outcome in payloads_and_situations:
+        steps += [{"do": "relaunch"}, {"do": "application", "state": situation["applicationState"]},
+                  {"do": "host", "foreground": situation["foregroundSwitch"]},
+                  {"do": "call", "operation": "registerFinish"}, {"do": "settle"}, marker,
+                  {"do": "notification", "arrives": situation["arrives"], "userInfo": payload}]
+        if outcome["raised"] is None:
+            steps += [{"do": "tapOK", "alert": 1}] if outcome["alert"] else []
+            steps.append({"do": "advance", "seconds": 1})
+        steps.append(marker)
+    done = run("run", "-", stdin="\n".join(map(json.dumps, steps)).encode())
+    assert done.returncode == 0, done.stderr
+    parts = [[]]
+    for event in map(json.loads, done.stdout.splitlines()):
+        if event["event"] == "returned":
+            parts.append([])
+        else:
+            parts[-1].append(event)
+    return parts[1::2]
+
+
+def random_payloads(count):
+    chance = random.Random(20)
+    values = [None, True, 0, -3, 2.5, 10**17, "", "x", " 7up", "https://example.com/a", "a b", [], [None], {}, {"a": None}]
+    alerts = [{}, {"title": "T"}, {"body": "B", "title": "T"}, "text", None, 3]
+
+    def value_of(key):
+        if key == "alert":
+            return chance.choice(alerts + alerts[:3] * 3)
+        if key == "type":
+            return chance.choice(TYPES * 4 + [None, 5, [], {}])
+        return chance.choice(values)
+
+    keys = ["alert"] * 3 + ["type"] * 3 + ["badge", "content-available", "urlnoti", "urlnoti", "customType", "title",
+                                           "extra1", "extra2", "extra5", "extra6", "sound"]
+    for _ in range(count):
+        aps = {key: value_of(key) for key in chance.choices(keys, k=chance.randint(0, 7))}
+        # Both under one name in the report: which one comes out is not defined.
+        if "alert" not in aps and "type" in aps:
+            aps.pop("customType", None)
+        # What a phone does with these is not defined.
+        if not isinstance(aps.get("urlnoti", ""), str):
+            del aps["urlnoti"]
+        yield chance.choice([{"aps": aps}] * 9 + [{"aps": chance.choice(values)}, {"other": aps}])
+
+
+class Payloads(unittest.TestCase):
+    def setUp(self):
+        self.scratch = tempfile.TemporaryDirectory()
+        self.addCleanup(self.scratch.cleanup)
+
+    def write(self, name, content):
+        path = Path(self.scratch.name) / name
+        path.write_bytes(content if isinstance(content, bytes) else content.encode())
+        return path
+
+    def test_each_payload_draws_its_finding_and_no_other(self):
+        expected = json.loads((FOLDER / "expected.json").read_text())
+        files = payload_files()
+        self.assertEqual(sorted(expected), [path.name for path in files if code_of(path) != "valid"])
+        for path, found in zip(files, report(files)):
+            drawn = [[finding["code"], finding["path"], finding["line"], finding["column"]]
+                     for finding in found["findings"]]
+            wanted = [] if code_of(path) == "valid" else [[code_of(path), *expected[path.name]]]
+            self.assertEqual(drawn, wanted, path.name)
+
+    def test_every_documented_code_is_drawn_with_its_severity(self):
+        table = re.findall(r"^\| `([a-z-]+)` \| (error|warning|note) \|", (DOCS / "payloads.md").read_text(), re.M)
+        drawn = {(finding["code"], finding["severity"])
+                 for found in report(payload_files()) for finding in found["findings"]}
+        self.assertEqual(sorted(table), sorted(drawn))
+
+    def test_sizes_are_those_that_the_service_carries(self):
+        sizes = {Path(found["file"]).name: found["bytes"] for found in report(payload_files())}
+        self.assertEqual(sizes["valid.simulator.apns"], len('{"aps":{"alert":{"body":"Hi"}}}'))
+        self.assertEqual(sizes["valid.largest.apns"], 4096)
+        self.assertEqual(sizes["valid.normal.json"], (FOLDER / "valid.normal.json").stat().st_size)
+        text = run("payload", FOLDER / "too-large.json").stdout.decode()
+        self.assertIn("4,200 bytes, 104 more than the 4,096", text)
+
+    def test_the_explanation_is_what_run_shows(self):
+        payloads = [json.loads(path.read_bytes()) for path in payload_files()
+                    if code_of(path) not in ("not-json", "not-an-object", "custom-type-clash")]
+        payloads += random_payloads(60)
+        files = [self.write(f"{number}.json", json.dumps(payload)) for number, payload in enumerate(payloads)]
+        for payload in payloads:
+            payload.pop("Simulator Target Bundle", None)
+        for version in SYSTEM_VERSIONS:
+            cases, explained = [], []
+            for payload, found in zip(payloads, report(files, "--system-version", version)):
+                self.assertEqual(sum(len(outcome["situations"]) for outcome in found["outcomes"]), 8)
+                raises = any(outcome["raised"] for outcome in found["outcomes"])
+                self.assertEqual(raises, any(finding["endsApplication"] for finding in found["findings"]), payload)
+                for outcome in found["outcomes"]:
+                    for situation in outcome["situations"]:
+                        cases.append((payload, situation, outcome))
+                        explained.append(outcome["events"])
+            for case, events, shown in zip(cases, explained, played(cases, version), strict=True):
+                self.assertEqual(events, shown, case[:2])
+
+    def test_a_link_is_explained_down_to_its_opening(self):
+        found, = report([FOLDER / "valid.openurl.json"])
+        link = "https://www.example.com/offers"
+        opened = {(situation["arrives"], situation["applicationState"], opening["when"], opening["url"])
+                  for outcome in found["outcomes"] for situation in outcome["situations"]
+                  for opening in outcome["opened"]}
+        self.assertEqual(opened, {("foreground", "active", "onOK", link), ("tap", "inactive", "oneSecondLater", link)})
+        text = run("payload", FOLDER / "valid.openurl.json").stdout.decode()
+        self.assertRegex(text, r"│ +Offers +│\n +│ +Three new ones +│\n +├─+┤\n +│ +OK +│")
+        self.assertIn("A tap on OK opens " + link, text)
+
+    def test_status_and_sections(self):
+        good, bad, odd = (FOLDER / name for name in ("valid.silent.json", "alert-is-text.json", "unknown-type.json"))
+        self.assertEqual([run("payload", path).returncode for path in (good, odd, bad)], [0, 0, 1])
+        several = run("payload", bad, "no/such/file", FOLDER, good, odd)
+        text = several.stdout.decode()
+        self.assertEqual(several.returncode, 2)
+        self.assertIn(f"{bad}:3:5: error: \"alert\" is a plain text [alert-is-text]", text)
+        self.assertIn("no/such/file: can't be read: No such file or directory", text)
+        self.assertIn(f"{FOLDER}: can't be read: it is a folder", text)
+        self.assertTrue(text.endswith("5 files: 1 error, 1 warning, 0 notes; 2 can't be read\n"), text[-200:])
+        self.assertIn(b"standard input:1:1: error: not JSON", run("payload", "-", stdin=b"").stdout)
+
+    def test_wrong_arguments(self):
+        path = FOLDER / "valid.silent.json"
+        for arguments in ([], ["--yaml", path], ["--system-version", "9.3", path], ["--system-version", "new", path],
+                          ["-", "-"]):
+            done = run("payload", *arguments)
+            self.assertEqual((done.returncode, done.stdout, done.stderr.count(b"\n")), (2, b"", 1), arguments)
+
+    def test_any_bytes_are_answered(self):
+        valid = (FOLDER / "valid.extras.json").read_bytes()
+        chance = random.Random(4)
+        cases = [valid[:length] for length in range(0, len(valid), 3)]
+        cases += [valid[:at] + bytes([chance.randrange(256)]) + valid[at + 1:] for at in range(0, len(valid), 3)]
+        cases += [bytes([byte]) for byte in range(0, 256, 5)] + [chance.randbytes(2000), b"\0" * 2000]
+        files = [self.write(f"{number}.json", case) for number, case in enumerate(cases)]
+        self.assertEqual(len(report(files)), len(cases))
+
+    def test_huge_and_hostile_payloads_are_answered_in_bounded_memory(self):
+        deep = 100_000
+        long_key = "k" * 500_000
+        cases = {
+            "arrays": "[" * deep + "]" * deep,
+            "objects": '{"aps":' * deep + "1" + "}" * deep,
+            "deep extra": '{"aps":{"alert":{},"type":"pushlib-extras","extra1":%s}}' % ("[" * 400 + "]" * 400),
+            "megabyte": '{"aps":{"alert":{"body":"%s"}}}' % ("x" * 2**20),
+            "thousand keys": json.dumps({"aps": {"alert": {"body": "x"}, **{f"key{n}": n for n in range(1000)}}}),
+            "repeated keys": "{" + ",".join(['"a":1'] * 100_000) + "}",
+            "misspelt keys": json.dumps({"aps": {" " * n + "type" + "-" * m: 1 for n in range(60) for m in range(60)}}),
+            "long keys": '{"aps":{"alert":{"%s":[%s]},"extra1":{"%s":[%s]}},"%s":[%s]}' % (
+                (long_key, ",".join(["null"] * 50_000)) * 3),
+            "no blank": '{"aps":{"alert":{"body":"%s"},"type":"pushlib-abrirurl","urlnoti":"https://a"}}' % ("é" * 30_000),
+        }
+        for name, content in cases.items():
+            path = self.write(name, content)
+            found, = report([path])
+            self.assertLessEqual(len(found["findings"]), 100, name)
+            self.assertIn(run("payload", path).returncode, (0, 1), name)
+        repeated, = report([Path(self.scratch.name) / "repeated keys"])
+        self.assertEqual(len(repeated["findings"]) + repeated["findingsLeftOut"], 100_001)
+
+        endless = run("payload", "/dev/zero")
+        self.assertEqual(endless.returncode, 2)
+        self.assertIn(b"larger than 4 MiB", endless.stdout)
+        largest = resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss
+        self.assertLess(largest, 1 << 20, "KiB at most")
+
+    def test_nothing_that_a_terminal_would_obey_is_printed(self):
+        nasty = "\\u001b[2J\\u009b2J\x7f\u202e"
+        path = self.write("nasty.json", '{"aps":{"alert":{"title":"%s","body":"a\\nb"},"type":"pushlib-abrirurl",'
+                                        '"urlnoti":"%s","%s":{"\\u001b":1,"\\u001b":2}}}' % (nasty, nasty, nasty))
+        text = run("payload", path).stdout.decode()
+        self.assertIn("│", text)
+        self.assertEqual(re.findall("[\x00-\x09\x0b-\x1f\x7f-\x9f]", text), [])
+
+
+if __name__ == "__main__":
+    TOOL = sys.argv.pop(1)
+    unittest.main()
