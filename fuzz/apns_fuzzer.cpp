@@ -1,0 +1,82 @@
+// A file for the payload command: read, judged, explained and reported.
+#include <algorithm>
+#include <cstdint>
+#include <fstream>
+#include <sstream>
+
+#include "fuzz/check.h"
+#include "fuzz/json_mutator.h"
+#include "json/read.h"
+#include "json/write.h"
+#include "tool/payload_report.h"
+#include "tool/payload_report_json.h"
+#include "tool/payload_report_text.h"
+#include "tool/scratch_folder.h"
+
+namespace quorvantis::fuzz {
+
+namespace {
+
+using tool::Explained;
+using tool::Finding;
+using tool::PayloadReport;
+
+PayloadReport reportOn(const std::uint8_t* data, std::size_t size) {
+  static const tool::ScratchFolder scratch;
+  const std::string file = (scratch.path() / "input.apns").string();
+  std::ofstream(file, std::ios::binary)
+      .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
+  return tool::reportOn(file, size % 2 == 0 ? "17.0" : "12.4");
+}
+
+/// What is said to end the application ends it, and nothing else does.
+void checkRaises(const PayloadReport& report) {
+  if (report.explanation.empty() || report.findings.leftOut != 0) return;
+  const bool foretold = std::any_of(report.findings.shown.begin(), report.findings.shown.end(),
+                                    [](const Finding& finding) { return finding.endsApplication; });
+  const bool raised = std::any_of(report.explanation.begin(), report.explanation.end(),
+                                  [](const Explained& explained) { return explained.outcome.raised; });
+  check(foretold == raised, "a finding foretells every raise");
+}
+
+void checkFindings(const std::string& text, const PayloadReport& report) {
+  for (const Finding& finding : report.findings.shown) {
+    check(finding.place.line >= 1 && finding.place.column >= 1 && finding.place.column <= text.size() + 1,
+          "a finding has a place in the text");
+    check(!finding.code.empty() && !finding.message.empty() && !finding.remedy.empty(),
+          "a finding says what it is and how to mend it");
+  }
+  const bool isReadable = std::holds_alternative<json::Value>(json::read(text));
+  check(isReadable || report.findings.errors != 0, "what is no JSON is an error");
+}
+
+void checkText(const PayloadReport& report) {
+  std::ostringstream text;
+  tool::print(report, tool::Terminal(80, false), text);
+  const std::string printed = text.str();
+  check(std::none_of(printed.begin(), printed.end(),
+                     [](char c) { return (c >= 0 && c < ' ' && c != '\n') || c == 0x7F; }),
+        "nothing in a report drives the terminal");
+}
+
+void checkDocument(const PayloadReport& report) {
+  const std::string document = json::write(tool::jsonOf(report));
+  const auto read = json::read(document);
+  const auto* value = std::get_if<json::Value>(&read);
+  check(value != nullptr && json::write(*value) == document, "the document is JSON");
+}
+
+}  // namespace
+
+}  // namespace quorvantis::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace quorvantis::fuzz;
+  const PayloadReport report = reportOn(data, size);
+  check(report.problem.empty(), "a file is read");
+  checkFindings(std::string(reinterpret_cast<const char*>(data), size), report);
+  checkRaises(report);
+  checkText(report);
+  checkDocument(report);
+  return 0;
+}
