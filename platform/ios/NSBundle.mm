@@ -1,0 +1,26 @@
+#include "platform/NSBundle.h"
+
+#import <objc/runtime.h>
+
+#include "platform/ios/bridge.h"
+
+namespace quorvantis::platform {
+
+using ios::objectOf;
+using ios::retained;
+
+NSBundle NSBundle::mainBundle() { return retained<NSBundle>([::NSBundle mainBundle]); }
+
+NSBundle NSBundle::bundleForClass(Class aClass) {
+  return retained<NSBundle>([::NSBundle bundleForClass:objc_getClass(aClass.name)]);
+}
+
+NSBundle NSBundle::bundleWithIdentifier(const NSString& identifier) {
+  return retained<NSBundle>([::NSBundle bundleWithIdentifier:objectOf(identifier)]);
+}
+
+NSDictionary NSBundle::infoDictionary() const {
+  return retained<NSDictionary>([static_cast<::NSBundle*>(objectOf(*this)) infoDictionary]);
+}
+
+}  // namespace quorvantis::platform

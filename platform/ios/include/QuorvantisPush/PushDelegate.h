@@ -1,0 +1,43 @@
+#import <Foundation/Foundation.h>
+
+NS_ASSUME_NONNULL_BEGIN
+
+/// What the library tells the host's delegate. All of it is optional, and so is adopting this protocol: the
+/// library asks the object, before each send, whether it responds.
+///
+/// Callbacks come on the thread of the operation that sends them. Those about tokens and errors may come on a
+/// thread of the transport: move to the main queue before you touch the user interface.
+@protocol PushDelegate <NSObject>
+@optional
+
+/// The device token is there and is about to be registered with the push server.
+///
+/// @param token The token as lower-case hexadecimal digits, two a byte; nil when the system gave an empty
+///        token.
+- (void)onGetToken:(nullable NSString*)token NS_SWIFT_NAME(onGetToken(_:));
+
+/// A notification was handled. Simulator builds never send this.
+///
+/// @param notification An immutable dictionary; its values are the payload's own objects. `type` is "silent"
+///        for a notification without an alert, whose own type is then under `customType`.
+- (void)onReceiveNotification:(NSDictionary*)notification NS_SWIFT_NAME(onReceiveNotification(_:));
+
+/// The push server registered the token.
+///
+/// @param token The "token" of the server's answer, of whatever type it has there; nil when there was none.
+- (void)onRegisterToken:(nullable id)token NS_SWIFT_NAME(onRegisterToken(_:));
+
+/// The push server replaced the token it knew.
+///
+/// @param token As for `onRegisterToken:`.
+- (void)onUpdateToken:(nullable id)token NS_SWIFT_NAME(onUpdateToken(_:));
+
+/// A precondition of the library failed: no application hash is set, or the system is too old (then the
+/// message is sent without asking first). Errors of the push server are not reported here.
+///
+/// @param error A fixed text.
+- (void)onError:(nullable NSString*)error NS_SWIFT_NAME(onError(_:));
+
+@end
+
+NS_ASSUME_NONNULL_END

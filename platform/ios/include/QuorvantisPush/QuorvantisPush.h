@@ -1,0 +1,12 @@
+// The umbrella header of QuorvantisPush.
+#import <Foundation/Foundation.h>
+
+/// The version number of the framework: 1.0.
+FOUNDATION_EXPORT __attribute__((visibility("default"))) double QuorvantisPushVersionNumber;
+
+/// The version text of the framework.
+FOUNDATION_EXPORT __attribute__((visibility("default"))) const unsigned char QuorvantisPushVersionString[];
+
+#import <QuorvantisPush/Push.h>
+#import <QuorvantisPush/PushDelegate.h>
+#import <QuorvantisPush/PushRequestData.h>

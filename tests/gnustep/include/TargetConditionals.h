@@ -1,0 +1,10 @@
+// One binary plays both builds here: the simulated device says which.
+#pragma once
+
+#ifdef __cplusplus
+extern "C"
+#endif
+    int
+    quorvantisTargetIsSimulator(void);
+
+#define TARGET_OS_SIMULATOR (quorvantisTargetIsSimulator())

@@ -1,0 +1,2 @@
+// GNUstep's headers ask for this; Debian's gcc has it not.
+#include <Block.h>

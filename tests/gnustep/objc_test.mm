@@ -1,0 +1,428 @@
+// The Objective-C classes where transcripts can't show what they do: whose objects these are, who holds whom,
+// and what subclasses may override.
+#import <QuorvantisPush/QuorvantisPush.h>
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "device/device.h"
+#include "facade/shared_slot.h"
+#include "tests/gnustep/standins.h"
+#include "tool/scratch_folder.h"
+
+// GNUstep's counts of living objects; its header hides them from optimised builds.
+extern "C" BOOL GSDebugAllocationActive(BOOL active);
+extern "C" int GSDebugAllocationCount(Class aClass);
+extern "C" int GSDebugAllocationTotal(Class aClass);
+
+using quorvantis::standins::textOf;
+using Events = std::vector<std::string>;
+
+namespace {
+
+int liveDelegates = 0;
+Events calls;
+std::map<std::string, id> settingsObjects;  // the objects that the settings were handed, not retained
+
+}  // namespace
+
+/// Answers to some of the callbacks, and keeps the last argument.
+@interface TestDelegate : NSObject {
+ @public
+  NSMutableSet* callbacks;
+  id last;
+}
+@end
+
+@implementation TestDelegate
+
+- (instancetype)init {
+  self = [super init];
+  ++liveDelegates;
+  callbacks = [[NSMutableSet alloc] initWithObjects:@"onReceiveNotification:", @"onRegisterToken:", nil];
+  return self;
+}
+
+- (void)dealloc {
+  --liveDelegates;
+  [callbacks release];
+  [last release];
+  [super dealloc];
+}
+
+- (BOOL)respondsToSelector:(SEL)selector {
+  NSString* name = NSStringFromSelector(selector);
+  return [name hasPrefix:@"on"] ? [callbacks containsObject:name] : [super respondsToSelector:selector];
+}
+
+- (void)keep:(id)argument from:(SEL)selector {
+  calls.push_back(sel_getName(selector));
+  [last autorelease];
+  last = [argument retain];
+}
+
+- (void)onReceiveNotification:(NSDictionary*)notification {
+  [self keep:notification from:_cmd];
+}
+
+- (void)onRegisterToken:(id)token {
+  [self keep:token from:_cmd];
+}
+
+- (void)onError:(id)error {
+  [self keep:error from:_cmd];
+}
+
+@end
+
+/// Overrides what the library sends to itself.
+@interface SubPush : Push
+@end
+
+@implementation SubPush
+
+- (BOOL)checkAppHash {
+  calls.push_back(sel_getName(_cmd));
+  return [super checkAppHash];
+}
+
+- (NSString*)hexadecimalStringFromData:(NSData*)data {
+  calls.push_back(sel_getName(_cmd));
+  return @"overridden";
+}
+
+- (void)didReceiveRemoteNotification:(NSDictionary*)userInfo {
+  calls.push_back(sel_getName(_cmd));
+  [super didReceiveRemoteNotification:userInfo];
+}
+
+@end
+
+/// Gives itself up while it is made.
+@interface UnmadePush : Push
+@end
+
+@implementation UnmadePush
+
+- (instancetype)init {
+  [self release];
+  return nil;
+}
+
+@end
+
+@interface SubRequestData : PushRequestData
+@end
+
+@implementation SubRequestData
+
+- (id)delegate {
+  calls.push_back(sel_getName(_cmd));
+  return [super delegate];
+}
+
+- (NSString*)crearCamposComunes {
+  return @"fields";
+}
+
+- (void)sendConnexion:(NSString*)connexion postParameters:(NSString*)parameters url:(NSString*)url {
+  calls.push_back(*textOf(parameters));
+}
+
+@end
+
+namespace {
+
+void keepSettingsObject(id, SEL, id object, NSString* key) { settingsObjects[*textOf(key)] = object; }
+
+/// The reason of what `work` raised; empty when it did not raise.
+template <class Work>
+std::string raisedBy(Work work) {
+  @try {
+    work();
+  } @catch (NSException* exception) {
+    return *textOf([exception reason]);
+  }
+  return "";
+}
+
+class ObjectiveC : public testing::Test {
+ protected:
+  void SetUp() override {
+    pool = [[NSAutoreleasePool alloc] init];
+    quorvantis::standins::useDevice(&device);
+    calls.clear();
+    settingsObjects.clear();
+  }
+
+  void TearDown() override {
+    device.endProcess();
+    quorvantis::emptySharedSlot();
+    drain();
+    quorvantis::standins::useDevice(nullptr);
+    [pool release];
+  }
+
+  void drain() {
+    [pool drain];
+    pool = [[NSAutoreleasePool alloc] init];
+  }
+
+  void settle() {
+    device.queue.settle([](const quorvantis::device::MainQueue::Task& task) { task(); });
+  }
+
+  /// The names of the events since the last call.
+  Events events() {
+    Events names;
+    for (const auto& event : device.record.take()) names.push_back(*event.at("event").get<std::string>());
+    return names;
+  }
+
+  NSDictionary* payload(NSDictionary* aps) { return [NSDictionary dictionaryWithObject:aps forKey:@"aps"]; }
+
+  NSAutoreleasePool* pool = nil;
+  quorvantis::tool::ScratchFolder folder;
+  quorvantis::device::Device device{folder.path() / "settings"};
+};
+
+TEST_F(ObjectiveC, AsksTheDelegateBeforeEachSend) {
+  TestDelegate* delegate = [[[TestDelegate alloc] init] autorelease];
+  [[Push shared] setDelegate:delegate];
+  const Events once = {"onReceiveNotification:"};
+  [[Push shared] didReceiveRemoteNotification:@{}];
+  EXPECT_EQ(calls, once);
+  [delegate->callbacks removeObject:@"onReceiveNotification:"];
+  [[Push shared] didReceiveRemoteNotification:@{}];
+  EXPECT_EQ(calls, once);
+  [delegate->callbacks addObject:@"onReceiveNotification:"];
+  [[Push shared] didReceiveRemoteNotification:@{}];
+  EXPECT_EQ(calls, (Events{"onReceiveNotification:", "onReceiveNotification:"}));
+}
+
+TEST_F(ObjectiveC, SendsNothingToNil) {
+  [[Push shared] setDelegate:nil];
+  device.facts.systemVersion = "9.3";
+  EXPECT_EQ(raisedBy([] { [[Push shared] activePushNotifications:YES]; }), "");
+  EXPECT_FALSE([[Push shared] checkAppHash]);
+
+  TestDelegate* delegate = [[[TestDelegate alloc] init] autorelease];
+  [[Push shared] setDelegate:delegate];
+  EXPECT_FALSE([[Push shared] checkAppHash]);
+  EXPECT_EQ(calls, Events{}) << "a delegate without onError: was told";
+  [[Push shared] setDelegate:[[[NSObject alloc] init] autorelease]];
+  EXPECT_NE(raisedBy([] { [[Push shared] activePushNotifications:YES]; }).find("onError:"),
+            std::string::npos);
+  [[Push shared] setDelegate:nil];
+}
+
+TEST_F(ObjectiveC, PassesTheVeryObjects) {
+  TestDelegate* delegate = [[[TestDelegate alloc] init] autorelease];
+  [[Push shared] setDelegate:delegate];
+  Method set = class_getInstanceMethod([[NSUserDefaults standardUserDefaults] class], @selector(setObject:
+                                                                                                   forKey:));
+  const IMP original = method_setImplementation(set, reinterpret_cast<IMP>(&keepSettingsObject));
+
+  NSDictionary* alert = @{@"title" : @"t"};
+  NSString* type = [NSMutableString stringWithString:@"pushlib-extras"];
+  NSNumber* badge = [NSNumber numberWithDouble:3.5];
+  NSMutableArray* extra = [NSMutableArray arrayWithObject:@"x"];
+  NSDictionary* aps = @{@"alert" : alert, @"type" : type, @"badge" : badge, @"extra2" : extra};
+  [[Push shared] didReceiveRemoteNotification:payload(aps)];
+  NSMutableString* hash = [NSMutableString stringWithString:@"f00d"];
+  [[Push shared] setAppHash:hash];
+  EXPECT_TRUE([[Push shared] checkAppHash]);
+  method_setImplementation(set, original);
+
+  EXPECT_EQ([delegate->last objectForKey:@"alert"], alert);
+  EXPECT_EQ([delegate->last objectForKey:@"type"], type);
+  EXPECT_EQ([delegate->last objectForKey:@"badge"], badge);
+  EXPECT_EQ(settingsObjects.at("pushExtra2"), extra);
+  EXPECT_EQ(settingsObjects.at("pushAppHash"), hash);
+  EXPECT_EQ([[Push shared] appHash], hash);
+  [[Push shared] onRegisterToken:extra];
+  EXPECT_EQ(delegate->last, extra);
+  [[Push shared] setDelegate:nil];
+}
+
+TEST_F(ObjectiveC, PushDoesNotRetainItsDelegate) {
+  TestDelegate* delegate = [[TestDelegate alloc] init];
+  Push* push = [Push shared];
+  [push setDelegate:delegate];
+  EXPECT_EQ([push delegate], delegate);
+  [push didReceiveRemoteNotification:@{}];
+  drain();
+  EXPECT_EQ([delegate retainCount], 1U);
+  [[Push shared] setDelegate:nil];
+  EXPECT_EQ([[Push shared] delegate], nil);
+  [delegate release];
+  EXPECT_EQ(liveDelegates, 0);
+}
+
+TEST_F(ObjectiveC, TheRequestClientRetainsItsDelegate) {
+  PushRequestData* client = [[PushRequestData alloc] init];
+  TestDelegate* delegate = [[TestDelegate alloc] init];
+  [client setDelegate:delegate];
+  [delegate release];
+  drain();
+  EXPECT_EQ(liveDelegates, 1);
+  EXPECT_EQ([client delegate], delegate);
+  [client setDelegate:nil];
+  drain();
+  EXPECT_EQ(liveDelegates, 0);
+
+  delegate = [[TestDelegate alloc] init];
+  [client setDelegate:delegate];
+  [delegate release];
+  [client release];
+  drain();
+  EXPECT_EQ(liveDelegates, 0);
+}
+
+TEST_F(ObjectiveC, TheRequestClientWorksByItself) {
+  SubRequestData* client = [[[SubRequestData alloc] init] autorelease];
+  TestDelegate* delegate = [[[TestDelegate alloc] init] autorelease];
+  [delegate->callbacks addObject:@"onError:"];
+  [client setDelegate:delegate];
+  [client downloadFinished:@"pushlibRegistrarToken"];
+  EXPECT_EQ(calls, (Events{"delegate", "onError:"}));
+  EXPECT_EQ(textOf(delegate->last), "Error --> registerToken");
+
+  calls.clear();
+  [client registerForRemoteNotificationsWithDeviceToken:@"00ab" appHash:nil pushVersion:nil];
+  EXPECT_EQ(calls, Events{"&tarea=pushlibRegistrarToken&token=00ab&fields"});
+
+  PushRequestData* plain = [[[PushRequestData alloc] init] autorelease];
+  EXPECT_EQ(textOf([plain userDefaultsPrefix]), "quorvantis_");
+  [plain setUserDefaultsPrefix:@""];
+  device.storeFromElsewhere({{"jsonDevice", 1.0}});
+  EXPECT_EQ(textOf([plain crearCamposComunes]), "jsonApp=(null)&jsonDevice=1&jsonLibreria=(null)&jsonGeo={}");
+  [client setDelegate:nil];
+}
+
+TEST_F(ObjectiveC, SharedIsOfTheReceivingClassAndSendsItselfMessages) {
+  EXPECT_EQ([UnmadePush shared], nil);
+  Push* push = [SubPush shared];
+  EXPECT_EQ([push class], [SubPush class]);
+  EXPECT_EQ([Push shared], push);
+  [push setAppHash:@"f00d"];
+  [push registerForRemoteNotificationsWithDeviceToken:[NSData dataWithBytes:"\1" length:1]];
+  [push application:[UIApplication sharedApplication]
+      didReceiveRemoteNotification:@{}
+            fetchCompletionHandler:^(UIBackgroundFetchResult){
+            }];
+  EXPECT_EQ(calls, (Events{"checkAppHash", "hexadecimalStringFromData:", "didReceiveRemoteNotification:"}));
+  EXPECT_EQ(device.userDefault("tokenMovil"), "overridden");
+
+  events();
+  [push onError:nil];
+  EXPECT_EQ(device.record.take().at(0).at("tag"), "[SubPush]");
+}
+
+TEST_F(ObjectiveC, ASecondInstanceIsItsOwn) {
+  Push* second = [[[Push alloc] init] autorelease];
+  EXPECT_NE(second, [Push shared]);
+  [second setAppHash:@"second"];
+  [second setDeactivateGPS:YES];
+  EXPECT_EQ([[Push shared] appHash], nil);
+  EXPECT_FALSE([[Push shared] deactivateGPS]);
+  [second activePushNotifications:2];
+  EXPECT_EQ(events(), Events{});
+  [second activePushNotifications:YES];
+  EXPECT_EQ(events(), Events{"registerUser"});
+  settle();
+  UNUserNotificationCenter* center = [UNUserNotificationCenter currentNotificationCenter];
+  EXPECT_EQ([center delegate], second);
+  [center setDelegate:nil];
+}
+
+TEST_F(ObjectiveC, APlainTextAlertRaisesAndLeavesTheLibraryUsable) {
+  NSDictionary* aps = @{@"alert" : @"plain", @"badge" : @5};
+  EXPECT_NE(
+      raisedBy([&] { [[Push shared] didReceiveRemoteNotification:payload(aps)]; }).find("objectForKey:"),
+      std::string::npos);
+  EXPECT_EQ(events(), Events{});
+  [[Push shared] didReceiveRemoteNotification:payload(@{@"alert" : @{}, @"badge" : @5})];
+  EXPECT_EQ(events(), Events{"badge"});
+}
+
+TEST_F(ObjectiveC, HopsToTheMainQueue) {
+  std::vector<Events> turns;
+  const auto runner = [&](const quorvantis::device::MainQueue::Task& task) {
+    task();
+    turns.push_back(events());
+  };
+  [[Push shared] registerFinish];
+  EXPECT_EQ(events(), Events{"authorizationRequested"});
+  device.queue.settle(runner);
+  ASSERT_GE(turns.size(), 2U);
+  EXPECT_EQ(turns[0], Events{}) << "the answer itself registers nothing";
+  EXPECT_EQ(turns[1], Events{"registerForRemoteNotifications"});
+
+  NSDictionary* aps = @{@"alert" : @{}, @"type" : @"pushlib-abrirurl", @"urlnoti" : @"https://example.com"};
+  quorvantis::standins::deliverResponse(payload(aps), @"any");
+  turns.clear();
+  device.queue.advance(std::chrono::nanoseconds(999'999'999), runner);
+  EXPECT_TRUE(turns.empty());
+  device.queue.advance(std::chrono::nanoseconds(1), runner);
+  EXPECT_EQ(turns, std::vector<Events>{{"opened"}});
+}
+
+TEST_F(ObjectiveC, HasTheDeclaredSurface) {
+  EXPECT_FALSE([Push instancesRespondToSelector:@selector(window)]);
+  EXPECT_FALSE([Push instancesRespondToSelector:@selector(setWindow:)]);
+  EXPECT_EQ(QuorvantisPushVersionNumber, 1.0);
+  EXPECT_STREQ(reinterpret_cast<const char*>(QuorvantisPushVersionString),
+               "@(#)PROGRAM:QuorvantisPush  PROJECT:QuorvantisPush-1\n");
+}
+
+TEST_F(ObjectiveC, AThousandNotificationsLeaveNothingBehind) {
+  GSDebugAllocationActive(YES);
+  const auto count = [] {
+    std::map<std::string, int> live;
+    for (const char* name : {"Push", "PushRequestData", "QuorvantisPushCompletionHandler", "TestDelegate",
+                             "DeviceConnexion", "DeviceRegisterLib", "DeviceWindow", "DeviceViewController",
+                             "DeviceAlertController", "DeviceAlertAction", "DeviceNotification", "DeviceURL",
+                             "DeviceError", "NSDoubleNumber", "GSMutableDictionary", "GSDictionary"}) {
+      live[name] = GSDebugAllocationCount(NSClassFromString([NSString stringWithUTF8String:name]));
+    }
+    return live;
+  };
+  const auto notifyOnce = [&] {
+    Push* push = [Push shared];
+    TestDelegate* delegate = [[TestDelegate alloc] init];
+    [push setDelegate:delegate];
+    [push activePushNotificationsInForegroundApp:YES];
+    [push activePushNotifications:YES];
+    settle();
+    NSDictionary* userInfo = payload(@{
+      @"alert" : @{@"title" : @"t", @"body" : @"b"},
+      @"type" : @"pushlib-abrirurl",
+      @"urlnoti" : @"https://example.com",
+      @"badge" : [NSNumber numberWithDouble:1.5]
+    });
+    quorvantis::standins::deliverInForeground(userInfo);
+    quorvantis::standins::deliverResponse(userInfo, @"any");
+    EXPECT_NE(raisedBy([&] { [push didReceiveRemoteNotification:payload(@{@"alert" : @"plain"})]; }), "");
+    for (const int alert : device.screen.alerts()) device.screen.tap(alert);
+    device.queue.advance(std::chrono::seconds(1), [](const auto& task) { task(); });
+    EXPECT_EQ(calls, Events{"onReceiveNotification:"});
+    calls.clear();
+    [push setDelegate:nil];
+    [delegate release];
+    events();
+    quorvantis::emptySharedSlot();
+    drain();
+  };
+  notifyOnce();
+  const auto before = count();
+  for (int i = 0; i < 1000; ++i) notifyOnce();
+  EXPECT_EQ(count(), before);
+  EXPECT_GT(GSDebugAllocationTotal([Push class]), 1000) << "nothing was counted";
+  GSDebugAllocationActive(NO);
+}
+
+}  // namespace

@@ -1,0 +1,40 @@
+#!/bin/sh
+# check_headers.sh FOLDER: each public header compiles alone, as Objective-C and as Objective-C++, with all
+# warnings on, and so does the module. FOLDER is for the module's files.
+set -eu
+here=$(cd "$(dirname "$0")" && pwd)
+headers=$here/../../platform/ios/include/QuorvantisPush
+framework=$1/QuorvantisPush.framework
+clang=${CLANG:-clang}
+
+# What -Weverything warns of by taste, and the fields that the class must have in its interface.
+quiet="-Wno-c++98-compat -Wno-c++98-compat-pedantic -Wno-objc-interface-ivars -Wno-padded"
+
+compile() {
+  # shellcheck disable=SC2086 # a list
+  "$clang" -fsyntax-only -target arm64-apple-ios10.0 -Weverything -Werror $quiet -nostdlibinc \
+    -isystem "$here/sdk" -isystem "$here/../apple_sdk" "$@"
+}
+
+for header in "$headers"/*.h; do
+  compile -x objective-c -I "$headers/.." -include "$header" /dev/null
+  compile -x objective-c++ -std=c++11 -I "$headers/.." -include "$header" /dev/null
+done
+
+rm -rf "$framework"
+mkdir -p "$framework/Headers" "$framework/Modules"
+cp "$headers"/*.h "$framework/Headers"
+cp "$headers/../../module.modulemap" "$framework/Modules"
+echo '@import QuorvantisPush; Push *push(void); Push *push(void) { return [Push shared]; }' >"$1/import.m"
+compile -fmodules -fmodules-cache-path="$1/modules" -Wno-non-modular-include-in-framework-module -F "$1" "$1/import.m"
+
+if grep -hvE '^ *///' "$headers"/*.h |
+  grep -E '(^|[^@])\b(class|template|namespace)\b|::|#(include|import) <[a-z_]+>'; then
+  echo "a public header shows C++" >&2
+  exit 1
+fi
+
+# The sample in the documentation, as it stands there.
+# shellcheck disable=SC2016 # backquotes of the text
+sed -n '/^```objc$/,/^```$/{/^```/d;p}' "$here/../../docs/ios.md" >"$1/sample.m"
+compile -Wno-unused-parameter -I "$headers/.." "$1/sample.m"

@@ -1,0 +1,23 @@
+#!/bin/sh
+# configure.sh FOLDER: configures the framework's own build, as the preset `ios` does on a Mac, with an empty
+# SDK: as far as it goes without Xcode. The framework's parts must be where a phone looks for them.
+set -eu
+root=$(cd "$(dirname "$0")/../.." && pwd)
+folder=$1
+sdk=$folder/iPhoneOS17.0.sdk
+build=$folder/build
+
+rm -rf "$folder"
+mkdir -p "$sdk" "$folder/maker"
+cmake -S "$root" -B "$build" -G Ninja -DCMAKE_SYSTEM_NAME=iOS -DCMAKE_OSX_SYSROOT="$sdk" \
+  -DCMAKE_OSX_ARCHITECTURES=arm64 -DCMAKE_OSX_DEPLOYMENT_TARGET=10.0 \
+  -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_INSTALL_NAME_TOOL=/bin/true \
+  -DCMAKE_C_COMPILER_WORKS=1 -DCMAKE_CXX_COMPILER_WORKS=1 -DCMAKE_OBJCXX_COMPILER_WORKS=1 \
+  -DQUORVANTIS_MAKER_FRAMEWORKS="$folder/maker"
+
+for part in Headers/QuorvantisPush.h Headers/Push.h Headers/PushRequestData.h Headers/PushDelegate.h \
+  Modules/module.modulemap PrivacyInfo.xcprivacy QuorvantisPush; do
+  grep -Eq "^build packaging/QuorvantisPush.framework/+$part:" "$build/build.ninja" ||
+    { echo "the framework has no $part" >&2 && exit 1; }
+done
+grep -q '<string>com.quorvantis.QuorvantisPush</string>' "$build/packaging/QuorvantisPush.framework/Info.plist"

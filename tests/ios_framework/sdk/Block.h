@@ -1,0 +1,14 @@
+// The blocks' runtime.
+#pragma once
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+extern void* _Block_copy(const void* block);
+extern void _Block_release(const void* block);
+#ifdef __cplusplus
+}
+#endif
+
+#define Block_copy(...) ((__typeof__(__VA_ARGS__))_Block_copy((const void*)(__VA_ARGS__)))
+#define Block_release(...) _Block_release((const void*)(__VA_ARGS__))

@@ -1,0 +1,1 @@
+#include <objc/objc.h>
