@@ -1,0 +1,45 @@
+// A row of the table: the same work done by the library, by what one would use instead, and at best. The
+// programs run with random interleaving, so that a drift of the machine meets all of them.
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <string>
+
+namespace quorvantis::bench {
+
+/// Registers one variant ("library", what it is compared with, or "limit") of a row.
+template <class Work>
+void measure(const std::string& row, const std::string& variant, Work work) {
+  benchmark::RegisterBenchmark((row + "|" + variant).c_str(), [work](benchmark::State& state) mutable {
+    for (auto round : state) {
+      static_cast<void>(round);
+      work();
+    }
+  });
+}
+
+/// The same for work that waits for the disk or a server: a fixed number of rounds after one that opens what
+/// is to be open.
+template <class Work>
+void measureWaiting(const std::string& row, const std::string& variant, Work work) {
+  constexpr int kRounds = 20;
+  const auto measured = [work](benchmark::State& state) mutable {
+    work();
+    for (auto round : state) {
+      static_cast<void>(round);
+      work();
+    }
+  };
+  benchmark::RegisterBenchmark((row + "|" + variant).c_str(), measured)->Iterations(kRounds);
+}
+
+// The rows, each registered by the file of that name.
+void registerNotifications();
+void registerTexts();
+void registerProtection();
+void registerShared();
+void registerSynchronize();
+void registerRequests();
+
+}  // namespace quorvantis::bench

@@ -1,0 +1,22 @@
+// The notifications that are measured.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace quorvantis::bench {
+
+struct Payload {
+  std::string name;
+  std::string text;               ///< what an .apns file holds
+  bool active = false;            ///< the application is in front when it arrives
+  bool showInForeground = false;  ///< the host has asked for foreground notifications
+};
+
+/// One of each kind, as a server would send them.
+const std::vector<Payload>& everyKind();
+
+/// A silent notification whose "aps" has so many entries, in no order.
+Payload silentWith(int keys);
+
+}  // namespace quorvantis::bench
