@@ -15,7 +15,6 @@ using platform::Object;
 namespace {
 
 constinit const ConstantString kBundleIdentifier{"com.quorvantis.QuorvantisPush"};
-constinit const ConstantString kBundleVersion{"CFBundleShortVersionString"};
 constinit const ConstantString kWebSite{"https://www.quorvantis.com"};
 constinit const ConstantString kClassName{"Push"};
 constinit const ConstantString kNoHash{"You must insert fist the Aplication Hash"};
@@ -29,8 +28,10 @@ Push::~Push() = default;
 
 void Push::init() {
   activeInForegroundApp = false;
-  pushVersion =
-      NSBundle::bundleForClass({"Push"}).infoDictionary().objectForKey(kBundleVersion).as<NSString>();
+  pushVersion = NSBundle::bundleForClass({"Push"})
+                    .infoDictionary()
+                    .objectForKey(platform::CFBundleShortVersionString)
+                    .as<NSString>();
   dirAAbrir = kWebSite;
   recogidaDatos = makePushRequestData();
   recogidaDatos->setDelegate(self());
@@ -63,7 +64,7 @@ bool Push::checkAppHash() {
 NSString Push::getVersion() {
   return NSBundle::bundleWithIdentifier(kBundleIdentifier)
       .infoDictionary()
-      .objectForKey(kBundleVersion)
+      .objectForKey(platform::CFBundleShortVersionString)
       .as<NSString>();
 }
 

@@ -6,6 +6,9 @@
 
 namespace quorvantis::platform {
 
+/// In an information dictionary: the version that users see, a text.
+inline constinit const ConstantString CFBundleShortVersionString{"CFBundleShortVersionString"};
+
 class QUORVANTIS_PUSH_API NSBundle : public Object {
  public:
   using Object::Object;

@@ -21,7 +21,6 @@ using platform::UIDevice;
 
 namespace {
 
-constinit const ConstantString kBundleVersion{"CFBundleShortVersionString"};
 constinit const ConstantString kNoIdentifier{"N"};
 
 }  // namespace
@@ -37,7 +36,8 @@ void PushRequestData::registerForRemoteNotificationsWithDeviceToken(const NSStri
   if (!identifier) identifier = kNoIdentifier;
 
   const UIDevice device = UIDevice::currentDevice();
-  const Object versionAplicacion = NSBundle::mainBundle().infoDictionary().objectForKey(kBundleVersion);
+  const Object versionAplicacion =
+      NSBundle::mainBundle().infoDictionary().objectForKey(platform::CFBundleShortVersionString);
   const NSString nombreTerminal = device.name();
   const NSString tipoTerminal = device.model();
   const NSString versionTerminal = device.systemVersion();
