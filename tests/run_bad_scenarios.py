@@ -29,6 +29,8 @@ def cases_of_bytes():
     yield "overlong UTF-8", b'{"do":"device","name":"\xc0\xaf"}\n', 1, "UTF-8"
     yield "a surrogate in UTF-8", b'{"do":"device","name":"\xed\xa0\x80"}\n', 1, "UTF-8"
     yield "a NUL in a step", b'{"do":"settle"\0}\n', 1, ""
+    yield "a line feed in a step's name", b'{"do":"a\\nb"}\n', 1, r'unknown step "a\nb"'
+    yield "a NUL in a key", b'{"do":"settle","a\\u0000b":1}\n', 1, r'no key "a\u0000b"'
     yield "a raw control character in a text", b'{"do":"device","name":"a\x01"}\n', 1, "control"
     yield "nested too deep to be real", b'{"do":"store","set":{"a":' + b"[" * 200000 + b"\n", 1, ""
     yield "an empty file", b"", 0, ""
@@ -79,6 +81,12 @@ def check_others(tool, folder):
         result = run(GET_VERSION, *arguments)
         if result.returncode != 2 or result.stdout or result.stderr.count(b"\n") != 1:
             yield f"{arguments}: {result}"
+        if arguments and arguments[-1].startswith(str(folder / "is")) and not result.stderr.startswith(f"{arguments[-1]}:1: ".encode()):
+            yield f"{arguments}: {result}"
+    with open("/dev/full", "wb") as full:
+        result = subprocess.run([tool, "run", "-"], input=GET_VERSION, stdout=full, stderr=subprocess.PIPE, timeout=300)
+        if result.returncode != 1 or result.stderr.count(b"\n") != 1:
+            yield f"a full disk behind standard output: {result}"
     result = run(b'{"do":"settle"}\n{"do":"server","answers":[]}\n', "--server", "127.0.0.1:1", "--authority",
                  str(scenario), str(scenario))
     if result.returncode != 2 or not result.stderr.startswith(f"{scenario}:2: ".encode()):

@@ -117,6 +117,13 @@ bool hasCommand(CLI::App& app, const std::string& name) {
   return !app.get_subcommands([&](const CLI::App* command) { return command->check_name(name); }).empty();
 }
 
+/// The command's status, unless what it printed was lost.
+int statusOf(const CommandStatus& command) {
+  if (std::cout.flush()) return command.get_exit_code();
+  std::cerr << "quorvantis-push: standard output takes nothing more; is the disk full?\n";
+  return std::max(command.get_exit_code(), 1);
+}
+
 }  // namespace
 
 int runCommandLine(int argc, char** argv, const Commands& commands) {
@@ -136,8 +143,8 @@ int runCommandLine(int argc, char** argv, const Commands& commands) {
   try {
     app.parse(argc, argv);
     return 0;
-  } catch (const CommandStatus& status) {
-    return status.get_exit_code();
+  } catch (const CommandStatus& command) {
+    return statusOf(command);
   } catch (const CLI::Success& help) {
     return app.exit(help);
   } catch (const CLI::ParseError& error) {

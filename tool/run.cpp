@@ -34,7 +34,7 @@ std::vector<Step> readScenarioFile(const RunOptions& options) {
   if (options.scenario == "-") return readScenario(std::cin, serverIsElsewhere);
   std::ifstream file(options.scenario, std::ios::binary);
   file.peek();  // a folder opens, and fails when it is read
-  if (!file && !file.eof()) throw UsageError(options.scenario + ": can't be read; is it there, and a file?");
+  if (!file && !file.eof()) throw ScenarioError(1, "can't be read; is it there, and a file?");
   return readScenario(file, serverIsElsewhere);
 }
 

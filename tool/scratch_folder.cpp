@@ -9,8 +9,12 @@
 namespace quorvantis::tool {
 
 ScratchFolder::ScratchFolder() {
-  std::string name = (std::filesystem::temp_directory_path() / "quorvantis-push-XXXXXX").string();
-  if (mkdtemp(name.data()) == nullptr) throw std::system_error(errno, std::generic_category(), name);
+  std::error_code problem;
+  std::string name = (std::filesystem::temp_directory_path(problem) / "quorvantis-push-XXXXXX").string();
+  if (!problem && mkdtemp(name.data()) == nullptr) problem.assign(errno, std::generic_category());
+  if (problem) {
+    throw std::system_error(problem, "no folder can be made for temporary files; set TMPDIR to one that can");
+  }
   path_ = name;
 }
 

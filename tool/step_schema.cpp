@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "device/settings.h"
+#include "json/write.h"
 
 namespace quorvantis::tool {
 
@@ -192,7 +193,7 @@ const std::map<std::string_view, Schema>& operations() {
 }
 
 std::string inQuotes(std::string_view name) {
-  return '"' + std::string(name) + '"';
+  return json::write(json::Value(name));
 }
 
 /// The keys that the step may hold besides "do", or what keeps that from being known.
