@@ -1,9 +1,11 @@
 # How every target of the project is compiled; call quorvantis_target(NAME) on each.
 
-set(CMAKE_CXX_STANDARD 20)
-set(CMAKE_CXX_STANDARD_REQUIRED ON)
-set(CMAKE_CXX_EXTENSIONS OFF)
-set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+foreach(language CXX OBJCXX)
+  set(CMAKE_${language}_STANDARD 20)
+  set(CMAKE_${language}_STANDARD_REQUIRED ON)
+  set(CMAKE_${language}_EXTENSIONS OFF)
+  set(CMAKE_${language}_VISIBILITY_PRESET hidden)
+endforeach()
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 

@@ -4,8 +4,9 @@ Pod::Spec.new do |spec|
   spec.version = '1.0'
   spec.summary = 'Receives remote notifications from the Quorvantis push service.'
   spec.homepage = 'https://www.quorvantis.com'
-  spec.license = { :type => 'Apache-2.0' }
+  spec.license = { :type => 'Apache-2.0', :file => 'LICENSE' }
   spec.author = 'Quorvantis'
+  # To be replaced: where you publish the folder that make-xcframework made, as a zip.
   spec.source = { :http => 'https://www.quorvantis.com/QuorvantisPush-1.0.zip' }
   spec.platform = :ios, '10.0'
   spec.vendored_frameworks = 'QuorvantisPush.xcframework'

@@ -28,7 +28,6 @@ def main():
     checks = {
         "identifier": (info["CFBundleIdentifier"], "com.quorvantis.QuorvantisPush"),
         "version": (info["CFBundleShortVersionString"], "1.0"),
-        "oldest system": (info["MinimumOSVersion"], "10.0"),
         "manifest's keys": (set(privacy), {"NSPrivacyTracking", "NSPrivacyTrackingDomains", "NSPrivacyCollectedDataTypes",
                                            "NSPrivacyAccessedAPITypes"}),
         "tracking": (privacy["NSPrivacyTracking"], False),

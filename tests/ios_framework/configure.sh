@@ -20,4 +20,10 @@ for part in Headers/QuorvantisPush.h Headers/Push.h Headers/PushRequestData.h He
   grep -Eq "^build packaging/QuorvantisPush.framework/+$part:" "$build/build.ninja" ||
     { echo "the framework has no $part" >&2 && exit 1; }
 done
-grep -q '<string>com.quorvantis.QuorvantisPush</string>' "$build/packaging/QuorvantisPush.framework/Info.plist"
+for value in com.quorvantis.QuorvantisPush 10.0; do
+  grep -q "<string>$value</string>" "$build/packaging/QuorvantisPush.framework/Info.plist" ||
+    { echo "the framework's Info.plist does not say $value" >&2 && exit 1; }
+done
+if grep -E 'FLAGS = .*-fno-objc-arc' "$build/build.ninja" | grep -v -- '-fvisibility=hidden'; then
+  echo "Objective-C++ is compiled with other flags than C++" >&2 && exit 1
+fi
