@@ -1,7 +1,5 @@
 #include "platform/NSBundle.h"
 
-#import <objc/runtime.h>
-
 #include "platform/ios/bridge.h"
 
 namespace quorvantis::platform {
@@ -12,7 +10,7 @@ using ios::retained;
 NSBundle NSBundle::mainBundle() { return retained<NSBundle>([::NSBundle mainBundle]); }
 
 NSBundle NSBundle::bundleForClass(Class aClass) {
-  return retained<NSBundle>([::NSBundle bundleForClass:objc_getClass(aClass.name)]);
+  return retained<NSBundle>([::NSBundle bundleForClass:ios::runtimeClass(aClass)]);
 }
 
 NSBundle NSBundle::bundleWithIdentifier(const NSString& identifier) {

@@ -2,6 +2,8 @@
 // a message, so that a subclass may override it.
 #import <QuorvantisPush/QuorvantisPush.h>
 
+#include <utility>
+
 #include "facade/Push.h"
 #import "platform/ios/CompletionHandler.h"
 #include "platform/ios/RequestDataCore.h"
@@ -12,6 +14,7 @@ using quorvantis::platform::Object;
 using quorvantis::platform::Ref;
 using quorvantis::platform::Selector;
 using quorvantis::platform::ios::autoreleased;
+using quorvantis::platform::ios::coreBehind;
 using quorvantis::platform::ios::handlerFrom;
 using quorvantis::platform::ios::objectOf;
 using quorvantis::platform::ios::retained;
@@ -40,9 +43,7 @@ class PushCore final : public quorvantis::Push {
   }
 
  protected:
-  [[nodiscard]] Text className() const override {
-    return retained<Text>(NSStringFromClass([object() class]));
-  }
+  [[nodiscard]] Text className() const override { return retained<Text>([[object() class] description]); }
   [[nodiscard]] Ref<quorvantis::PushRequestData> makePushRequestData() override {
     return quorvantis::platform::ios::makeRequestData();
   }
@@ -64,7 +65,7 @@ constexpr PushDelegate::Table kDelegateTable{
 
 @implementation Push
 
-static quorvantis::Push& coreOf(Push* object) { return *static_cast<quorvantis::Push*>(object->_core); }
+static quorvantis::Push& coreOf(Push* object) { return coreBehind<quorvantis::Push>(object->_core); }
 
 static Ref<quorvantis::Push> allocInit(void* receiver) {
   Push* object = [[static_cast<Class>(receiver) alloc] init];
@@ -84,7 +85,7 @@ static Ref<quorvantis::Push> allocInit(void* receiver) {
 }
 
 - (void)dealloc {
-  delete static_cast<quorvantis::Push*>(_core);
+  delete static_cast<quorvantis::Push*>(std::exchange(_core, nullptr));
   [super dealloc];
 }
 

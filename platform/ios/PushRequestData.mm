@@ -2,11 +2,14 @@
 // comes back as a message, so that a subclass may override it.
 #import <QuorvantisPush/PushRequestData.h>
 
+#include <utility>
+
 #include "platform/ios/RequestDataCore.h"
 #include "platform/ios/bridge.h"
 
 using quorvantis::platform::Object;
 using quorvantis::platform::ios::autoreleased;
+using quorvantis::platform::ios::coreBehind;
 using quorvantis::platform::ios::objectOf;
 using quorvantis::platform::ios::retained;
 using Text = quorvantis::platform::NSString;
@@ -44,7 +47,7 @@ class RequestDataCore final : public quorvantis::PushRequestData {
 @implementation PushRequestData
 
 static quorvantis::PushRequestData& coreOf(PushRequestData* object) {
-  return *static_cast<quorvantis::PushRequestData*>(object->_core);
+  return coreBehind<quorvantis::PushRequestData>(object->_core);
 }
 
 quorvantis::platform::Ref<quorvantis::PushRequestData> quorvantis::platform::ios::makeRequestData() {
@@ -59,7 +62,7 @@ quorvantis::platform::Ref<quorvantis::PushRequestData> quorvantis::platform::ios
 }
 
 - (void)dealloc {
-  delete static_cast<quorvantis::PushRequestData*>(_core);
+  delete static_cast<quorvantis::PushRequestData*>(std::exchange(_core, nullptr));
   [super dealloc];
 }
 

@@ -4,6 +4,7 @@
 
 #import <Foundation/Foundation.h>
 
+#include "platform/Class.h"
 #include "platform/NSString.h"
 
 namespace quorvantis::platform::ios {
@@ -29,10 +30,24 @@ inline id autoreleased(const Object& handle) { return [[objectOf(handle) retain]
 /// The runtime's own form of a message's name.
 inline SEL selectorOf(Selector selector) { return sel_registerName(selector.name.data()); }
 
+/// The class of that name; where the process has several, the library's own.
+::Class runtimeClass(Class aClass);
+
 /// A text that the code holds as bytes, autoreleased.
 inline ::NSString* textFrom(std::string_view text) {
   return [[[::NSString alloc] initWithBytes:text.data() length:text.size()
                                    encoding:NSUTF8StringEncoding] autorelease];
+}
+
+/// The core behind an exported object. Raises before the object's `init` and while it ends.
+template <class Core>
+Core& coreBehind(void* core) {
+  if (core == nullptr) {
+    @throw [NSException exceptionWithName:NSInternalInconsistencyException
+                                   reason:@"a message was sent before -init, or to an object that is ending"
+                                 userInfo:nil];
+  }
+  return *static_cast<Core*>(core);
 }
 
 }  // namespace quorvantis::platform::ios

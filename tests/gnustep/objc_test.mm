@@ -27,6 +27,17 @@ int liveDelegates = 0;
 Events calls;
 std::map<std::string, id> settingsObjects;  // the objects that the settings were handed, not retained
 
+/// The reason of what `work` raised; empty when it did not raise.
+template <class Work>
+std::string raisedBy(Work work) {
+  @try {
+    work();
+  } @catch (NSException* exception) {
+    return *textOf([exception reason]);
+  }
+  return "";
+}
+
 }  // namespace
 
 /// Answers to some of the callbacks, and keeps the last argument.
@@ -84,6 +95,10 @@ std::map<std::string, id> settingsObjects;  // the objects that the settings wer
 
 @implementation SubPush
 
++ (NSString*)description {
+  return @"A subclass";
+}
+
 - (BOOL)checkAppHash {
   calls.push_back(sel_getName(_cmd));
   return [super checkAppHash];
@@ -101,13 +116,14 @@ std::map<std::string, id> settingsObjects;  // the objects that the settings wer
 
 @end
 
-/// Gives itself up while it is made.
+/// Gives itself up while it is made, before it is one.
 @interface UnmadePush : Push
 @end
 
 @implementation UnmadePush
 
 - (instancetype)init {
+  EXPECT_NE(raisedBy([self] { [self resetBadge]; }), "");
   [self release];
   return nil;
 }
@@ -137,17 +153,6 @@ std::map<std::string, id> settingsObjects;  // the objects that the settings wer
 namespace {
 
 void keepSettingsObject(id, SEL, id object, NSString* key) { settingsObjects[*textOf(key)] = object; }
-
-/// The reason of what `work` raised; empty when it did not raise.
-template <class Work>
-std::string raisedBy(Work work) {
-  @try {
-    work();
-  } @catch (NSException* exception) {
-    return *textOf([exception reason]);
-  }
-  return "";
-}
 
 class ObjectiveC : public testing::Test {
  protected:
@@ -319,7 +324,7 @@ TEST_F(ObjectiveC, SharedIsOfTheReceivingClassAndSendsItselfMessages) {
 
   events();
   [push onError:nil];
-  EXPECT_EQ(device.record.take().at(0).at("tag"), "[SubPush]");
+  EXPECT_EQ(device.record.take().at(0).at("tag"), "[A subclass]");
 }
 
 TEST_F(ObjectiveC, ASecondInstanceIsItsOwn) {

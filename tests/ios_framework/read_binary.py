@@ -23,6 +23,10 @@ sendConnexion:postParameters:url: crearCamposComunes registerForRemoteNotificati
 downloadFinished:""".split()
 PUSH_PROPERTIES = {"appHash": 'T@"NSString",&,N', "deactivateGPS": "TB,N", "delegate": "T@,N",
                    "window": 'T@"UIWindow",&,N'}
+INHERITED_PROPERTIES = {"hash", "superclass", "description", "debugDescription"}  # of the protocol NSObject
+SWITCH, ANSWER = "v20@0:8B16", "B16@0:8"  # types of a method that takes a BOOL, and of one that gives one
+PUSH_SWITCHES = {"activePushNotifications:": SWITCH, "activePushNotificationsInForegroundApp:": SWITCH,
+                 "setDeactivateGPS:": SWITCH, "deactivateGPS": ANSWER, "checkAppHash": ANSWER}
 CLIENT_PROPERTIES = {"delegate": "T@,&", "userDefaultsPrefix": 'T@"NSString",&,N'}
 
 
@@ -42,8 +46,10 @@ def classes(listing):
 
 
 def methods(part):
+    """Their type encodings by their names."""
     body = re.search(r"baseMethods(.*?)baseProtocols", part, re.DOTALL)
-    return sorted(re.findall(r"^\s+name\s+0x\w+ (\S+)", body.group(1) if body else "", re.MULTILINE))
+    return dict(re.findall(r"^\s+name\s+0x\w+ (\S+)\n\s+types\s+0x\w+ (\S+)", body.group(1) if body else "",
+                           re.MULTILINE))
 
 
 def properties(part):
@@ -59,6 +65,12 @@ def protocols(part):
     return {first or second for first, second in names}
 
 
+def flavour(folder):
+    """Which build the library takes itself for: the function that says so returns a constant."""
+    code = output("llvm-objdump-14", "-d", "--no-show-raw-insn", folder / "TargetConditionals.mm.o")
+    return {"#0": "device", "#1": "simulator"}.get(re.search(r"mov\s+w0, (#\d)", code).group(1))
+
+
 def main():
     folder, kind = Path(sys.argv[1]), sys.argv[2]
     subprocess.run([HERE / "link.sh", folder, kind], check=True)
@@ -72,11 +84,13 @@ def main():
     checks = {
         "exported symbols": (exported, EXPORTED),
         "linked frameworks": (sorted(name for name in used if not name.endswith(".dylib")), LINKED),
-        "methods of Push": (methods(push[0]), sorted(PUSH_METHODS)),
-        "class methods of Push": (methods(push[1]), ["shared"]),
-        "methods of PushRequestData": (methods(client[0]), sorted(CLIENT_METHODS)),
-        "properties of Push": ({name: value for name, value in properties(push[0]).items() if name in PUSH_PROPERTIES},
-                               PUSH_PROPERTIES),
+        "methods of Push": (sorted(methods(push[0])), sorted(PUSH_METHODS)),
+        "switches of Push": ({name: types for name, types in methods(push[0]).items() if "B" in types}, PUSH_SWITCHES),
+        "class methods of Push": (methods(push[1]), {"shared": "@16@0:8"}),
+        "methods of PushRequestData": (sorted(methods(client[0])), sorted(CLIENT_METHODS)),
+        "properties of Push": ({name: value for name, value in properties(push[0]).items()
+                                if name not in INHERITED_PROPERTIES}, PUSH_PROPERTIES),
+        "build flavour": (flavour(folder), kind),
         "properties of PushRequestData": (properties(client[0]), CLIENT_PROPERTIES),
         "protocols of Push": (protocols(push[0]), {"UIApplicationDelegate", "UNUserNotificationCenterDelegate"}),
     }

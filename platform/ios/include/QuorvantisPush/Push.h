@@ -1,6 +1,12 @@
 #import <UIKit/UIKit.h>
 #import <UserNotifications/UserNotifications.h>
 
+#if __has_attribute(swift_async)
+#define QUORVANTIS_NOT_ASYNC_IN_SWIFT __attribute__((swift_async(none)))
+#else
+#define QUORVANTIS_NOT_ASYNC_IN_SWIFT
+#endif
+
 NS_ASSUME_NONNULL_BEGIN
 
 /// Takes the device from permission to a token registered with the push server, handles the notifications
@@ -29,14 +35,16 @@ __attribute__((visibility("default")))
 /// The host's callback object; see `PushDelegate`, which it need not adopt.
 ///
 /// It is neither retained nor forgotten when it goes away: keep it alive, and set this to nil before it goes.
+/// In Swift: an instance of a class. A structure or an enumeration would be wrapped into an object that is
+/// gone at once.
 @property(nonatomic, unsafe_unretained, nullable) id delegate;
 
 /// Has this user and device registered, asks for permission to show notifications, and asks the system for a
 /// device token, which comes to the application's delegate.
 ///
 /// @param activate YES starts; NO does nothing, and nothing is ever undone. Where BOOL is a byte (32-bit
-///        phones), a value other than 0 and 1 counts as NO; on 64-bit phones BOOL is a boolean and any value
-///        but 0 has become YES on its way in.
+///        phones, which the package has no build for), a value other than 0 and 1 counts as NO; on 64-bit
+///        phones BOOL is a boolean and any value but 0 has become YES on its way in.
 - (void)activePushNotifications:(BOOL)activate NS_SWIFT_NAME(activePushNotifications(_:));
 
 /// Whether a notification that arrives while the application is in front is shown, and makes the phone
@@ -64,6 +72,8 @@ __attribute__((visibility("default")))
 
 #pragma mark - What the system sends, or your application delegate passes on
 
+// Their handlers may never be called: Swift is not to wait for one.
+
 /// Writes a log line. The token itself goes to `registerForRemoteNotificationsWithDeviceToken:`.
 - (void)application:(UIApplication*)application
     didRegisterForRemoteNotificationsWithDeviceToken:(NSData*)deviceToken;
@@ -75,17 +85,19 @@ __attribute__((visibility("default")))
 /// Handles a notification. Never calls the handler: that is left to your application delegate.
 - (void)application:(UIApplication*)application
     didReceiveRemoteNotification:(NSDictionary*)userInfo
-          fetchCompletionHandler:(void (^)(UIBackgroundFetchResult result))completionHandler;
+          fetchCompletionHandler:(void (^)(UIBackgroundFetchResult result))completionHandler
+    QUORVANTIS_NOT_ASYNC_IN_SWIFT;
 
 /// Calls the handler, with the alert option, only when notifications are shown in front.
 - (void)userNotificationCenter:(UNUserNotificationCenter*)center
        willPresentNotification:(UNNotification*)notification
-         withCompletionHandler:(void (^)(UNNotificationPresentationOptions options))completionHandler;
+         withCompletionHandler:(void (^)(UNNotificationPresentationOptions options))completionHandler
+    QUORVANTIS_NOT_ASYNC_IN_SWIFT;
 
 /// Opens a tapped notification's link a second later. Never calls the handler.
 - (void)userNotificationCenter:(UNUserNotificationCenter*)center
     didReceiveNotificationResponse:(UNNotificationResponse*)response
-             withCompletionHandler:(void (^)(void))completionHandler;
+             withCompletionHandler:(void (^)(void))completionHandler QUORVANTIS_NOT_ASYNC_IN_SWIFT;
 
 #pragma mark - For subclasses
 

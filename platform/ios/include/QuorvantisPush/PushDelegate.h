@@ -5,8 +5,9 @@ NS_ASSUME_NONNULL_BEGIN
 /// What the library tells the host's delegate. All of it is optional, and so is adopting this protocol: the
 /// library asks the object, before each send, whether it responds.
 ///
-/// Callbacks come on the thread of the operation that sends them. Those about tokens and errors may come on a
-/// thread of the transport: move to the main queue before you touch the user interface.
+/// Callbacks come on the thread of the operation that sends them. For `onRegisterToken:` and `onUpdateToken:`
+/// that is the transport's, which need not be the main thread: move to the main queue before you touch the
+/// user interface.
 @protocol PushDelegate <NSObject>
 @optional
 

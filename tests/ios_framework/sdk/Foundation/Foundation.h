@@ -145,6 +145,7 @@ typedef struct {
 + (id)JSONObjectWithData:(NSData*)data options:(NSJSONReadingOptions)options error:(NSError**)error;
 @end
 
+FOUNDATION_EXPORT NSString* const NSInternalInconsistencyException;
 FOUNDATION_EXPORT NSString* const NSInvalidArgumentException;
 FOUNDATION_EXPORT NSString* const NSLocaleCountryCode;
 FOUNDATION_EXPORT NSString* NSStringFromClass(Class aClass);
