@@ -36,8 +36,10 @@ struct Connexion::State {
 Connexion::Connexion(Device& device) : device_(device), state_(std::make_shared<State>(device.network)) {}
 
 Connexion::~Connexion() {
-  cancel();
   setFinished(nullptr);
+  // Every one: the settling thread may be about to take the next one's turn.
+  const std::lock_guard lock(state_->mutex);
+  for (State::Pending& request : state_->pending) request.stop.request_stop();
 }
 
 void Connexion::setFinished(std::function<void(const std::string& identity)> finished) {
