@@ -24,6 +24,9 @@ using std::chrono::steady_clock;
 
 constexpr milliseconds kFarBeyond(8000);  // on a busy machine, and still no wait for the server's patience
 
+// httplib's client would end the program when a server leaves in the middle.
+[[maybe_unused]] const auto kBefore = std::signal(SIGPIPE, SIG_IGN);
+
 const std::string kKey = "0123456789abcdefghijklmnopqrstuv";
 const std::string kForm = "application/x-www-form-urlencoded";
 const std::string kJose = "application/jose";
