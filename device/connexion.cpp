@@ -10,21 +10,26 @@
 
 namespace quorvantis::device {
 
+/// One request, owned by its turn in the queue: it goes with the turn, taken or not.
+struct Connexion::Pending {
+  std::string identity;
+  Request request;
+  std::stop_source stop = {};
+};
+
 struct Connexion::State {
   explicit State(const Network& theNetwork) : network(theNetwork), transport(theNetwork) {}
 
-  struct Pending {
-    std::string identity;
-    Request request;
-    std::stop_source stop;
-  };
-
-  void takeTurn();
+  void takeTurn(const Pending& turn);
+  /// Without those whose turn is gone. To be called with the mutex held.
+  void forgetEnded() {
+    std::erase_if(pending, [](const auto& request) { return request.expired(); });
+  }
 
   const Network& network;
   std::mutex mutex;
   std::function<void(const std::string&)> finished;
-  std::deque<Pending> pending;  // the first one may be on the wire
+  std::deque<std::weak_ptr<Pending>> pending;  // the first one may be on the wire
   std::map<std::string, std::string> answers;
   Transport transport;  // used by the settling thread alone
 
@@ -39,7 +44,9 @@ Connexion::~Connexion() {
   setFinished(nullptr);
   // Every one: the settling thread may be about to take the next one's turn.
   const std::lock_guard lock(state_->mutex);
-  for (State::Pending& request : state_->pending) request.stop.request_stop();
+  for (const auto& request : state_->pending) {
+    if (const auto turn = request.lock()) turn->stop.request_stop();
+  }
 }
 
 void Connexion::setFinished(std::function<void(const std::string& identity)> finished) {
@@ -65,22 +72,24 @@ void Connexion::setConnexionUrl(std::optional<std::string> url) {
 
 void Connexion::send(std::optional<std::string> parameters) {
   device_.record.add(events::request(state_->identity, state_->url, parameters));
-  State::Pending pending{state_->identity.value_or(""),
-                         {state_->url.value_or(""), std::move(parameters).value_or(""), std::nullopt},
-                         {}};
-  if (state_->encryption) pending.request.hashKey = state_->hashKey;
+  Request request{state_->url.value_or(""), std::move(parameters).value_or(""), std::nullopt};
+  if (state_->encryption) request.hashKey = state_->hashKey;
+  const auto turn = std::make_shared<Pending>(Pending{state_->identity.value_or(""), std::move(request)});
   {
     const std::lock_guard lock(state_->mutex);
-    state_->pending.push_back(std::move(pending));
+    state_->forgetEnded();
+    state_->pending.push_back(turn);
   }
-  device_.queue.post([state = std::weak_ptr(state_)] {
-    if (const auto alive = state.lock()) alive->takeTurn();
+  device_.queue.post([turn, state = std::weak_ptr(state_)] {
+    if (const auto alive = state.lock()) alive->takeTurn(*turn);
   });
 }
 
 void Connexion::cancel() {
   const std::lock_guard lock(state_->mutex);
-  if (!state_->pending.empty()) state_->pending.front().stop.request_stop();
+  state_->forgetEnded();
+  if (state_->pending.empty()) return;
+  if (const auto first = state_->pending.front().lock()) first->stop.request_stop();
 }
 
 std::map<std::string, std::string> Connexion::answers() const {
@@ -88,29 +97,23 @@ std::map<std::string, std::string> Connexion::answers() const {
   return state_->answers;
 }
 
-void Connexion::State::takeTurn() {
-  std::unique_lock lock(mutex);
-  const Request& request = pending.front().request;
-  const std::stop_token stop = pending.front().stop.get_token();
-  lock.unlock();
-
+void Connexion::State::takeTurn(const Pending& turn) {
   std::optional<std::string> answer;
-  if (!stop.stop_requested()) {
+  if (!turn.stop.stop_requested()) {
     network.beforeRequest();
-    answer = transport.post(request, stop);
+    answer = transport.post(turn.request, turn.stop.get_token());
   }
 
-  lock.lock();
-  const std::string task = std::move(pending.front().identity);
-  pending.pop_front();
-  if (answer && !stop.stop_requested()) {  // whatever the wire has brought
-    answers[task] = *std::move(answer);
+  std::unique_lock lock(mutex);
+  std::erase_if(pending, [&](const auto& request) { return request.lock().get() == &turn; });
+  if (answer && !turn.stop.stop_requested()) {  // whatever the wire has brought
+    answers[turn.identity] = *std::move(answer);
   } else {
-    answers.erase(task);
+    answers.erase(turn.identity);
   }
   const auto tell = finished;
   lock.unlock();
-  if (tell) tell(task);
+  if (tell) tell(turn.identity);
 }
 
 }  // namespace quorvantis::device

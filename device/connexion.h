@@ -40,6 +40,7 @@ class Connexion {
   [[nodiscard]] std::map<std::string, std::string> answers() const;
 
  private:
+  struct Pending;
   struct State;
 
   Device& device_;

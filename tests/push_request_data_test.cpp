@@ -241,6 +241,14 @@ TEST_F(PushRequestDataTest, CancelsWhatIsOnTheWire) {
             (std::vector<Heard>{{"onError:", "Error --> registerToken"}, {"onRegisterToken:", "00"}}));
 }
 
+TEST_F(PushRequestDataTest, SendsWhatIsAskedForAfterItsProcessHasEnded) {
+  send(kRegister);
+  device.endProcess();
+  send(kChange);
+  settle();
+  EXPECT_EQ(client->finished, std::vector{kChange});
+}
+
 TEST_F(PushRequestDataTest, ForgetsAnEarlierAnswerWhenARequestFails) {
   answerTo(kRegister, 200, R"({"token":"t"})");
   service.queueFault("refuse");
