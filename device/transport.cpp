@@ -139,7 +139,8 @@ bool isClear(std::string_view line, Exchange& exchange) {
   }
   const std::size_t colon = line.find(':');
   if (colon == std::string_view::npos) return true;
-  const std::string_view name = trimmed(line.substr(0, colon));
+  const std::string_view name = line.substr(0, colon);
+  if (name.empty() || trimmed(name) != name) return false;  // folded, or with a blank before the colon
   const std::string_view value = trimmed(line.substr(colon + 1));
   const bool isCoding = isSameWord(name, "Transfer-Encoding");
   if (!isCoding && !isSameWord(name, "Content-Length")) return true;
@@ -171,6 +172,8 @@ void noticeGoodBye(const SSL* ssl, int where, int alert) {
 
 CURLcode configureTls(CURL*, void* context, void* goodBye) {
   auto* tls = static_cast<SSL_CTX*>(context);
+  // libcurl would write the connection's secrets where SSLKEYLOGFILE says.
+  SSL_CTX_set_keylog_callback(tls, nullptr);
   // Keys and signatures of at least 112 bits, whatever the machine's configuration lets through.
   SSL_CTX_set_security_level(tls, 2);
   SSL_CTX_set_app_data(tls, goodBye);

@@ -9,6 +9,7 @@ import datetime
 import http.client
 import http.server
 import json
+import os
 import re
 import signal
 import ssl
@@ -84,8 +85,10 @@ def catch_a_request(tool, folder):
     server.socket = context.wrap_socket(server.socket, server_side=True)
     threading.Thread(target=server.serve_forever, daemon=True).start()
     run = subprocess.run([tool, "run", "--server", f"127.0.0.1:{server.server_port}", "--authority", pem, "-"],
-                         input=SCENARIO, capture_output=True, text=True, timeout=120)
+                         input=SCENARIO, capture_output=True, text=True, timeout=120,
+                         env={**os.environ, "SSLKEYLOGFILE": str(folder / "secrets")})
     server.shutdown()
+    check(not (folder / "secrets").exists() or not (folder / "secrets").read_bytes(), "the connection's secrets got out")
     check(run.returncode == 0, f"run ended with {run.returncode}: {run.stderr}")
     check('"argument":"from Python","event":"callback","selector":"onRegisterToken:"' in run.stdout,
           "the host was not told of the answer")
