@@ -32,10 +32,9 @@ void enter(const PushRequest& request) {
   } else {
     registrations.add(request);
   }
-  const auto entered = registrations.find(isChange ? request.newToken : request.token);
-  fuzz::check(entered && entered->app == request.app && entered->device == request.device &&
-                  entered->library == request.library && entered->geo == request.geo,
-              "what was entered is found");
+  PushRequest next = request;
+  next.oldToken = isChange ? request.newToken : request.token;
+  fuzz::check(registrations.change(next), "what was entered is found");
 }
 
 }  // namespace

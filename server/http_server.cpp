@@ -10,8 +10,9 @@ namespace {
 
 using std::chrono::milliseconds;
 
-constexpr auto kPatience = milliseconds(10'000);  // within a handshake, a request or an answer
+constexpr auto kPatience = milliseconds(10'000);  // for the next bytes of a handshake, a request or an answer
 constexpr auto kIdle = milliseconds(120'000);     // between two requests
+constexpr std::size_t kMostPathBytes = 256;       // more than any path that is answered has
 constexpr std::size_t kMostHeadBytes = std::size_t{64} * 1024;
 
 bool hasBody(const httplib::Request& request) {
@@ -88,6 +89,8 @@ bool HttpServer::serveRequest(Stream& stream) {
   bool closed = false;
   const bool answered = process_request(stream, false, closed, [&](httplib::Request& request) {
     stream.beginBody(hasBody(request) && !isBodyRead(request));
+    // The routes are regular expressions, which recurse for each character.
+    request.path.resize(std::min(request.path.size(), kMostPathBytes));
     // Answers go out whole and as they are.
     request.ranges.clear();
     request.headers.erase("Accept-Encoding");

@@ -1,6 +1,7 @@
 #include "server/push_server.h"
 
 #include <algorithm>
+#include <exception>
 #include <mutex>
 #include <string_view>
 #include <utility>
@@ -45,6 +46,17 @@ bool isNoToken(const std::string& token) {
 void send(const Answer& answer, httplib::Response& response) {
   response.status = answer.status;
   response.set_content(answer.body, answer.mediaType);
+}
+
+/// For those who run the server; clients are not told.
+std::string reasonOf(const std::exception_ptr& failure) {
+  try {
+    std::rethrow_exception(failure);
+  } catch (const std::exception& error) {
+    return error.what();
+  } catch (...) {
+    return "for no known reason";
+  }
 }
 
 struct ReadBody {
@@ -122,7 +134,9 @@ void PushServer::State::setRoutes() {
     return httplib::Server::HandlerResponse::Handled;
   });
   http->set_exception_handler(
-      [](const httplib::Request&, httplib::Response& response, const std::exception_ptr&) {
+      [this](const httplib::Request&, httplib::Response& response, const std::exception_ptr& failure) {
+        const std::lock_guard lock(mutex);
+        if (options.onRefused) options.onRefused("the server failed: " + reasonOf(failure), 500);
         send({500, refusal("the server failed"), "application/json"}, response);
       });
 }

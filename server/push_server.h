@@ -46,8 +46,8 @@ struct PushServerOptions {
   std::function<void(const ReceivedRequest&)> onRequest = {};
   /// Sees each answer to a well-formed request before it leaves, and before it is protected.
   std::function<void(const Answer&)> onAnswer = {};
-  /// Sees why a request was refused as malformed, and the status of the answer. Requests that are no HTTP are
-  /// not seen.
+  /// Sees why a request was refused as malformed, or could not be answered, and the status of the answer.
+  /// Requests that are no HTTP are not seen.
   std::function<void(const std::string& reason, int status)> onRefused = {};
   /// Answers in place of the registrations, where it gives an answer. Called once for each well-formed
   /// request.

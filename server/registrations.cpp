@@ -1,8 +1,13 @@
 #include "server/registrations.h"
 
+#include <fcntl.h>
 #include <sqlite3.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <chrono>
+#include <cstdint>
+#include <string>
 #include <utility>
 
 #include "server/server_error.h"
@@ -11,9 +16,10 @@ namespace quorvantis::server {
 namespace {
 
 constexpr int kBusyMilliseconds = 5000;
+constexpr std::int64_t kApplication = 0x51505352;  // in the file's header
 
 constexpr const char* kSchema =
-    "CREATE TABLE IF NOT EXISTS registrations ("
+    "CREATE TABLE registrations ("
     "  token TEXT PRIMARY KEY NOT NULL,"
     "  app TEXT NOT NULL, device TEXT NOT NULL, library TEXT NOT NULL, geo TEXT NOT NULL,"
     "  registered_at INTEGER NOT NULL, updated_at INTEGER NOT NULL) WITHOUT ROWID";
@@ -23,47 +29,53 @@ std::int64_t now() {
   return std::chrono::duration_cast<std::chrono::seconds>(since).count();
 }
 
-}  // namespace
+/// SQLite makes files that everybody may read.
+void makePrivate(const std::string& file) {
+  const int made = ::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
+  if (made >= 0) ::close(made);
+}
 
-struct Registrations::Database {
-  explicit Database(std::string theFile) : file(std::move(theFile)) {
+/// The open file.
+class Connection {
+ public:
+  explicit Connection(std::string file) : file_(std::move(file)) {
+    if (!file_.empty()) makePrivate(file_);
     const int opened =
-        sqlite3_open_v2(file.empty() ? ":memory:" : file.c_str(), &handle,
+        sqlite3_open_v2(file_.empty() ? ":memory:" : file_.c_str(), &handle_,
                         SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
     try {
       require(opened == SQLITE_OK);
-      sqlite3_busy_timeout(handle, kBusyMilliseconds);
-      run(kSchema);
+      sqlite3_busy_timeout(handle_, kBusyMilliseconds);
     } catch (...) {
-      sqlite3_close(handle);
+      sqlite3_close(handle_);
       throw;
     }
   }
-  ~Database() { sqlite3_close(handle); }
-  Database(const Database&) = delete;
-  Database& operator=(const Database&) = delete;
+  ~Connection() { sqlite3_close(handle_); }
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
 
+  [[noreturn]] void fail(const std::string& why) const {
+    throw ServerError((file_.empty() ? "the registrations" : "the registrations in " + file_) + ' ' + why);
+  }
   void require(bool done) const {
-    if (done) return;
-    const std::string name = file.empty() ? "the registrations" : "the registrations in " + file;
-    throw ServerError(name + " can't be used: " + sqlite3_errmsg(handle));
+    if (!done) fail(std::string("can't be used: ") + sqlite3_errmsg(handle_));
   }
-  void run(const char* sql) const {
-    require(sqlite3_exec(handle, sql, nullptr, nullptr, nullptr) == SQLITE_OK);
+  void run(const std::string& sql) const {
+    require(sqlite3_exec(handle_, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK);
   }
+  [[nodiscard]] sqlite3* handle() const { return handle_; }
 
-  const std::string file;
-  sqlite3* handle = nullptr;
+ private:
+  const std::string file_;
+  sqlite3* handle_ = nullptr;
 };
 
-namespace {
-
 /// One statement, from its preparation to its end.
-template <class Database>
 class Statement {
  public:
-  Statement(const Database& database, const char* sql) : database_(database) {
-    database_.require(sqlite3_prepare_v2(database_.handle, sql, -1, &handle_, nullptr) == SQLITE_OK);
+  Statement(const Connection& database, const char* sql) : database_(database) {
+    database_.require(sqlite3_prepare_v2(database_.handle(), sql, -1, &handle_, nullptr) == SQLITE_OK);
   }
   ~Statement() { sqlite3_finalize(handle_); }
   Statement(const Statement&) = delete;
@@ -84,26 +96,20 @@ class Statement {
     database_.require(result == SQLITE_ROW || result == SQLITE_DONE);
     return result == SQLITE_ROW;
   }
-  [[nodiscard]] std::string text(int column) const {
-    const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(handle_, column));
-    const auto size = static_cast<std::size_t>(sqlite3_column_bytes(handle_, column));
-    return bytes == nullptr ? std::string() : std::string(bytes, size);
-  }
   [[nodiscard]] std::int64_t number(int column) const { return sqlite3_column_int64(handle_, column); }
 
  private:
-  const Database& database_;
+  const Connection& database_;
   sqlite3_stmt* handle_ = nullptr;
   int bound_ = 0;
 };
 
 /// Undone unless it is committed.
-template <class Database>
 class Transaction {
  public:
-  explicit Transaction(const Database& database) : database_(database) { database_.run("BEGIN IMMEDIATE"); }
+  explicit Transaction(const Connection& database) : database_(database) { database_.run("BEGIN IMMEDIATE"); }
   ~Transaction() {
-    if (!committed_) sqlite3_exec(database_.handle, "ROLLBACK", nullptr, nullptr, nullptr);
+    if (!committed_) sqlite3_exec(database_.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
   }
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
@@ -113,17 +119,38 @@ class Transaction {
   }
 
  private:
-  const Database& database_;
+  const Connection& database_;
   bool committed_ = false;
 };
 
-template <class Database>
-void put(const Database& database, const std::string& token, const PushRequest& request,
+std::int64_t numberOf(const Connection& database, const char* query) {
+  Statement statement(database, query);
+  statement.step();
+  return statement.number(0);
+}
+
+/// In a transaction: whether the file can be written shows at once.
+void prepare(const Connection& database) {
+  Transaction transaction(database);
+  if (numberOf(database, "PRAGMA application_id") == kApplication) {
+    Statement(database,
+              "SELECT token, app, device, library, geo, registered_at, updated_at FROM registrations");
+  } else {
+    if (numberOf(database, "SELECT count(*) FROM sqlite_schema") != 0) {
+      database.fail("can't be used: the file is the database of another program; choose another");
+    }
+    database.run("PRAGMA application_id = " + std::to_string(kApplication));
+    database.run(kSchema);
+  }
+  transaction.commit();
+}
+
+void put(const Connection& database, const std::string& token, const PushRequest& request,
          std::int64_t registeredAt) {
   Statement statement(database,
                       "INSERT INTO registrations VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7) "
                       "ON CONFLICT (token) DO UPDATE SET app = ?2, device = ?3, library = ?4, geo = ?5, "
-                      "updated_at = ?7");
+                      "registered_at = min(registered_at, ?6), updated_at = ?7");
   statement.bind(token).bind(request.app).bind(request.device).bind(request.library).bind(request.geo);
   statement.bind(registeredAt).bind(now());
   statement.step();
@@ -131,7 +158,13 @@ void put(const Database& database, const std::string& token, const PushRequest& 
 
 }  // namespace
 
-Registrations::Registrations(const std::string& file) : database_(std::make_unique<Database>(file)) {}
+struct Registrations::Database : Connection {
+  using Connection::Connection;
+};
+
+Registrations::Registrations(const std::string& file) : database_(std::make_unique<Database>(file)) {
+  prepare(*database_);
+}
 Registrations::~Registrations() = default;
 
 void Registrations::add(const PushRequest& request) {
@@ -140,19 +173,13 @@ void Registrations::add(const PushRequest& request) {
 
 bool Registrations::change(const PushRequest& request) {
   Transaction transaction(*database_);
-  const auto old = find(request.oldToken);
-  if (!old) return false;
-  Statement(*database_, "DELETE FROM registrations WHERE token = ?").bind(request.oldToken).step();
-  put(*database_, request.newToken, request, old->registeredAt);
+  Statement old(*database_, "DELETE FROM registrations WHERE token = ? RETURNING registered_at");
+  if (!old.bind(request.oldToken).step()) return false;
+  const std::int64_t registeredAt = old.number(0);
+  old.step();
+  put(*database_, request.newToken, request, registeredAt);
   transaction.commit();
   return true;
-}
-
-std::optional<Registration> Registrations::find(const std::string& token) const {
-  Statement statement(*database_, "SELECT * FROM registrations WHERE token = ?");
-  if (!statement.bind(token).step()) return std::nullopt;
-  return Registration{statement.text(0), statement.text(1),   statement.text(2),  statement.text(3),
-                      statement.text(4), statement.number(5), statement.number(6)};
 }
 
 }  // namespace quorvantis::server
