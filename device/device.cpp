@@ -103,7 +103,7 @@ std::optional<json::Value> Device::userDefault(std::string_view key) {
 }
 
 void Device::setUserDefault(const std::string& key, std::optional<json::Value> value) {
-  record.add(events::stored(key, value ? *value : json::Value()));
+  device::Event event = events::stored(key, value ? *value : json::Value());
   withSettings([&] {
     if (value) {
       settings.set(key, *std::move(value));
@@ -112,6 +112,7 @@ void Device::setUserDefault(const std::string& key, std::optional<json::Value> v
     }
     return true;
   });
+  record.add(std::move(event));
 }
 
 bool Device::synchronizeUserDefaults() {

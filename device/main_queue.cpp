@@ -1,5 +1,6 @@
 #include "device/main_queue.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quorvantis::device {
@@ -21,7 +22,7 @@ void MainQueue::post(Task task) {
 
 void MainQueue::postAfter(nanoseconds delay, Task task) {
   const std::lock_guard lock(mutex_);
-  timers_.emplace(saturatingSum(now_, delay), std::move(task));
+  timers_.emplace(saturatingSum(now_, std::max(delay, nanoseconds(0))), std::move(task));
 }
 
 void MainQueue::settle(const Runner& runner) {

@@ -120,7 +120,13 @@ struct Settings::State {
 
 void Settings::State::open() {
   if (database != nullptr) return;
-  auto opened = std::make_unique<SettingsDatabase>(std::filesystem::absolute(file));
+  std::error_code problem;
+  const std::filesystem::path path = std::filesystem::absolute(file, problem);
+  if (problem) {
+    throw SettingsError("the settings file \"" + file.string() + "\" can't be found (" + problem.message() +
+                        "); name another");
+  }
+  auto opened = std::make_unique<SettingsDatabase>(path);
   json::Dictionary read;
   for (const auto& [key, row] : opened->rows()) {
     auto value = decode(row);

@@ -1,5 +1,7 @@
 #include "platform/NSUserDefaults.h"
 
+#include <stdexcept>
+
 #include "device/device.h"
 #include "platform/simulated/values.h"
 
@@ -29,7 +31,11 @@ void NSUserDefaults::setObject(const Object& object, const NSString& forKey) con
   }
   auto value = simulated::valueFrom(object);
   if (!value || !device::isPropertyList(*value)) doesNotRecognizeSelector({"setObject:forKey:"});
-  Device::current().setUserDefault(key, std::move(value));
+  try {
+    Device::current().setUserDefault(key, std::move(value));
+  } catch (const std::invalid_argument&) {  // a text that is not UTF-8, which only a host's own code makes
+    doesNotRecognizeSelector({"setObject:forKey:"});
+  }
 }
 
 bool NSUserDefaults::synchronize() const {

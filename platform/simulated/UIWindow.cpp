@@ -10,7 +10,9 @@ using simulated::ViewControllerInstance;
 using simulated::WindowInstance;
 
 simulated::WindowInstance::~WindowInstance() {
-  if (root) known<ViewControllerInstance>(root)->window = nullptr;
+  if (root && known<ViewControllerInstance>(root)->window == this) {
+    known<ViewControllerInstance>(root)->window = nullptr;
+  }
 }
 
 UIWindow UIWindow::initWithFrame(CGRect /*frame*/) {
@@ -20,6 +22,7 @@ UIWindow UIWindow::initWithFrame(CGRect /*frame*/) {
 void UIWindow::setRootViewController(const UIViewController& controller) const {
   if (!*this) return;
   auto* window = known<WindowInstance>(*this);
+  if (window->root) known<ViewControllerInstance>(window->root)->window = nullptr;
   window->root = controller;
   if (controller) known<ViewControllerInstance>(controller)->window = window;
 }
