@@ -175,6 +175,20 @@ class Server(Options):
         self.assertEqual(self.outcomes(change, where), ["02"])
         self.stop(process)
 
+    def test_makes_its_file_private_and_leaves_others_alone(self):
+        data = self.folder / "registrations.db"
+        process, _ = self.serve("--data", data)
+        self.stop(process)
+        self.assertEqual(data.stat().st_mode & 0o777, 0o600)
+        settings = self.folder / "settings.db"
+        self.events(steps({"do": "store", "set": {"a": 1}}), "--settings", settings)
+        content, authority = settings.read_bytes(), self.authority.read_bytes()
+        refused = subprocess.run([TOOL, "serve", "--port", "0", "--data", settings, "--authority", self.authority],
+                                 capture_output=True, text=True, timeout=SECONDS)
+        self.assertEqual((refused.returncode, refused.stderr.count("\n")), (1, 1))
+        self.assertIn(f"{settings} can't be used: the file is the database of another program", refused.stderr)
+        self.assertEqual((settings.read_bytes(), self.authority.read_bytes()), (content, authority))
+
     def test_of_another_authority_receives_nothing(self):
         process, _ = self.serve()
         kept = self.authority.read_bytes()

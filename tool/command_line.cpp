@@ -29,6 +29,10 @@ struct Options {
   ServeOptions serve;
 };
 
+std::string problemOfNothing(const std::string& value) {
+  return value.empty() ? "needs a value" : "";
+}
+
 CLI::App* addCommand(CLI::App& app, const char* name, const char* about) {
   CLI::App* command = app.add_subcommand(name, about);
   command->set_version_flag("--version", kVersion);
@@ -67,6 +71,8 @@ void addPayload(CLI::App& app, PayloadOptions& options, int (*payload)(const Pay
       ->required()
       ->type_name(" ");
   command->callback([&options, payload] {
+    // As a phone says it: "17" would be older than "17.0".
+    if (options.systemVersion.find('.') == std::string::npos) options.systemVersion += ".0";
     if (std::count(options.files.begin(), options.files.end(), "-") > 1) {
       throw CLI::ValidationError("FILE", "standard input can be read once");
     }
@@ -86,6 +92,7 @@ void addRun(CLI::App& app, RunOptions& options, int (*run)(const RunOptions&)) {
       ->check(CLI::IsMember(builds).description(""))
       ->type_name("device|simulator");
   command->add_option("--settings", options.settings, "keep the phone's settings in this file")
+      ->check(problemOfNothing)
       ->type_name("FILE");
   auto* server =
       command->add_option("--server", options.server, "use a push server that runs on this machine")
@@ -103,9 +110,12 @@ void addRun(CLI::App& app, RunOptions& options, int (*run)(const RunOptions&)) {
 void addServe(CLI::App& app, ServeOptions& options, int (*serve)(const ServeOptions&)) {
   CLI::App* command = addCommand(app, "serve", "Run the push server for development, on this machine alone");
   command->add_option("--port", options.port, "the port of 127.0.0.1; 0 for any that is free")
+      ->check(problemOfNothing)
       ->capture_default_str()
       ->type_name("N");
-  command->add_option("--data", options.data, "keep the registrations in this file")->type_name("FILE");
+  command->add_option("--data", options.data, "keep the registrations in this file")
+      ->check(problemOfNothing)
+      ->type_name("FILE");
   command
       ->add_option("--authority", options.authority, "write the certificate of the server's authority here")
       ->type_name("FILE");

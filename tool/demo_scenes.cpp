@@ -82,10 +82,11 @@ Act notifications() {
            {"presented", "badge 3", "vibrated", "callback onReceiveNotification:"},
            {"alertShown"}},
           {"A notification that opens the application",
-           "It arrives in the background. Opening the application is the system's own doing; the host gets a "
-           "report.",
+           "It arrives in the background, with \"content-available\", so the system wakes the application. "
+           "Opening "
+           "it is the system's own doing; the host gets a report.",
            R"({"do":"application","state":"background"}
-{"do":"notification","arrives":"background","userInfo":{"aps":{"alert":{"title":"Come back"},"type":"pushlib-abrirapp"}}})",
+{"do":"notification","arrives":"background","userInfo":{"aps":{"alert":{"title":"Come back"},"content-available":1,"type":"pushlib-abrirapp"}}})",
            {"vibrated", "callback onReceiveNotification:"},
            {"alertShown", "opened"}},
           {"A link, while the application is in front",
@@ -104,7 +105,8 @@ Act notifications() {
            {"callback onReceiveNotification:", "alertShown"}},
           {"Values for the application",
            "Up to five values go into the user defaults, for the host to read whenever it likes.",
-           R"({"do":"notification","arrives":"background","userInfo":{"aps":{"alert":{"title":"Your code"},"type":"pushlib-extras","extra1":"SPRING","extra2":20}}})",
+           R"({"do":"application","state":"background"}
+{"do":"notification","arrives":"background","userInfo":{"aps":{"alert":{"title":"Your code"},"content-available":1,"type":"pushlib-extras","extra1":"SPRING","extra2":20}}})",
            {"stored pushExtra1", "stored pushExtra2", "synchronized", "callback onReceiveNotification:"},
            {"vibrated"}},
           {"A silent notification",
@@ -116,7 +118,7 @@ Act notifications() {
            "\"alert\" as plain text is what the library can't take. `quorvantis-push payload` finds such "
            "payloads "
            "before they are sent.",
-           R"({"do":"notification","arrives":"background","userInfo":{"aps":{"alert":"Hello"}}})",
+           R"({"do":"notification","arrives":"background","userInfo":{"aps":{"alert":"Hello","content-available":1}}})",
            {"raised objectForKey:"},
            {"callback onReceiveNotification:"}},
       }};

@@ -150,10 +150,18 @@ void Story::step(const Step& step) const {
   } else if (name == "advance") {
     note(Style::dim, "(one second later)");
   } else if (name == "notification") {
-    const bool isTap = shown(step.find("arrives")) == "tap";
-    line(isTap ? kUser : kSystem, kPush,
-         (isTap ? "taps the notification " : "a notification arrives: ") +
-             json::write(*step.find("userInfo")));
+    notification(shown(step.find("arrives")), json::write(*step.find("userInfo")));
+  }
+}
+
+void Story::notification(const std::string& arrives, const std::string& userInfo) const {
+  if (arrives == "tap") {
+    line(kUser, kPush, "taps the notification " + userInfo);
+  } else if (arrives == "foreground") {
+    line(kSystem, kPush, "a notification arrives: " + userInfo);
+  } else {
+    line(kSystem, kHost, "a notification arrives: " + userInfo);
+    line(kHost, kPush, "\u2026didReceiveRemoteNotification:fetchCompletionHandler:");
   }
 }
 
@@ -190,7 +198,9 @@ void Story::event(const device::Event& event) const {
     const auto& token = device_.facts.token;
     line(kSystem, kHost,
          token ? "device token " + json::hexadecimal(*token) : "error: " + device_.facts.tokenError);
-    if (token) line(kHost, kPush, "registerForRemoteNotificationsWithDeviceToken:");
+    line(kHost, kPush,
+         token ? "registerForRemoteNotificationsWithDeviceToken:"
+               : "\u2026didFailToRegisterForRemoteNotificationsWithError:");
   } else if (name == "callback") {
     line(kPush, kHost, field(event, "selector") + ' ' + field(event, "argument"));
   } else if (name == "log") {

@@ -37,6 +37,7 @@ class Story {
   void details(const std::vector<std::pair<std::string, std::string>>& rows) const;
   void note(Style style, const std::string& text) const;
   void event(const device::Event& event) const;
+  void notification(const std::string& arrives, const std::string& userInfo) const;
   void request(const std::string& body) const;
   void alert(const device::Event& event) const;
   void stored(const std::vector<std::string>& keys) const;

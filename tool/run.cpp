@@ -1,5 +1,7 @@
 #include "tool/run.h"
 
+#include <arpa/inet.h>
+
 #include <charconv>
 #include <fstream>
 #include <iostream>
@@ -51,10 +53,13 @@ std::string readAuthority(const std::string& path) {
 device::Endpoint endpointFrom(const std::string& hostAndPort) {
   const std::size_t colon = hostAndPort.rfind(':');
   const std::string host = hostAndPort.substr(0, colon);
-  device::Endpoint endpoint{host == "localhost" ? "127.0.0.1" : host, 0};
+  device::Endpoint endpoint{host == "localhost" ? "127.0.0.1" : host == "[::1]" ? "::1" : host, 0};
   const std::string port = colon == std::string::npos ? "" : hostAndPort.substr(colon + 1);
   const auto [end, error] = std::from_chars(port.data(), port.data() + port.size(), endpoint.port);
-  const bool isLoopback = endpoint.address.starts_with("127.") || endpoint.address == "[::1]";
+  in_addr v4{};
+  const bool isLoopback =
+      (inet_pton(AF_INET, endpoint.address.c_str(), &v4) == 1 && ntohl(v4.s_addr) >> 24 == 127) ||
+      endpoint.address == "::1";
   if (!isLoopback || error != std::errc() || end != port.data() + port.size() || endpoint.port == 0) {
     throw UsageError("--server takes HOST:PORT of this machine, such as 127.0.0.1:8443, not \"" +
                      hostAndPort + '"');

@@ -57,8 +57,6 @@ void printRequest(const server::ReceivedRequest& request) {
 void serveUntilStopped(const ServeOptions& options) {
   const sigset_t stop = blockStopSignals();
   const server::Authority authority;
-  if (!options.authority.empty()) writeAuthority(options.authority, authority);
-
   server::PushServerOptions serverOptions;
   serverOptions.port = options.port;
   serverOptions.dataFile = options.data;
@@ -72,6 +70,7 @@ void serveUntilStopped(const ServeOptions& options) {
     std::cout << "refused\n  " << status << ' ' << harmless(reason) << "\n\n" << std::flush;
   };
   const server::PushServer server(authority, serverOptions);
+  if (!options.authority.empty()) writeAuthority(options.authority, authority);
   std::cout << "Push server for " << kPushHost << " on https://127.0.0.1:" << server.port()
             << server::kEndpointPath << "\n"
             << (options.authority.empty()
