@@ -25,6 +25,7 @@ using Kind = server::Misbehaviour::Kind;
 using std::chrono::milliseconds;
 
 constexpr milliseconds kLimit(60'000);
+constexpr milliseconds kSettled(500);       // the server has closed or reset what it answered on
 constexpr milliseconds kFarBeyond(20'000);  // on a busy machine, and still no wait for kLimit
 
 const std::string kHost = "push.quorvantis.com";
@@ -281,7 +282,7 @@ TEST_F(TransportTest, SendsEachRequestOnceWhenAReusedConnectionDies) {
 TEST_F(TransportTest, OpensAnotherConnectionWhenTheOldOneWasLeft) {
   serve({{Kind::close, answer("one")}, {Kind::answer, answer("two")}});
   EXPECT_EQ(post("first"), "one");
-  std::this_thread::sleep_for(milliseconds(50));
+  std::this_thread::sleep_for(kSettled);
   EXPECT_EQ(post("second"), "two");
   EXPECT_EQ(received(), (Bodies{"first", "second"}));
 }
@@ -295,7 +296,7 @@ TEST_F(TransportTest, SurvivesBrokenPipes) {
   serve({{Kind::cut, answer("one")}});
   for (int i = 0; i < 2; ++i) {
     EXPECT_EQ(post(), "one");
-    std::this_thread::sleep_for(milliseconds(20));
+    std::this_thread::sleep_for(kSettled);
   }
 }
 
@@ -307,6 +308,7 @@ TEST_F(TransportTest, AStopEndsTheRequestUnderWayOnly) {
   });
   const auto deadline = std::chrono::steady_clock::now() + kLimit;
   while (std::chrono::steady_clock::now() < deadline) {
+    std::this_thread::sleep_for(milliseconds(1));
     const std::lock_guard lock(mutex);
     if (!requests.empty()) break;
   }
