@@ -28,7 +28,8 @@ class SettingsError : public std::runtime_error {
 class Settings {
  public:
   /// Nothing is touched before the first use. The file is made when it is missing, readable by its owner
-  /// alone.
+  /// alone. A process that is killed while it makes it may leave a draft, FILE.new-XXXXXX, which nothing
+  /// reads.
   explicit Settings(std::filesystem::path file);
   /// Closes, but can't tell of failures as close() does.
   ~Settings();
