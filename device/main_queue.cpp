@@ -37,7 +37,8 @@ void MainQueue::advance(nanoseconds duration, const Runner& runner) {
     settle(runner);
   }
   const std::lock_guard lock(mutex_);
-  now_ = until;
+  // Only the time that is left for a timer counts; begun anew without one, the clock never comes to its end.
+  now_ = timers_.empty() ? nanoseconds(0) : until;
 }
 
 void MainQueue::clear() {

@@ -38,6 +38,9 @@ TEST_F(MainQueueTest, RunsWhatIsDueInItsOrder) {
   EXPECT_EQ(log.find("too-late"), std::string::npos);
   queue.advance(nanoseconds::max(), run);
   EXPECT_NE(log.find("too-late"), std::string::npos);
+  queue.postAfter(nanoseconds(2), note("after-all"));
+  queue.advance(nanoseconds(1), run);
+  EXPECT_EQ(log.find("after-all"), std::string::npos);
 }
 
 TEST_F(MainQueueTest, GoesOnAfterATaskThatFails) {
