@@ -123,6 +123,12 @@ class Payloads(unittest.TestCase):
                  for found in report(payload_files()) for finding in found["findings"]}
         self.assertEqual(sorted(table), sorted(drawn))
 
+    def test_an_empty_type_is_a_type(self):
+        path = self.write("type.json", '{"aps":{"alert":{"body":"x"},"type":"","extra1":1,"urlnoti":"https://a"}}')
+        found, = report([path])
+        self.assertEqual([finding["code"] for finding in found["findings"]],
+                         ["unknown-type", "unused-extra", "unused-link"])
+
     def test_sizes_are_those_that_the_service_carries(self):
         sizes = {Path(found["file"]).name: found["bytes"] for found in report(payload_files())}
         self.assertEqual(sizes["valid.simulator.apns"], len('{"aps":{"alert":{"body":"Hi"}}}'))

@@ -89,7 +89,8 @@ class Linter {
   void lintType(const Dictionary& aps, const Value& type);
   void lintLink(const Dictionary& aps);
   void lintStoredExtras(const Dictionary& aps);
-  void lintUnused(const Dictionary& aps, std::string_view type);
+  void lintUnusedLink(const Dictionary& aps);
+  void lintUnusedExtras(const Dictionary& aps, std::string_view type);
   void lintKeys(const Dictionary& aps);
   void lintRepeated();
 
@@ -230,13 +231,16 @@ void Linter::lintAps(const Dictionary& aps) {
 }
 
 void Linter::lintKeys(const Dictionary& aps) {
+  const auto alert = aps.find(payload::alert.text());
   for (const auto& [key, value] : aps) {
-    if (key == payload::title.text() || key == payload::body.text()) {
+    const bool isAlertText = key == payload::title.text() || key == payload::body.text();
+    if (isAlertText && alert != aps.end()) {
       report("alert-text-outside-alert", inAps(key),
              {inQuotes(key) + R"( stands beside "alert", not in it)", "Nobody sees it.",
-              R"(Move it into "alert".)"});
-      continue;
+              alert->second.find(key) != nullptr ? R"(Take it out; "alert" has its own.)"
+                                                 : R"(Move it into "alert".)"});
     }
+    if (isAlertText) continue;
     const auto meant = nearestTo(key, kKeys);
     if (!meant) continue;
     const bool isExtra = meant->starts_with("extra");
@@ -278,8 +282,8 @@ void Linter::lintAlertPath(const Dictionary& aps, const Value& alert) {
   if (const auto badge = aps.find(payload::badge.text()); badge != aps.end()) lintBadge(badge->second);
   if (type != aps.end()) {
     lintType(aps, type->second);
-  } else if (aps.contains(payload::urlnoti.text())) {
-    lintUnused(aps, "");
+  } else {
+    lintUnusedLink(aps);
   }
 }
 
@@ -357,9 +361,16 @@ void Linter::lintType(const Dictionary& aps, const Value& type) {
             meant ? "Write " + inQuotes(*meant) + ", if that is what is meant; every letter and blank counts."
                   : "Known are " + listed(kTypes) + ". To send extras without a type, leave \"type\" out."});
   }
-  if (*text == payload::typeOpenURL.text()) lintLink(aps);
-  if (*text == payload::typeExtras.text()) lintStoredExtras(aps);
-  lintUnused(aps, *text);
+  if (*text == payload::typeOpenURL.text()) {
+    lintLink(aps);
+  } else {
+    lintUnusedLink(aps);
+  }
+  if (*text == payload::typeExtras.text()) {
+    lintStoredExtras(aps);
+  } else {
+    lintUnusedExtras(aps, *text);
+  }
 }
 
 void Linter::lintLink(const Dictionary& aps) {
@@ -418,13 +429,14 @@ void Linter::lintStoredExtras(const Dictionary& aps) {
           R"(Add "extra1" to "extra5", as many as are needed.)"});
 }
 
-void Linter::lintUnused(const Dictionary& aps, std::string_view type) {
-  if (type != payload::typeOpenURL.text() && aps.contains(payload::urlnoti.text())) {
-    report("unused-link", inAps(payload::urlnoti.text()),
-           {"\"urlnoti\" in a notification that opens no link", "The link is lost without a word.",
-            "Give it the \"type\" " + inQuotes(payload::typeOpenURL.text()) + ", or take the link out."});
-  }
-  if (type.empty() || type == payload::typeExtras.text()) return;
+void Linter::lintUnusedLink(const Dictionary& aps) {
+  if (!aps.contains(payload::urlnoti.text())) return;
+  report("unused-link", inAps(payload::urlnoti.text()),
+         {"\"urlnoti\" in a notification that opens no link", "The link is lost without a word.",
+          "Give it the \"type\" " + inQuotes(payload::typeOpenURL.text()) + ", or take the link out."});
+}
+
+void Linter::lintUnusedExtras(const Dictionary& aps, std::string_view type) {
   for (const auto& extra : payload::extras) {
     if (!aps.contains(extra.text())) continue;
     report("unused-extra", inAps(extra.text()),
