@@ -129,6 +129,21 @@ class Payloads(unittest.TestCase):
         self.assertEqual([finding["code"] for finding in found["findings"]],
                          ["unknown-type", "unused-extra", "unused-link"])
 
+    def test_remedies_mend(self):
+        alert = '"alert":{"body":"x"}'
+        take_out = 'Take it out; "aps" has its own.'
+        for content, remedy in (
+                ('{"aps":{%s,"type":"pushlib-normal"},"type":"mine"}' % alert, take_out),
+                ('{"aps":{"alert":{"body":"x","badge":1},"badge":2}}', take_out),
+                ('{"aps":{%s,"body":"y"}}' % alert, 'Take it out; "alert" has its own.'),
+                ('{"aps":{"alert":{"body":"x","content-available":1}}}', 'Take it out; beside "alert" it keeps'),
+                ('{"aps":{%s},"content-available":1}' % alert, 'Take it out; beside "alert" it keeps'),
+                ('{"aps":{%s,"a":"%s"}}' % (alert, "x" * 4060), "Take out 1 byte. Blanks count. What is long"),
+                ('{"Simulator Target Bundle":"a","aps":{%s,"a":"%s"}}' % (alert, "x" * 4060),
+                 "Take out 1 byte. What is long")):
+            found, = report([self.write("payload.json", content)])
+            self.assertEqual([finding["remedy"][:len(remedy)] for finding in found["findings"]], [remedy], content[:80])
+
     def test_sizes_are_those_that_the_service_carries(self):
         sizes = {Path(found["file"]).name: found["bytes"] for found in report(payload_files())}
         self.assertEqual(sizes["valid.simulator.apns"], len('{"aps":{"alert":{"body":"Hi"}}}'))

@@ -84,7 +84,7 @@ class Linter {
   void lintAps(const Dictionary& aps);
   void lintAlertPath(const Dictionary& aps, const Value& alert);
   void lintSilentPath(const Dictionary& aps);
-  void lintAlert(const Dictionary& alert, bool isLink);
+  void lintAlert(const Dictionary& aps, const Dictionary& alert, bool isLink);
   void lintBadge(const Value& badge);
   void lintType(const Dictionary& aps, const Value& type);
   void lintLink(const Dictionary& aps);
@@ -106,6 +106,17 @@ class Linter {
   const PayloadDocument& document_;
   Findings findings_;
 };
+
+/// `move`, unless the key would then stand twice in "aps", or keep the alert there from being handled. `aps`
+/// is nullptr when there is no such object.
+std::string remedyOfMisplaced(std::string_view key, const Dictionary* aps, const std::string& move) {
+  const auto has = [&](std::string_view wanted) { return aps != nullptr && aps->contains(wanted); };
+  if (has(key)) return R"(Take it out; "aps" has its own.)";
+  if (key == payload::contentAvailable.text() && has(payload::alert.text())) {
+    return R"(Take it out; beside "alert" it keeps a notification in the foreground from being handled.)";
+  }
+  return move;
+}
 
 std::string inAps(std::string_view key) {
   return "/aps" + pointerPart(key);
@@ -155,12 +166,13 @@ Findings Linter::lint() {
     return findings_;
   }
   if (document_.size() > kLargestPayload) {
-    const std::string excess = grouped(document_.size() - kLargestPayload);
+    const std::size_t excess = document_.size() - kLargestPayload;
     report("too-large", "",
-           {grouped(document_.size()) + " bytes, " + excess + " more than the " + grouped(kLargestPayload) +
-                " that Apple's service carries",
+           {grouped(document_.size()) + " bytes, " + grouped(excess) + " more than the " +
+                grouped(kLargestPayload) + " that Apple's service carries",
             "Apple's service refuses it: it reaches no phone.",
-            "Take out " + excess + " bytes. Blanks count; what is long belongs behind a link."});
+            "Take out " + counted(excess, "byte") + (document_.isForSimulator() ? ". " : ". Blanks count. ") +
+                "What is long belongs behind a link."});
   }
   if (const auto* payload = document_.value().get<Dictionary>()) {
     lintObject(*payload);
@@ -190,14 +202,15 @@ void Linter::lintRepeated() {
 }
 
 void Linter::lintObject(const Dictionary& payload) {
+  const auto aps = payload.find(payload::aps.text());
+  const auto* dictionary = aps != payload.end() ? aps->second.get<Dictionary>() : nullptr;
   for (const std::string_view key : kKeys) {
     if (!payload.contains(key)) continue;
     report("key-outside-aps", pointerPart(key),
            {inQuotes(key) + R"( stands outside "aps")", "The library does not see it there.",
-            R"(Move it into "aps".)"});
+            remedyOfMisplaced(key, dictionary, R"(Move it into "aps".)")});
   }
 
-  const auto aps = payload.find(payload::aps.text());
   if (aps == payload.end()) {
     Wording wording{
         R"(there is no "aps")",
@@ -210,7 +223,7 @@ void Linter::lintObject(const Dictionary& payload) {
     if (misspelt != payload.end())
       wording.remedy = "Write \"aps\" in place of " + inQuotes(misspelt->first) + ".";
     report("no-aps", misspelt == payload.end() ? "" : pointerPart(misspelt->first), wording);
-  } else if (const auto* dictionary = aps->second.get<Dictionary>()) {
+  } else if (dictionary != nullptr) {
     lintAps(*dictionary);
   } else {
     report("aps-is-no-object", "/aps",
@@ -257,7 +270,7 @@ void Linter::lintAlertPath(const Dictionary& aps, const Value& alert) {
   const auto type = aps.find(payload::type.text());
   const bool isLink = type != aps.end() && type->second == Value(payload::typeOpenURL.text());
   if (const auto* dictionary = alert.get<Dictionary>()) {
-    lintAlert(*dictionary, isLink);
+    lintAlert(aps, *dictionary, isLink);
   } else if (const auto* text = alert.get<std::string>()) {
     report("alert-is-text", inAps(payload::alert.text()),
            {R"("alert" is a plain text)",
@@ -287,7 +300,7 @@ void Linter::lintAlertPath(const Dictionary& aps, const Value& alert) {
   }
 }
 
-void Linter::lintAlert(const Dictionary& alert, bool isLink) {
+void Linter::lintAlert(const Dictionary& aps, const Dictionary& alert, bool isLink) {
   const auto hasText = [&](std::string_view key) {
     const auto entry = alert.find(key);
     return entry != alert.end() && entry->second != Value("");
@@ -316,7 +329,7 @@ void Linter::lintAlert(const Dictionary& alert, bool isLink) {
     if (key == payload::alert.text() || !alert.contains(key)) continue;
     report("key-outside-aps", inAps(payload::alert.text()) + pointerPart(key),
            {inQuotes(key) + R"( stands in "alert")", "The library does not see it there.",
-            R"(Move it up into "aps", beside "alert".)"});
+            remedyOfMisplaced(key, &aps, R"(Move it up into "aps", beside "alert".)")});
   }
 }
 
@@ -420,7 +433,7 @@ void Linter::lintStoredExtras(const Dictionary& aps) {
     const std::string* null = document_.firstNullIn(pointer + '/');
     report("extra-rejected", null != nullptr ? *null : pointer,
            {"a null in what is to be stored", "The settings take no null and raise: the application ends.",
-            "Leave the key out, or send an empty text."});
+            "Leave it out, or send an empty text."});
   }
   if (isOneThere) return;
   report("extras-missing", inAps(payload::type.text()),
