@@ -212,10 +212,10 @@ void Linter::lintObject(const Dictionary& payload) {
   }
 
   if (aps == payload.end()) {
-    Wording wording{
-        R"(there is no "aps")",
-        "In the foreground the library does not handle it; in the background the host gets an empty report.",
-        R"(Put everything for the library into one object under "aps".)"};
+    Wording wording{R"(there is no "aps")",
+                    "In the foreground the library does not handle it. In the background the host gets an "
+                    "empty report, if any.",
+                    R"(Put everything for the library into one object under "aps".)"};
     const std::array<std::string_view, 1> kAps{payload::aps.text()};
     const auto misspelt = std::find_if(payload.begin(), payload.end(), [&](const auto& entry) {
       return nearestTo(entry.first, kAps).has_value();
@@ -288,8 +288,9 @@ void Linter::lintAlertPath(const Dictionary& aps, const Value& alert) {
     report("not-handled-in-foreground", inAps(payload::contentAvailable.text()),
            {R"("content-available" in a notification with an alert)",
             "Whatever its value, the library does not handle the notification when it arrives in the "
-            "foreground: "
-            "no badge, no alert, no report.",
+            "foreground: no badge, no alert, no report. With the value 1, a host that passes "
+            "application:didReceiveRemoteNotification:fetchCompletionHandler: to the library has it handled "
+            "by that call.",
             "Take it out, or send a second, silent notification with it."});
   }
   if (const auto badge = aps.find(payload::badge.text()); badge != aps.end()) lintBadge(badge->second);
@@ -479,7 +480,7 @@ void Linter::lintSilentPath(const Dictionary& aps) {
            R"(The library does not act on it; the host finds it in the report as "customType".)");
   }
   unused(payload::urlnoti, "The library opens nothing; the host finds it in the report.");
-  unused(payload::badge, "The library does not set it; the host finds it in the report.");
+  unused(payload::badge, "Only the system sets it, in the background; the host finds it in the report.");
 
   const auto wakes = aps.find(payload::contentAvailable.text());
   if (wakes != aps.end() && wakes->second == Value(1)) return;
@@ -487,7 +488,7 @@ void Linter::lintSilentPath(const Dictionary& aps) {
          {R"(neither "alert" nor "content-available": 1)",
           "In the background the system does not wake the application for it, so the library does not hear "
           "of it.",
-          R"(Add "content-available": 1, or an "alert".)"});
+          R"(Write "content-available": 1, if the application is to hear of it.)"});
 }
 
 }  // namespace

@@ -101,9 +101,10 @@ std::string conditions(const std::vector<Situation>& situations) {
 }
 
 std::vector<std::string> titlesOf(const std::vector<Situation>& situations) {
-  static const auto& names = *new std::map<Arrival, std::string>{{Arrival::foreground, "In the foreground"},
-                                                                 {Arrival::background, "In the background"},
-                                                                 {Arrival::tap, "When it is tapped"}};
+  static const auto& names = *new std::map<Arrival, std::string>{
+      {Arrival::foreground, "In the foreground"},
+      {Arrival::background, "In the background, if the system hands it on"},
+      {Arrival::tap, "When it is tapped"}};
   std::map<Arrival, std::vector<Situation>> byArrival;
   for (const Situation& situation : situations) byArrival[situation.arrival].push_back(situation);
   std::vector<std::string> titles;
