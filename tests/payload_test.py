@@ -129,6 +129,12 @@ class Payloads(unittest.TestCase):
         self.assertEqual([finding["code"] for finding in found["findings"]],
                          ["unknown-type", "unused-extra", "unused-link"])
 
+    def test_types_that_look_right_are_recognised(self):
+        for written in ("pushlib-normal\u00a0", "\ufeffpushlib-normal", "push\u200blib-normal", "pushlib-normál",
+                        "pushlib-n\u043ermal"):
+            found, = report([self.write("type.json", '{"aps":{"alert":{"body":"x"},"type":"%s"}}' % written)])
+            self.assertIn('Write "pushlib-normal"', found["findings"][0]["remedy"], written)
+
     def test_remedies_mend(self):
         alert = '"alert":{"body":"x"}'
         take_out = 'Take it out; "aps" has its own.'
@@ -194,6 +200,10 @@ class Payloads(unittest.TestCase):
         self.assertIn(f"{FOLDER}: can't be read: it is a folder", text)
         self.assertTrue(text.endswith("5 files: 1 error, 1 warning, 0 notes; 2 can't be read\n"), text[-200:])
         self.assertIn(b"standard input:1:1: error: not JSON", run("payload", "-", stdin=b"").stdout)
+        for redirection, reason in ((f"<{FOLDER}", "Is a directory"), ("<&-", "Bad file descriptor")):
+            done = subprocess.run(f"'{TOOL}' payload - {redirection}", shell=True, capture_output=True, text=True)
+            self.assertEqual(done.returncode, 2)
+            self.assertIn("standard input: can't be read: " + reason, done.stdout)
 
     def test_wrong_arguments(self):
         path = FOLDER / "valid.silent.json"

@@ -1,20 +1,25 @@
 #include "tool/payload_source.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <iostream>
+#include <memory>
+#include <system_error>
+#include <utility>
 
 namespace quorvantis::tool {
 
 namespace {
 
-PayloadSource readFrom(std::istream& stream) {
+struct Closer {
+  void operator()(std::FILE* stream) const { static_cast<void>(std::fclose(stream)); }
+};
+
+PayloadSource readFrom(std::FILE* stream) {
   std::string bytes(kLargestFile + 1, '\0');
-  stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  if (stream.bad()) return {{}, std::string("reading failed: ") + std::strerror(errno)};
-  bytes.resize(static_cast<std::size_t>(stream.gcount()));
+  bytes.resize(std::fread(bytes.data(), 1, bytes.size(), stream));
+  if (std::ferror(stream) != 0) return {{}, std::strerror(errno)};
   if (bytes.size() > kLargestFile) return {{}, "larger than 4 MiB, which is no payload"};
   bytes.shrink_to_fit();
   return {std::move(bytes), {}};
@@ -23,13 +28,12 @@ PayloadSource readFrom(std::istream& stream) {
 }  // namespace
 
 PayloadSource readPayloadSource(const std::string& file) {
-  if (file == "-") return readFrom(std::cin);
+  if (file == "-") return readFrom(stdin);
   std::error_code ignored;
   if (std::filesystem::is_directory(file, ignored)) return {{}, "it is a folder"};
-  errno = 0;
-  std::ifstream stream(file, std::ios::binary);
-  if (!stream) return {{}, std::strerror(errno)};
-  return readFrom(stream);
+  const std::unique_ptr<std::FILE, Closer> stream(std::fopen(file.c_str(), "rbe"));
+  if (stream == nullptr) return {{}, std::strerror(errno)};
+  return readFrom(stream.get());
 }
 
 }  // namespace quorvantis::tool
