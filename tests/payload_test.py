@@ -189,6 +189,22 @@ class Payloads(unittest.TestCase):
         self.assertRegex(text, r"│ +Offers +│\n +│ +Three new ones +│\n +├─+┤\n +│ +OK +│")
         self.assertIn("A tap on OK opens " + link, text)
 
+    def test_a_link_that_is_no_text_is_not_explained(self):
+        for version in SYSTEM_VERSIONS:
+            found, = report([FOLDER / "link-is-no-text.json"], "--system-version", version)
+            opened = {opening["url"] for outcome in found["outcomes"] for opening in outcome["opened"]}
+            self.assertEqual(opened, {None})
+        text = run("payload", FOLDER / "link-is-no-text.json").stdout.decode()
+        self.assertIn("A tap on OK opens no defined address, since the link is no text", text)
+
+    def test_narrow_terminals_are_kept_to(self):
+        command = f"stty cols 40; NO_COLOR=1 '{TOOL}' payload '{FOLDER / 'valid.openurl.json'}'"
+        done = subprocess.run(["script", "-qec", command, "/dev/null"], stdin=subprocess.DEVNULL,
+                              capture_output=True, text=True, timeout=300)
+        _, *lines = done.stdout.splitlines()
+        self.assertIn("      Opens a second later:", lines)
+        self.assertEqual([line for line in lines if len(line) > 40], [])
+
     def test_status_and_sections(self):
         good, bad, odd = (FOLDER / name for name in ("valid.silent.json", "alert-is-text.json", "unknown-type.json"))
         self.assertEqual([run("payload", path).returncode for path in (good, odd, bad)], [0, 0, 1])

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "notifications/payload_keys.h"
 #include "tool/player.h"
 #include "tool/scratch_folder.h"
 
@@ -96,6 +97,17 @@ void noteAll(std::vector<device::Event> events, Outcome::When when, Outcome& out
   }
 }
 
+bool hasLinkThatIsNoText(const Dictionary& payload) {
+  const auto aps = payload.find(payload::aps.text());
+  const json::Value* link = aps != payload.end() ? aps->second.find(payload::urlnoti.text()) : nullptr;
+  return link != nullptr && link->get<std::string>() == nullptr;
+}
+
+/// The simulated phone opens something for it; no phone has to.
+void leaveUndefined(std::vector<Outcome::Opened>& opened) {
+  for (Outcome::Opened& opening : opened) opening = {{}, opening.when, false};
+}
+
 Outcome outcomeOf(const Situation& situation, const Dictionary& payload, const std::string& systemVersion) {
   Phone phone(situation, systemVersion);
   Outcome outcome;
@@ -117,6 +129,7 @@ std::vector<Explained> explain(const Dictionary& payload, const std::string& sys
   std::vector<Explained> all;
   for (const Situation& situation : kSituations) {
     Outcome outcome = outcomeOf(situation, payload, systemVersion);
+    if (hasLinkThatIsNoText(payload)) leaveUndefined(outcome.opened);
     const auto same = std::find_if(all.begin(), all.end(), [&](const Explained& explained) {
       return explained.outcome.events == outcome.events &&
              (explained.situations.front().arrival == Arrival::tap) == (situation.arrival == Arrival::tap);

@@ -26,8 +26,9 @@ struct Outcome {
   };
   enum class When { atOnce, onOK, oneSecondLater };
   struct Opened {
-    json::Value url;  ///< null: the system is asked to open no address at all
+    json::Value url;  ///< null: the system is asked to open no address at all, or it is not defined which
     When when = When::atOnce;
+    bool isDefined = true;  ///< false: the link is no text, and phones may open anything or nothing
   };
 
   std::vector<device::Event> events;

@@ -54,12 +54,17 @@ class Printer {
       out_ << std::string(indent, ' ') << terminal_.styled(style, line) << '\n';
     }
   }
-  /// What follows the label goes on under itself.
+  /// What follows the label goes on under itself; where that leaves too little room, in lines of its own.
   void labelled(std::size_t indent, const std::string& label, const std::string& text) {
+    constexpr std::size_t kLeastRoom = 20;
     const std::size_t column = indent + columns(label) + 1;
+    if (column + kLeastRoom > terminal_.width()) {
+      paragraph(indent, label, Style::dim);
+      paragraph(indent + 2, text);
+      return;
+    }
     bool isFirst = true;
-    for (const std::string& line :
-         wrap(text, std::max<std::size_t>(terminal_.width(), column + 20) - column)) {
+    for (const std::string& line : wrap(text, terminal_.width() - column)) {
       out_ << std::string(isFirst ? indent : column, ' ');
       if (isFirst) out_ << terminal_.styled(Style::dim, label) << ' ';
       out_ << line << '\n';
@@ -133,6 +138,11 @@ std::string whenOf(Outcome::When when) {
   return "";
 }
 
+std::string addressOf(const Outcome::Opened& opened) {
+  if (!opened.isDefined) return "no defined address, since the link is no text";
+  return opened.url.isNull() ? "nothing, since the text is no address" : shown(opened.url);
+}
+
 /// What was printed already need not be printed again.
 struct Printed {
   std::optional<Value> report;
@@ -187,8 +197,7 @@ void printOutcome(const Explained& explained, Printer& printer, Printed& printed
     printer.labelled(kEffectIndent, "Stored: " + key + " =", shown(value));
   }
   for (const Outcome::Opened& opened : outcome.opened) {
-    printer.labelled(kEffectIndent, whenOf(opened.when),
-                     opened.url.isNull() ? "nothing, since the text is no address" : shown(opened.url));
+    printer.labelled(kEffectIndent, whenOf(opened.when), addressOf(opened));
   }
   if (outcome.report) printReport(*outcome.report, printer, printed);
   if (outcome.raised) {
