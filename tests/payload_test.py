@@ -215,7 +215,7 @@ class Payloads(unittest.TestCase):
         self.assertIn("no/such/file: can't be read: No such file or directory", text)
         self.assertIn(f"{FOLDER}: can't be read: it is a folder", text)
         self.assertTrue(text.endswith("5 files: 1 error, 1 warning, 0 notes; 2 can't be read\n"), text[-200:])
-        self.assertIn(b"standard input:1:1: error: not JSON", run("payload", "-", stdin=b"").stdout)
+        self.assertIn(b"standard input:1:1: error: can't be read as JSON", run("payload", "-", stdin=b"").stdout)
         for redirection, reason in ((f"<{FOLDER}", "Is a directory"), ("<&-", "Bad file descriptor")):
             done = subprocess.run(f"'{TOOL}' payload - {redirection}", shell=True, capture_output=True, text=True)
             self.assertEqual(done.returncode, 2)
@@ -250,6 +250,7 @@ class Payloads(unittest.TestCase):
             "misspelt keys": json.dumps({"aps": {" " * n + "type" + "-" * m: 1 for n in range(60) for m in range(60)}}),
             "long keys": '{"aps":{"alert":{"%s":[%s]},"extra1":{"%s":[%s]}},"%s":[%s]}' % (
                 (long_key, ",".join(["null"] * 50_000)) * 3),
+            "deeper than is read": '{"aps":{"alert":{"body":"x"},"extra1":%s}}' % ("[" * 511 + "]" * 511),
             "no blank": '{"aps":{"alert":{"body":"%s"},"type":"pushlib-abrirurl","urlnoti":"https://a"}}' % ("é" * 30_000),
         }
         for name, content in cases.items():

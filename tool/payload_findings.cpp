@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <stdexcept>
 
 #include "device/settings.h"
@@ -158,10 +159,10 @@ void Linter::count(Severity severity, std::size_t times) {
 
 Findings Linter::lint() {
   if (const auto& problem = document_.problem()) {
-    Finding* finding =
-        add("not-json", "",
-            {"not JSON: " + problem->reason, "Apple's service refuses it: it reaches no phone.",
-             "Mend the text at this place."});
+    Finding* finding = add("not-json", "",
+                           {"can't be read as JSON: " + problem->reason,
+                            "Apple's service or the phone refuses it: the application gets nothing.",
+                            "Mend the text at this place."});
     finding->place = document_.placeOf(problem->offset);
     return findings_;
   }
@@ -306,8 +307,9 @@ void Linter::lintAlert(const Dictionary& aps, const Dictionary& alert, bool isLi
     const auto entry = alert.find(key);
     return entry != alert.end() && entry->second != Value("");
   };
-  const bool isLocalized = hasText("loc-key") || hasText("title-loc-key");
-  if (!hasText(payload::title.text()) && !hasText(payload::body.text()) && (isLink || !isLocalized)) {
+  constexpr std::string_view kForTheSystem[] = {"loc-key", "title-loc-key", "subtitle", "subtitle-loc-key"};
+  const bool isShown = !isLink && std::any_of(std::begin(kForTheSystem), std::end(kForTheSystem), hasText);
+  if (!hasText(payload::title.text()) && !hasText(payload::body.text()) && !isShown) {
     report("alert-without-text", inAps(payload::alert.text()),
            {R"("alert" has neither "title" nor "body")",
             isLink ? "The library's alert in the application has no text, only its OK button."
@@ -337,12 +339,18 @@ void Linter::lintAlert(const Dictionary& aps, const Dictionary& alert, bool isLi
 void Linter::lintBadge(const Value& badge) {
   const std::string pointer = inAps(payload::badge.text());
   std::int64_t taken = 0;
+  std::string kind = kindOf(badge) + ", not a whole number";
   if (badge.get<std::int64_t>() != nullptr) return;
   if (const auto* text = badge.get<std::string>()) {
     taken = device::integerValue(*text);
   } else if (const auto* real = badge.get<double>()) {
     taken = device::integerValue(*real);
-    if (*real == static_cast<double>(taken)) return;
+    constexpr double kBeyond64Bits = 9223372036854775808.0;  // 2^63
+    if (std::fabs(*real) >= kBeyond64Bits) {
+      kind = "a number beyond 64 bits";
+    } else if (*real == static_cast<double>(taken)) {
+      return;
+    }
   } else if (const auto* boolean = badge.get<bool>()) {
     taken = *boolean ? 1 : 0;
   } else {
@@ -353,8 +361,7 @@ void Linter::lintBadge(const Value& badge) {
     return;
   }
   report("badge-converted", pointer,
-         {"\"badge\" is " + kindOf(badge) + ", not a whole number",
-          "It is taken for " + std::to_string(taken) + ".",
+         {"\"badge\" is " + kind, "It is taken for " + std::to_string(taken) + ".",
           "Write " + std::to_string(taken) + ", if that is what is meant."});
 }
 
