@@ -261,6 +261,8 @@ class Payloads(unittest.TestCase):
         repeated, = report([Path(self.scratch.name) / "repeated keys"])
         self.assertEqual(len(repeated["findings"]) + repeated["findingsLeftOut"], 100_001)
 
+        self.assertIn(b"it was only checked", run("payload", Path(self.scratch.name) / "megabyte").stdout)
+
         endless = run("payload", "/dev/zero")
         self.assertEqual(endless.returncode, 2)
         self.assertIn(b"larger than 4 MiB", endless.stdout)
@@ -268,12 +270,12 @@ class Payloads(unittest.TestCase):
         self.assertLess(largest, 1 << 20, "KiB at most")
 
     def test_nothing_that_a_terminal_would_obey_is_printed(self):
-        nasty = "\\u001b[2J\\u009b2J\x7f\u202e"
+        nasty = "\\u001b[2J\\u009b2J\x7f\u202e\u2066"
         path = self.write("nasty.json", '{"aps":{"alert":{"title":"%s","body":"a\\nb"},"type":"pushlib-abrirurl",'
                                         '"urlnoti":"%s","%s":{"\\u001b":1,"\\u001b":2}}}' % (nasty, nasty, nasty))
         text = run("payload", path).stdout.decode()
         self.assertIn("│", text)
-        self.assertEqual(re.findall("[\x00-\x09\x0b-\x1f\x7f-\x9f]", text), [])
+        self.assertEqual(re.findall("[\x00-\x09\x0b-\x1f\x7f-\x9f\u202a-\u202e\u2066-\u2069]", text), [])
 
 
 if __name__ == "__main__":

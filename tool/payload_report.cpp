@@ -29,9 +29,9 @@ PayloadReport reportOn(const std::string& file, const std::string& systemVersion
   report.isForSimulator = document.isForSimulator();
   report.findings = findIn(document);
   const auto* payload = document.value().get<json::Dictionary>();
-  if (payload != nullptr && report.bytes <= kLargestExplained) {
-    report.explanation = explain(*payload, systemVersion);
-  }
+  if (payload == nullptr) return report;
+  report.isOnlyChecked = report.bytes > kLargestExplained;
+  if (!report.isOnlyChecked) report.explanation = explain(*payload, systemVersion);
   return report;
 }
 

@@ -16,6 +16,7 @@ struct PayloadReport {
   std::size_t bytes = 0;
   bool isForSimulator = false;
   Findings findings;
+  bool isOnlyChecked = false;  ///< far too large to be delivered
   /// Empty when there is no payload to deliver: no object, or far too large a one.
   std::vector<Explained> explanation;
 };

@@ -249,6 +249,11 @@ void print(const PayloadReport& report, const Terminal& terminal, std::ostream& 
                counted(kLargestPayload, "byte") +
                (report.isForSimulator ? ", without \"" + std::string(kSimulatorKey) + '"' : ""));
   printer.line();
+  if (report.isOnlyChecked) {
+    printer.paragraph(kSituationIndent,
+                      "Too large to be delivered to the simulated phone: it was only checked.");
+    printer.line();
+  }
   printExplanation(report, printer);
   for (const Finding& finding : report.findings.shown) printFinding(report, finding, printer);
   if (report.findings.leftOut != 0) {

@@ -28,11 +28,16 @@ std::size_t characterSize(std::string_view text) {
   return 0;
 }
 
+/// Turns the order of the text around it, so that people read what is not there.
+bool isBidirectionalControl(std::string_view character) {
+  return (character >= "\u202A" && character <= "\u202E") || (character >= "\u2066" && character <= "\u2069");
+}
+
 bool isControl(std::string_view character) {
   const auto lead = static_cast<unsigned char>(character[0]);
   if (lead < 0x20) return character != "\n";
   const bool isC1 = lead == 0xC2 && static_cast<unsigned char>(character[1]) < 0xA0;
-  return lead == 0x7F || isC1;
+  return lead == 0x7F || isC1 || isBidirectionalControl(character);
 }
 
 }  // namespace

@@ -25,8 +25,8 @@ std::string listed(std::span<const std::string_view> texts);
 /// The text, cut with an ellipsis when it has more bytes than that.
 std::string shortened(std::string_view text, std::size_t longest = 120);
 
-/// The text without what a terminal would act on: control characters and bytes that are no UTF-8 become
-/// U+FFFD. Line feeds stay.
+/// The text without what a terminal would act on: control characters, those of bidirectional text too, and
+/// bytes that are no UTF-8 become U+FFFD. Line feeds stay.
 std::string harmless(std::string_view text);
 
 }  // namespace quorvantis::tool
