@@ -1,9 +1,9 @@
 #include "device/connexion.h"
 
-#include <deque>
 #include <mutex>
 #include <stop_token>
 #include <utility>
+#include <vector>
 
 #include "device/events.h"
 #include "device/transport.h"
@@ -29,7 +29,7 @@ struct Connexion::State {
   const Network& network;
   std::mutex mutex;
   std::function<void(const std::string&)> finished;
-  std::deque<std::weak_ptr<Pending>> pending;  // the first one may be on the wire
+  std::vector<std::weak_ptr<Pending>> pending;  // the first one may be on the wire
   std::map<std::string, std::string> answers;
   Transport transport;  // used by the settling thread alone
 
