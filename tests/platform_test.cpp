@@ -74,6 +74,18 @@ TEST_F(PlatformTest, SamenessAndEqualityAreTwoThings) {
   EXPECT_FALSE(Object().isEqual(nullptr) || Object().isEqual(a));
 }
 
+TEST_F(PlatformTest, AWindowForgetsTheRootThatItReplaces) {
+  const UIViewController first = UIViewController::new_();
+  {
+    const UIWindow window = UIWindow::initWithFrame({});
+    window.setRootViewController(first);
+    window.setRootViewController(UIViewController::new_());
+  }
+  first.presentViewController(
+      UIAlertController::alertControllerWithTitle(nullptr, nullptr, UIAlertControllerStyle::alert), true);
+  EXPECT_TRUE(take({"alertShown"}).empty());
+}
+
 TEST_F(PlatformTest, NilTakesEveryMessageAndGivesNothing) {
   const Object nil;
   nil.performSelector({"onError:"}, text("x"));

@@ -40,9 +40,10 @@ class AlertActionInstance final : public Instance {
 
 class WindowInstance final : public Instance {
  public:
-  ~WindowInstance() override;
+  ~WindowInstance() override { setRoot(nullptr); }
+  void setRoot(UIViewController controller);
 
-  UIViewController root;
+  UIViewController root;  ///< set by setRoot()
   CGFloat level = 0;
   bool visible = false;
   int alert = 0;  ///< the number of the alert that it shows; 0: none

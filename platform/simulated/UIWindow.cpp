@@ -9,10 +9,12 @@ using simulated::known;
 using simulated::ViewControllerInstance;
 using simulated::WindowInstance;
 
-simulated::WindowInstance::~WindowInstance() {
+void simulated::WindowInstance::setRoot(UIViewController controller) {
   if (root && known<ViewControllerInstance>(root)->window == this) {
     known<ViewControllerInstance>(root)->window = nullptr;
   }
+  root = std::move(controller);
+  if (root) known<ViewControllerInstance>(root)->window = this;
 }
 
 UIWindow UIWindow::initWithFrame(CGRect /*frame*/) {
@@ -20,11 +22,7 @@ UIWindow UIWindow::initWithFrame(CGRect /*frame*/) {
 }
 
 void UIWindow::setRootViewController(const UIViewController& controller) const {
-  if (!*this) return;
-  auto* window = known<WindowInstance>(*this);
-  if (window->root) known<ViewControllerInstance>(window->root)->window = nullptr;
-  window->root = controller;
-  if (controller) known<ViewControllerInstance>(controller)->window = window;
+  if (*this) known<WindowInstance>(*this)->setRoot(controller);
 }
 
 UIViewController UIWindow::rootViewController() const {
