@@ -21,7 +21,7 @@ struct Connexion::State {
   explicit State(const Network& theNetwork) : network(theNetwork), transport(theNetwork) {}
 
   void takeTurn(const Pending& turn);
-  /// Without those whose turn is gone. To be called with the mutex held.
+  /// Drops those whose turn is gone. To be called with the mutex held.
   void forgetEnded() {
     std::erase_if(pending, [](const auto& request) { return request.expired(); });
   }

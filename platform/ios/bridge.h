@@ -1,5 +1,5 @@
-// From the seam's handles to Objective-C objects and back. Here alone, with retainObject() and
-// releaseObject(), are counts taken and given by hand. Any thread.
+// From the seam's handles, names and cores to Objective-C objects, and back. Here alone, with retainObject()
+// and releaseObject(), are counts taken and given by hand. Any thread.
 #pragma once
 
 #import <Foundation/Foundation.h>
