@@ -64,7 +64,7 @@ void countNotification(const Payload& payload) {
 }
 
 int countExactly() {
-  const tool::ScratchFolder folder;
+  const scenario::ScratchFolder folder;
   {
     device::Device device(folder.path() / "settings.sqlite");
     // A line in the list of system calls, where a tracer looks for the first and the last one.

@@ -6,7 +6,7 @@
 
 #include "jose/jwe.h"
 #include "platform/simulated/values.h"
-#include "tool/push_service.h"
+#include "scenario/push_service.h"
 
 namespace quorvantis::bench {
 
@@ -28,7 +28,7 @@ Loopback& Loopback::only() {
 
 Loopback::Loopback() : trusted_(authority_.certificate()) {
   server::PushServerOptions options;
-  options.hashKey = tool::kHashKey;
+  options.hashKey = scenario::kHashKey;
   options.responder = [this](const server::ReceivedRequest& request) -> std::optional<server::Answer> {
     lastBody_ = request.body;
     ++requests;
@@ -45,7 +45,7 @@ void handOver(const std::string& token, bool reuseConnection) {
   Phone& phone = Phone::only();
   static unsigned round = 0;
   ++round;
-  phone.device.network.setHost(tool::kPushHost, {"127.0.0.1", loopback.target});
+  phone.device.network.setHost(scenario::kPushHost, {"127.0.0.1", loopback.target});
   if (!reuseConnection) {
     phone.device.network.setTrustedAuthorities(loopback.trusted() + std::string(round % 3, '\n'));
   } else if (phone.device.network.trustedAuthorities().empty()) {
@@ -71,7 +71,7 @@ BareClient::BareClient() : easy_(curl_easy_init()), transport_(Phone::only().dev
   // The second one tells of a change of token, as all later ones do.
   registerByLibrary(true);
   registerByLibrary(true);
-  sealed_ = jose::seal(Loopback::only().lastBody(), tool::kHashKey);
+  sealed_ = jose::seal(Loopback::only().lastBody(), scenario::kHashKey);
 }
 
 BareClient::~BareClient() {
@@ -107,7 +107,7 @@ void BareClient::post(bool reuseConnection) {
 }
 
 void BareClient::postByTransport() {
-  if (!transport_.post({kUrl, Loopback::only().lastBody(), tool::kHashKey})) {
+  if (!transport_.post({kUrl, Loopback::only().lastBody(), scenario::kHashKey})) {
     throw std::runtime_error("the transport brought no answer");
   }
 }

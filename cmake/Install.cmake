@@ -27,7 +27,7 @@ endif()
 install(TARGETS quorvantis_push_tool RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 
 # Headers include each other by their path in the source tree.
-foreach(folder facade notifications registration platform platform/simulated device json)
+foreach(folder IN LISTS QUORVANTIS_CORE_FOLDERS ITEMS platform platform/simulated device json)
   file(GLOB headers CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/${folder}/*.h")
   list(FILTER headers EXCLUDE REGEX "/shared_slot\\.h$")  # for the simulated device's relaunch alone
   install(FILES ${headers} DESTINATION "${header_folder}/${folder}")

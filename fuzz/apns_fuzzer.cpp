@@ -8,25 +8,25 @@
 #include "fuzz/json_mutator.h"
 #include "json/read.h"
 #include "json/write.h"
-#include "tool/payload_report.h"
-#include "tool/payload_report_json.h"
-#include "tool/payload_report_text.h"
-#include "tool/scratch_folder.h"
+#include "lint/report.h"
+#include "lint/report_json.h"
+#include "lint/report_text.h"
+#include "scenario/scratch_folder.h"
 
 namespace quorvantis::fuzz {
 
 namespace {
 
-using tool::Explained;
-using tool::Finding;
-using tool::PayloadReport;
+using lint::Explained;
+using lint::Finding;
+using lint::PayloadReport;
 
 PayloadReport reportOn(const std::uint8_t* data, std::size_t size) {
-  static const tool::ScratchFolder scratch;
+  static const scenario::ScratchFolder scratch;
   const std::string file = (scratch.path() / "input.apns").string();
   std::ofstream(file, std::ios::binary)
       .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
-  return tool::reportOn(file, size % 2 == 0 ? "17.0" : "12.4");
+  return lint::reportOn(file, size % 2 == 0 ? "17.0" : "12.4");
 }
 
 /// What is said to end the application ends it, and nothing else does.
@@ -52,7 +52,7 @@ void checkFindings(const std::string& text, const PayloadReport& report) {
 
 void checkText(const PayloadReport& report) {
   std::ostringstream text;
-  tool::print(report, tool::Terminal(80, false), text);
+  lint::print(report, console::Terminal(80, false), text);
   const std::string printed = text.str();
   check(std::none_of(printed.begin(), printed.end(),
                      [](char c) { return (c >= 0 && c < ' ' && c != '\n') || c == 0x7F; }),
@@ -60,7 +60,7 @@ void checkText(const PayloadReport& report) {
 }
 
 void checkDocument(const PayloadReport& report) {
-  const std::string document = json::write(tool::jsonOf(report));
+  const std::string document = json::write(lint::jsonOf(report));
   const auto read = json::read(document);
   const auto* value = std::get_if<json::Value>(&read);
   check(value != nullptr && json::write(*value) == document, "the document is JSON");

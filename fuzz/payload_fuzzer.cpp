@@ -16,7 +16,7 @@ using device::Build;
 using device::Event;
 using json::Dictionary;
 using json::Value;
-using tool::Arrival;
+using scenario::Arrival;
 
 struct Situation {
   Build build;
@@ -143,7 +143,7 @@ void checkAfterOK(const Situation& situation, const std::vector<Event>& events) 
 }
 
 void deliver(Phone& phone, Arrival arrival, const Dictionary& userInfo) {
-  phone.host->perform([&] { phone.host->deliver(arrival, userInfo, tool::kDefaultAction); });
+  phone.host->perform([&] { phone.host->deliver(arrival, userInfo, scenario::kDefaultAction); });
   phone.settle();
 }
 

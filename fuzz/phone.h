@@ -7,8 +7,8 @@
 
 #include "device/device.h"
 #include "fuzz/check.h"
-#include "tool/host.h"
-#include "tool/scratch_folder.h"
+#include "scenario/host.h"
+#include "scenario/scratch_folder.h"
 
 namespace quorvantis::fuzz {
 
@@ -51,11 +51,11 @@ class Phone {
     return [this](const device::MainQueue::Task& task) { host->perform(task); };
   }
 
-  tool::ScratchFolder scratch_;
+  scenario::ScratchFolder scratch_;
 
  public:
   device::Device device{scratch_.path() / "settings"};
-  const std::unique_ptr<tool::Host> host = tool::makeHost(device);
+  const std::unique_ptr<scenario::Host> host = scenario::makeHost(device);
 };
 
 /// The event's text under the key.

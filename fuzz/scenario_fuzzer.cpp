@@ -11,10 +11,10 @@
 #include "fuzz/json_mutator.h"
 #include "json/read.h"
 #include "json/write.h"
-#include "tool/host.h"
-#include "tool/player.h"
-#include "tool/scenario.h"
-#include "tool/scratch_folder.h"
+#include "scenario/host.h"
+#include "scenario/player.h"
+#include "scenario/scenario.h"
+#include "scenario/scratch_folder.h"
 
 namespace quorvantis::fuzz {
 
@@ -32,9 +32,9 @@ void take(device::Record& record, std::string& transcript) {
 }
 
 /// The transcript, with the reason when a step turned out impossible.
-std::string play(const std::vector<tool::Step>& steps) {
-  const tool::ScratchFolder& scratch = []() -> auto& {
-    static const tool::ScratchFolder folder;
+std::string play(const std::vector<scenario::Step>& steps) {
+  const scenario::ScratchFolder& scratch = []() -> auto& {
+    static const scenario::ScratchFolder folder;
     return folder;
   }
   ();
@@ -44,12 +44,12 @@ std::string play(const std::vector<tool::Step>& steps) {
 
   std::string transcript;
   device::Device device(scratch.path() / "settings");
-  const auto host = tool::makeHost(device);
-  tool::Player player(device, *host, nullptr);
-  for (const tool::Step& step : steps) {
+  const auto host = scenario::makeHost(device);
+  scenario::Player player(device, *host, nullptr);
+  for (const scenario::Step& step : steps) {
     try {
       player.play(step);
-    } catch (const tool::ScenarioError& error) {
+    } catch (const scenario::ScenarioError& error) {
       take(device.record, transcript);
       return transcript + error.what();
     }
@@ -106,15 +106,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string text(reinterpret_cast<const char*>(data), size);
   try {
     std::istringstream forEmbeddedServer(text);
-    static_cast<void>(tool::readScenario(forEmbeddedServer, false));
-  } catch (const tool::ScenarioError&) {
+    static_cast<void>(scenario::readScenario(forEmbeddedServer, false));
+  } catch (const scenario::ScenarioError&) {
     // Most are.
   }
-  std::vector<tool::Step> steps;
+  std::vector<scenario::Step> steps;
   try {
     std::istringstream stream(text);
-    steps = tool::readScenario(stream, true);
-  } catch (const tool::ScenarioError& error) {
+    steps = scenario::readScenario(stream, true);
+  } catch (const scenario::ScenarioError& error) {
     fuzz::check(error.line() > 0 && error.what()[0] != '\0', "a refusal says where and why");
     return 0;
   }

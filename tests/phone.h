@@ -15,8 +15,8 @@
 #include "platform/simulated/Raised.h"
 #include "platform/simulated/controls.h"
 #include "platform/simulated/values.h"
-#include "tool/push_service.h"
-#include "tool/scratch_folder.h"
+#include "scenario/push_service.h"
+#include "scenario/scratch_folder.h"
 
 namespace quorvantis {
 
@@ -105,9 +105,9 @@ class PhoneTest : public testing::Test {
 
   std::optional<json::Value> stored(const std::string& key) { return device.settings.get(key); }
 
-  const tool::ScratchFolder folder;
+  const scenario::ScratchFolder folder;
   device::Device device{folder.path() / "settings.sqlite"};
-  tool::PushService service{device};
+  scenario::PushService service{device};
 };
 
 }  // namespace quorvantis

@@ -230,7 +230,7 @@ TEST_F(PushRequestDataTest, CancelsTheRequestUnderWayAndNoOther) {
 
 TEST_F(PushRequestDataTest, CancelsWhatIsOnTheWire) {
   int answered = 0;
-  const tool::PushService slow(device, tool::Untold::accept, [&](const server::Answer&) {
+  const scenario::PushService slow(device, scenario::Untold::accept, [&](const server::Answer&) {
     if (++answered == 1) client->cancel();
   });
   send(kRegister);

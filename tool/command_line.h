@@ -1,7 +1,7 @@
 // The tool's arguments: which command they name, and its options.
 #pragma once
 
-#include "tool/payload_command.h"
+#include "tool/payload.h"
 #include "tool/run.h"
 #include "tool/serve.h"
 

@@ -5,12 +5,12 @@
 #include <memory>
 #include <sstream>
 
+#include "scenario/host.h"
+#include "scenario/player.h"
+#include "scenario/push_service.h"
+#include "scenario/scratch_folder.h"
 #include "tool/demo_scenes.h"
 #include "tool/demo_story.h"
-#include "tool/host.h"
-#include "tool/player.h"
-#include "tool/push_service.h"
-#include "tool/scratch_folder.h"
 
 namespace quorvantis::tool {
 
@@ -43,13 +43,13 @@ std::vector<std::string> presentIn(const std::vector<std::string>& moments,
 
 class Demo {
  public:
-  explicit Demo(const Terminal& terminal)
+  explicit Demo(const console::Terminal& terminal)
       : device_(scratch_.path() / "settings"),
-        service_(device_, Untold::askRegistrations,
+        service_(device_, scenario::Untold::askRegistrations,
                  [this](const server::Answer& answer) {
                    device_.record.add(answeredEvent(answer.status, answer.body));
                  }),
-        host_(makeHost(device_)),
+        host_(scenario::makeHost(device_)),
         player_(device_, *host_, &service_),
         story_(terminal, device_) {}
 
@@ -71,7 +71,7 @@ class Demo {
     story_.scene(number, scene.title, scene.about);
     std::vector<std::string> moments;
     std::istringstream steps(scene.steps);
-    for (const Step& step : readScenario(steps, false)) {
+    for (const scenario::Step& step : scenario::readScenario(steps, false)) {
       story_.step(step);
       player_.play(step);
       const std::vector<device::Event> events = device_.record.take();
@@ -84,11 +84,11 @@ class Demo {
     return missing.empty() && unexpected.empty();
   }
 
-  ScratchFolder scratch_;
+  scenario::ScratchFolder scratch_;
   device::Device device_;
-  PushService service_;
-  std::unique_ptr<Host> host_;
-  Player player_;
+  scenario::PushService service_;
+  std::unique_ptr<scenario::Host> host_;
+  scenario::Player player_;
   Story story_;
 };
 
@@ -96,18 +96,19 @@ class Demo {
 
 int demo() {
   try {
-    const Terminal terminal = Terminal::ofStandardOutput();
-    for (const std::string& line : wrap("One simulated phone, and a push server on this machine that it "
-                                        "reaches over real HTTPS. Host is an "
-                                        "application that links the library, Push is the library, System is "
-                                        "the phone's operating system, Maker "
-                                        "is the service that registers users and devices.",
-                                        terminal.width())) {
+    const console::Terminal terminal = console::Terminal::ofStandardOutput();
+    for (const std::string& line :
+         console::wrap("One simulated phone, and a push server on this machine that it "
+                       "reaches over real HTTPS. scenario::Host is an "
+                       "application that links the library, Push is the library, System is "
+                       "the phone's operating system, Maker "
+                       "is the service that registers users and devices.",
+                       terminal.width())) {
       std::cout << line << '\n';
     }
     std::cout << '\n';
     const bool allWell = Demo(terminal).play();
-    std::cout << terminal.styled(allWell ? Style::green : Style::red,
+    std::cout << terminal.styled(allWell ? console::Style::green : console::Style::red,
                                  allWell ? "Everything went as it must." : "Something went wrong: see above.")
               << std::endl;
     return allWell ? 0 : 1;

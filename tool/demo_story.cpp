@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <iostream>
 
+#include "console/alert_box.h"
 #include "json/write.h"
 #include "server/push_request.h"
-#include "tool/alert_box.h"
 
 namespace quorvantis::tool {
 
@@ -23,12 +23,12 @@ constexpr std::string_view kMaker = "Maker";
 constexpr std::size_t kActorWidth = 6;
 constexpr std::size_t kTextColumn = 2 + kActorWidth + 4 + kActorWidth + 2;
 
-Style styleOf(std::string_view actor) {
-  if (actor == kHost) return Style::green;
-  if (actor == kPush) return Style::cyan;
-  if (actor == kServer) return Style::magenta;
-  if (actor == kUser) return Style::yellow;
-  return Style::blue;
+console::Style styleOf(std::string_view actor) {
+  if (actor == kHost) return console::Style::green;
+  if (actor == kPush) return console::Style::cyan;
+  if (actor == kServer) return console::Style::magenta;
+  if (actor == kUser) return console::Style::yellow;
+  return console::Style::blue;
 }
 
 /// A text as it is, anything else as JSON.
@@ -93,21 +93,23 @@ device::Event answeredEvent(int status, const std::string& body) {
 
 void Story::act(const std::string& title) const {
   const std::string rule(terminal_.width(), '=');
-  std::cout << terminal_.styled(Style::dim, rule) << '\n'
-            << terminal_.styled(Style::bold, title) << '\n'
-            << terminal_.styled(Style::dim, rule) << "\n\n";
+  std::cout << terminal_.styled(console::Style::dim, rule) << '\n'
+            << terminal_.styled(console::Style::bold, title) << '\n'
+            << terminal_.styled(console::Style::dim, rule) << "\n\n";
 }
 
 void Story::scene(std::size_t number, const std::string& title, const std::string& about) const {
-  std::cout << terminal_.styled(Style::bold, std::to_string(number) + ". " + title) << '\n';
-  for (const std::string& text : wrap(about, terminal_.width() - 3)) std::cout << "   " << text << '\n';
+  std::cout << terminal_.styled(console::Style::bold, std::to_string(number) + ". " + title) << '\n';
+  for (const std::string& text : console::wrap(about, terminal_.width() - 3))
+    std::cout << "   " << text << '\n';
   std::cout << '\n';
 }
 
 void Story::line(std::string_view from, std::string_view to, const std::string& text) const {
-  const std::vector<std::string> lines = wrap(abridged(text), terminal_.width() - kTextColumn);
-  std::cout << "  " << terminal_.styled(styleOf(from), padded(from, kActorWidth)) << " -> "
-            << terminal_.styled(styleOf(to), padded(to, kActorWidth)) << "  " << lines.front() << '\n';
+  const std::vector<std::string> lines = console::wrap(abridged(text), terminal_.width() - kTextColumn);
+  std::cout << "  " << terminal_.styled(styleOf(from), console::padded(from, kActorWidth)) << " -> "
+            << terminal_.styled(styleOf(to), console::padded(to, kActorWidth)) << "  " << lines.front()
+            << '\n';
   for (std::size_t i = 1; i < lines.size(); ++i)
     std::cout << std::string(kTextColumn, ' ') << lines[i] << '\n';
 }
@@ -118,37 +120,37 @@ void Story::details(const std::vector<std::pair<std::string, std::string>>& rows
   for (const auto& [name, text] : rows) nameWidth = std::max(nameWidth, name.size() + 2);
   for (const auto& [name, text] : rows) {
     std::string head = name;
-    for (const std::string& part : wrap(abridged(text), terminal_.width() - kIndent - nameWidth)) {
-      std::cout << std::string(kIndent, ' ') << terminal_.styled(Style::dim, padded(head, nameWidth)) << part
-                << '\n';
+    for (const std::string& part : console::wrap(abridged(text), terminal_.width() - kIndent - nameWidth)) {
+      std::cout << std::string(kIndent, ' ')
+                << terminal_.styled(console::Style::dim, console::padded(head, nameWidth)) << part << '\n';
       head.clear();
     }
   }
 }
 
-void Story::note(Style style, const std::string& text) const {
-  for (const std::string& part : wrap(text, terminal_.width() - 2)) {
+void Story::note(console::Style style, const std::string& text) const {
+  for (const std::string& part : console::wrap(text, terminal_.width() - 2)) {
     std::cout << "  " << terminal_.styled(style, part) << '\n';
   }
 }
 
-void Story::step(const Step& step) const {
+void Story::step(const scenario::Step& step) const {
   const std::string name = shown(step.find("do"));
   if (name == "relaunch") {
-    note(Style::dim, "(the application is closed and opened again)");
+    note(console::Style::dim, "(the application is closed and opened again)");
   } else if (name == "host") {
     if (step.find("appHash") != nullptr) line(kHost, kPush, "appHash = " + shown(step.find("appHash")));
     if (step.find("foreground") != nullptr) line(kHost, kPush, "activePushNotificationsInForegroundApp: YES");
   } else if (name == "activate") {
     line(kHost, kPush, "activePushNotifications: YES");
   } else if (name == "store") {
-    note(Style::dim, "(a backup is restored: " + json::write(*step.find("set")) + ")");
+    note(console::Style::dim, "(a backup is restored: " + json::write(*step.find("set")) + ")");
   } else if (name == "application") {
-    note(Style::dim, "(the application is now " + shown(step.find("state")) + ")");
+    note(console::Style::dim, "(the application is now " + shown(step.find("state")) + ")");
   } else if (name == "tapOK") {
     line(kUser, kPush, "taps OK");
   } else if (name == "advance") {
-    note(Style::dim, "(one second later)");
+    note(console::Style::dim, "(one second later)");
   } else if (name == "notification") {
     notification(shown(step.find("arrives")), json::write(*step.find("userInfo")));
   }
@@ -226,7 +228,7 @@ void Story::event(const device::Event& event) const {
   } else if (name == "opened") {
     line(kPush, kSystem, "open " + field(event, "url"));
   } else if (name == "raised") {
-    note(Style::red,
+    note(console::Style::red,
          "An exception: " + field(event, "selector") + " is not understood. A real application ends here.");
   }
 }
@@ -247,13 +249,13 @@ void Story::alert(const device::Event& event) const {
     const auto* given = event.at(part).get<std::string>();
     return given == nullptr ? std::string() : *given;
   };
-  for (const std::string& row : alertBox(text("title"), text("message"), {"OK"}, kWidth)) {
+  for (const std::string& row : console::alertBox(text("title"), text("message"), {"OK"}, kWidth)) {
     std::cout << std::string(kTextColumn, ' ') << row << '\n';
   }
 }
 
 void Story::settings(const json::Dictionary& values) const {
-  note(Style::bold, "What is now stored on the phone:");
+  note(console::Style::bold, "What is now stored on the phone:");
   std::vector<std::pair<std::string, std::string>> rows;
   for (const auto& [key, value] : values) rows.emplace_back(key, shown(&value));
   details(rows);
@@ -263,10 +265,10 @@ void Story::verdict(const std::vector<std::string>& missing,
                     const std::vector<std::string>& unexpected) const {
   std::cout << '\n';
   if (missing.empty() && unexpected.empty()) {
-    note(Style::green, "As it must be.");
+    note(console::Style::green, "As it must be.");
   } else {
-    if (!missing.empty()) note(Style::red, "WRONG: this did not happen: " + joined(missing));
-    if (!unexpected.empty()) note(Style::red, "WRONG: this must not happen: " + joined(unexpected));
+    if (!missing.empty()) note(console::Style::red, "WRONG: this did not happen: " + joined(missing));
+    if (!unexpected.empty()) note(console::Style::red, "WRONG: this must not happen: " + joined(unexpected));
   }
   std::cout << '\n';
 }

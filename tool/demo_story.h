@@ -5,9 +5,9 @@
 #include <utility>
 #include <vector>
 
+#include "console/terminal.h"
 #include "device/device.h"
-#include "tool/scenario.h"
-#include "tool/terminal.h"
+#include "scenario/scenario.h"
 
 namespace quorvantis::tool {
 
@@ -21,12 +21,13 @@ device::Event answeredEvent(int status, const std::string& body);
 
 class Story {
  public:
-  Story(const Terminal& terminal, const device::Device& device) : terminal_(terminal), device_(device) {}
+  Story(const console::Terminal& terminal, const device::Device& device)
+      : terminal_(terminal), device_(device) {}
 
   void act(const std::string& title) const;
   void scene(std::size_t number, const std::string& title, const std::string& about) const;
   /// What a person or the system does.
-  void step(const Step& step) const;
+  void step(const scenario::Step& step) const;
   /// What came of it.
   void events(const std::vector<device::Event>& events) const;
   void settings(const json::Dictionary& values) const;
@@ -35,14 +36,14 @@ class Story {
  private:
   void line(std::string_view from, std::string_view to, const std::string& text) const;
   void details(const std::vector<std::pair<std::string, std::string>>& rows) const;
-  void note(Style style, const std::string& text) const;
+  void note(console::Style style, const std::string& text) const;
   void event(const device::Event& event) const;
   void notification(const std::string& arrives, const std::string& userInfo) const;
   void request(const std::string& body) const;
   void alert(const device::Event& event) const;
   void stored(const std::vector<std::string>& keys) const;
 
-  const Terminal& terminal_;
+  const console::Terminal& terminal_;
   const device::Device& device_;
 };
 

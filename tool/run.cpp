@@ -11,12 +11,12 @@
 #include <stdexcept>
 
 #include "json/write.h"
+#include "scenario/host.h"
+#include "scenario/player.h"
+#include "scenario/push_service.h"
+#include "scenario/scenario.h"
+#include "scenario/scratch_folder.h"
 #include "server/server_error.h"
-#include "tool/host.h"
-#include "tool/player.h"
-#include "tool/push_service.h"
-#include "tool/scenario.h"
-#include "tool/scratch_folder.h"
 
 namespace quorvantis::tool {
 
@@ -31,13 +31,13 @@ class UsageError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-std::vector<Step> readScenarioFile(const RunOptions& options) {
+std::vector<scenario::Step> readScenarioFile(const RunOptions& options) {
   const bool serverIsElsewhere = options.server.has_value();
-  if (options.scenario == "-") return readScenario(std::cin, serverIsElsewhere);
+  if (options.scenario == "-") return scenario::readScenario(std::cin, serverIsElsewhere);
   std::ifstream file(options.scenario, std::ios::binary);
   file.peek();  // a folder opens, and fails when it is read
-  if (!file && !file.eof()) throw ScenarioError(1, "can't be read; is it there, and a file?");
-  return readScenario(file, serverIsElsewhere);
+  if (!file && !file.eof()) throw scenario::ScenarioError(1, "can't be read; is it there, and a file?");
+  return scenario::readScenario(file, serverIsElsewhere);
 }
 
 std::string readAuthority(const std::string& path) {
@@ -71,10 +71,11 @@ void print(device::Record& record) {
   for (const device::Event& event : record.take()) std::cout << json::write(event) << '\n';
 }
 
-void playAll(const std::vector<Step>& steps, device::Device& device, PushService* service) {
-  const std::unique_ptr<Host> host = makeHost(device);
-  Player player(device, *host, service);
-  for (const Step& step : steps) {
+void playAll(const std::vector<scenario::Step>& steps, device::Device& device,
+             scenario::PushService* service) {
+  const std::unique_ptr<scenario::Host> host = scenario::makeHost(device);
+  scenario::Player player(device, *host, service);
+  for (const scenario::Step& step : steps) {
     try {
       player.play(step);
     } catch (...) {
@@ -86,18 +87,18 @@ void playAll(const std::vector<Step>& steps, device::Device& device, PushService
   }
 }
 
-void playOnFreshDevice(const RunOptions& options, const std::vector<Step>& steps) {
-  const ScratchFolder scratch;
+void playOnFreshDevice(const RunOptions& options, const std::vector<scenario::Step>& steps) {
+  const scenario::ScratchFolder scratch;
   device::Device device(options.settings ? std::filesystem::path(*options.settings)
                                          : scratch.path() / "settings");
   device.build = options.build;
   if (options.settings) device.settings.open();
   if (options.server) {
-    device.network.setHost(kPushHost, endpointFrom(*options.server));
+    device.network.setHost(scenario::kPushHost, endpointFrom(*options.server));
     device.network.setTrustedAuthorities(readAuthority(options.authority.value_or("")));
     playAll(steps, device, nullptr);
   } else {
-    PushService service(device);
+    scenario::PushService service(device);
     playAll(steps, device, &service);
   }
   if (device.settingsFailure()) throw device::SettingsError(*device.settingsFailure());
@@ -110,7 +111,7 @@ int run(const RunOptions& options) {
     playOnFreshDevice(options, readScenarioFile(options));
     std::cout.flush();
     return 0;
-  } catch (const ScenarioError& error) {
+  } catch (const scenario::ScenarioError& error) {
     std::cout.flush();
     std::cerr << options.scenario << ':' << error.line() << ": " << error.what() << '\n';
     return kUnreadable;

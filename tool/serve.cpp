@@ -7,11 +7,11 @@
 #include <iostream>
 #include <stdexcept>
 
+#include "console/terminal.h"
+#include "console/wording.h"
+#include "scenario/push_service.h"
 #include "server/authority.h"
 #include "server/push_server.h"
-#include "tool/push_service.h"
-#include "tool/terminal.h"
-#include "tool/wording.h"
 
 namespace quorvantis::tool {
 
@@ -36,11 +36,11 @@ void writeAuthority(const std::string& path, const server::Authority& authority)
 }
 
 void printField(const std::string& name, const std::string& value) {
-  if (!value.empty()) std::cout << "    " << padded(name, 13) << harmless(value) << '\n';
+  if (!value.empty()) std::cout << "    " << console::padded(name, 13) << console::harmless(value) << '\n';
 }
 
 void printRequest(const server::ReceivedRequest& request) {
-  std::cout << "POST " << request.path << "  (" << harmless(request.mediaType) << ")\n";
+  std::cout << "POST " << request.path << "  (" << console::harmless(request.mediaType) << ")\n";
   const server::ParsedRequest parsed = server::parseRequest(request.body);
   if (!parsed.request) return;
   const server::PushRequest& fields = *parsed.request;
@@ -60,18 +60,18 @@ void serveUntilStopped(const ServeOptions& options) {
   server::PushServerOptions serverOptions;
   serverOptions.port = options.port;
   serverOptions.dataFile = options.data;
-  serverOptions.hashKey = kHashKey;
+  serverOptions.hashKey = scenario::kHashKey;
   serverOptions.sealAnswers = options.sealAnswers;
   serverOptions.onRequest = printRequest;
   serverOptions.onAnswer = [](const server::Answer& answer) {
-    std::cout << "  " << answer.status << ' ' << harmless(answer.body) << "\n\n" << std::flush;
+    std::cout << "  " << answer.status << ' ' << console::harmless(answer.body) << "\n\n" << std::flush;
   };
   serverOptions.onRefused = [](const std::string& reason, int status) {
-    std::cout << "refused\n  " << status << ' ' << harmless(reason) << "\n\n" << std::flush;
+    std::cout << "refused\n  " << status << ' ' << console::harmless(reason) << "\n\n" << std::flush;
   };
   const server::PushServer server(authority, serverOptions);
   if (!options.authority.empty()) writeAuthority(options.authority, authority);
-  std::cout << "Push server for " << kPushHost << " on https://127.0.0.1:" << server.port()
+  std::cout << "Push server for " << scenario::kPushHost << " on https://127.0.0.1:" << server.port()
             << server::kEndpointPath << "\n"
             << (options.authority.empty()
                     ? "Its authority's certificate is kept to itself; --authority FILE writes it."

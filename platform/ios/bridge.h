@@ -1,4 +1,4 @@
-// From the seam's handles, names and cores to Objective-C objects, and back. Here alone, with retainObject()
+// From the seam's handles and names to Objective-C objects, and back. Here alone, with retainObject()
 // and releaseObject(), are counts taken and given by hand. Any thread.
 #pragma once
 
@@ -37,17 +37,6 @@ inline SEL selectorOf(Selector selector) { return sel_registerName(selector.name
 inline ::NSString* textFrom(std::string_view text) {
   return [[[::NSString alloc] initWithBytes:text.data() length:text.size()
                                    encoding:NSUTF8StringEncoding] autorelease];
-}
-
-/// The core behind an exported object. Raises before the object's `init` and while it ends.
-template <class Core>
-Core& coreBehind(void* core) {
-  if (core == nullptr) {
-    @throw [NSException exceptionWithName:NSInternalInconsistencyException
-                                   reason:@"a message was sent before -init, or to an object that is ending"
-                                 userInfo:nil];
-  }
-  return *static_cast<Core*>(core);
 }
 
 }  // namespace quorvantis::platform::ios

@@ -6,8 +6,8 @@
 #include <cstdio>
 
 #include "jose/jwe.h"
+#include "scenario/push_service.h"
 #include "tests/faults/sealed_answers.h"
-#include "tool/push_service.h"
 
 namespace quorvantis {
 namespace {
@@ -92,7 +92,7 @@ void addCertificates(std::vector<Fault>& faults, const server::Authority& author
                         options.identity = identity;
                       }});
   };
-  const std::string host = tool::kPushHost;
+  const std::string host = scenario::kPushHost;
   add("certificate expired", authority.issue(host, {.notBefore = hours(-2), .notAfter = hours(-1)}));
   add("certificate not valid yet", authority.issue(host, {.notBefore = hours(1), .notAfter = hours(2)}));
   add("certificate self-signed", authority.issue(host, {.selfSigned = true}));
@@ -220,7 +220,7 @@ void addStatuses(std::vector<Fault>& faults) {
     const auto to = [&](const std::string& url) { return answer("", status, "Location: " + url + "\r\n"); };
     add(number + " to the same host", kUnusable, to("/apis/other.php"));
     add(number + " to another host", kUnusable, to(std::string("https://") + kElsewhere + "/"));
-    add(number + " to plain HTTP", kUnusable, to(std::string("http://") + tool::kPushHost + "/"));
+    add(number + " to plain HTTP", kUnusable, to(std::string("http://") + scenario::kPushHost + "/"));
   }
   add("a refresh to another host", kToken,
       answer(kGoodBody, "200 OK", std::string("Refresh: 0; url=https://") + kElsewhere + "/\r\n"));
@@ -295,8 +295,8 @@ void addSealed(std::vector<Fault>& faults) {
   add("sealed with an unknown crit", kUnusable, sealed::kUnknownCrit);
   add("said to be sealed, and not", kUnusable, kForgedBody);
   add("said to be sealed, and empty", kUnusable, "");
-  add("sealed, and holding nothing", kUnusable, jose::seal("", tool::kHashKey));
-  add("sealed, and holding no JSON", kWithoutToken, jose::seal("plain", tool::kHashKey));
+  add("sealed, and holding nothing", kUnusable, jose::seal("", scenario::kHashKey));
+  add("sealed, and holding no JSON", kWithoutToken, jose::seal("plain", scenario::kHashKey));
   faults.push_back({"sealed, and not said to be", kWithoutToken, {Kind::answer, answer(agreed)}});
 }
 

@@ -67,7 +67,7 @@ class HostileServerTest : public testing::Test {
 
   /// What the client tells, and the host hears, of one request to the port.
   Outcome outcomeOfRequest(std::uint16_t port, milliseconds limit) {
-    device.network.setHost(tool::kPushHost, {"127.0.0.1", port});
+    device.network.setHost(scenario::kPushHost, {"127.0.0.1", port});
     device.network.setLimits({limit, limit, std::size_t{1} << 20});
     client->finished = 0;
     client->sendConnexion(text(kTask), text("&tarea=" + kTask + "&token=0a1b"), nullptr);
@@ -86,7 +86,7 @@ class HostileServerTest : public testing::Test {
   }
 
   server::MisbehavingServerOptions options(std::deque<server::Misbehaviour> script) {
-    return {.identity = authority.issue(tool::kPushHost),
+    return {.identity = authority.issue(scenario::kPushHost),
             .script = std::move(script),
             .onRequest = [this](const std::string& head, const std::string&) {
               const std::lock_guard lock(mutex);
@@ -100,7 +100,7 @@ class HostileServerTest : public testing::Test {
     return std::exchange(heads, {});
   }
 
-  const tool::ScratchFolder folder;
+  const scenario::ScratchFolder folder;
   device::Device device{folder.path() / "settings.sqlite"};
   const server::Authority authority;
   std::mutex mutex;
@@ -157,7 +157,7 @@ TEST_F(HostileServerTest, EachFaultHasItsOneOutcomeAndTheNextRequestWorks) {
 }
 
 TEST_F(HostileServerTest, TheServersListenOnLoopbackAlone) {
-  const server::PushServer good(authority, {.hashKey = tool::kHashKey, .host = tool::kPushHost});
+  const server::PushServer good(authority, {.hashKey = scenario::kHashKey, .host = scenario::kPushHost});
   for (const std::uint16_t port : {good.port(), healthy.port()}) {
     std::array<char, 8> suffix{};
     std::snprintf(suffix.data(), suffix.size(), ":%04X", port);

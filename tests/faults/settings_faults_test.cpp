@@ -103,7 +103,7 @@ class RegisteringProcess {
 
 TEST(SettingsFaults, KeepAllThatWasSynchronisedWhenTheProcessIsKilled) {
   std::mt19937 random(20160913);
-  std::optional<tool::ScratchFolder> folder;
+  std::optional<scenario::ScratchFolder> folder;
   int before = 0;
   json::Value identifier;
   int unseen = 0;
@@ -150,7 +150,7 @@ class FailingDiskTest : public testing::Test {
 
   /// What a process would find that starts after this one was killed now.
   json::Dictionary onDisk() {
-    const tool::ScratchFolder copies;
+    const scenario::ScratchFolder copies;
     const fs::path copy = copies.path() / "settings.sqlite";
     fs::copy_file(file, copy);
     const std::string journal = file.string() + "-wal";
@@ -158,7 +158,7 @@ class FailingDiskTest : public testing::Test {
     return Settings(copy).values();
   }
 
-  const tool::ScratchFolder folder;
+  const scenario::ScratchFolder folder;
   const fs::path file = folder.path() / "settings.sqlite";
   json::Dictionary old;
 };

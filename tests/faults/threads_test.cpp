@@ -49,15 +49,15 @@ class ThreadsTest : public testing::Test {
 
   std::unique_ptr<MisbehavingServer> serve(device::Device& device, std::deque<Misbehaviour> script) const {
     auto server = std::make_unique<MisbehavingServer>(server::MisbehavingServerOptions{
-        .identity = authority.issue(tool::kPushHost), .script = std::move(script)});
+        .identity = authority.issue(scenario::kPushHost), .script = std::move(script)});
     device.network.setTrustedAuthorities(authority.certificate());
-    device.network.setHost(tool::kPushHost, {"127.0.0.1", server->port()});
+    device.network.setHost(scenario::kPushHost, {"127.0.0.1", server->port()});
     return server;
   }
 
   static void send(Client& client) { client.sendConnexion(text(kTask), text("&tarea=" + kTask), nullptr); }
 
-  const tool::ScratchFolder folder;
+  const scenario::ScratchFolder folder;
   const server::Authority authority;
 };
 

@@ -3,8 +3,8 @@
 
 #include "device/events.h"
 #include "facade/shared_slot.h"
+#include "scenario/host.h"
 #include "tests/gnustep/standins.h"
-#include "tool/host.h"
 
 namespace events = quorvantis::device::events;
 
@@ -66,7 +66,7 @@ using quorvantis::standins::valueFrom;
 
 @end
 
-namespace quorvantis::tool {
+namespace quorvantis::scenario {
 
 namespace {
 
@@ -197,4 +197,4 @@ class ObjcHost final : public Host {
 
 std::unique_ptr<Host> makeHost(device::Device& device) { return std::make_unique<ObjcHost>(device); }
 
-}  // namespace quorvantis::tool
+}  // namespace quorvantis::scenario

@@ -10,8 +10,8 @@
 
 #include "device/device.h"
 #include "facade/shared_slot.h"
+#include "scenario/scratch_folder.h"
 #include "tests/gnustep/standins.h"
-#include "tool/scratch_folder.h"
 
 // GNUstep's counts of living objects; its header hides them from optimised builds.
 extern "C" BOOL GSDebugAllocationActive(BOOL active);
@@ -190,7 +190,7 @@ class ObjectiveC : public testing::Test {
   NSDictionary* payload(NSDictionary* aps) { return [NSDictionary dictionaryWithObject:aps forKey:@"aps"]; }
 
   NSAutoreleasePool* pool = nil;
-  quorvantis::tool::ScratchFolder folder;
+  quorvantis::scenario::ScratchFolder folder;
   quorvantis::device::Device device{folder.path() / "settings"};
 };
 

@@ -4,7 +4,7 @@
 set -eu
 here=$(cd "$(dirname "$0")" && pwd)
 cd "$here/../.."
-folders="facade notifications registration"
+folders=$(cat cmake/core-folders)
 
 # shellcheck disable=SC2086 # a list of folders
 if grep -nE '#include (<[a-z_/]+\.h>|"(platform/[^"]*/|device/|json/|jose/|server/|tool/))' -r $folders; then

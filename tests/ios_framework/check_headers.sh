@@ -3,7 +3,7 @@
 # warnings on, and so does the module. FOLDER is for the module's files.
 set -eu
 here=$(cd "$(dirname "$0")" && pwd)
-headers=$here/../../platform/ios/include/QuorvantisPush
+headers=$here/../../framework/include/QuorvantisPush
 framework=$1/QuorvantisPush.framework
 clang=${CLANG:-clang}
 

@@ -22,8 +22,8 @@ case $(uname -m) in
 esac
 
 mkdir -p "$folder"
-# shellcheck disable=SC2016,SC2086 # the inner shell expands; an empty architecture is no argument
-find "$root/platform/ios" "$root/facade" "$root/notifications" "$root/registration" \
+# shellcheck disable=SC2016,SC2046,SC2086 # the inner shell expands; an empty architecture is no argument
+find $(sed "s#^#$root/#" "$root/cmake/core-folders") "$root/platform/ios" "$root/framework" \
     -name '*.mm' -o -name '*.cpp' |
   xargs -P "$(nproc)" -I '{}' sh -c 'object=$1/$(basename "$2").o; shift 2; "$@" -o "$object"' sh \
     "$folder" '{}' "$clangxx" -c '{}' -std=c++20 -target "$triple" -O1 -fno-objc-arc -fblocks \
@@ -32,9 +32,9 @@ find "$root/platform/ios" "$root/facade" "$root/notifications" "$root/registrati
     -isystem "$here/../ios_core/libcxx" -isystem "$libcxx" \
     -isystem "/usr/include/$("$clangxx" -print-multiarch)" -isystem /usr/include \
     -D_GNU_SOURCE $host_architecture -U__nonnull \
-    -I "$root" -I "$root/platform/ios/include" -I "$root/platform/ios/declarations"
+    -I "$root" -I "$root/framework/include" -I "$root/platform/ios/declarations"
 
 "$linker" -dylib -arch arm64 -platform_version "$platform" "$oldest" 17.0 \
   -install_name @rpath/QuorvantisPush.framework/QuorvantisPush \
-  -exported_symbols_list "$root/platform/ios/exported_symbols.txt" \
+  -exported_symbols_list "$root/framework/exported_symbols.txt" \
   -o "$folder/QuorvantisPush" "$folder"/*.o "$here"/sdk/tbd/*.tbd

@@ -1,0 +1,102 @@
+#include "console/terminal.h"
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace quorvantis::console {
+
+namespace {
+
+constexpr std::size_t kUsualWidth = 80;
+constexpr std::size_t kLeastWidth = 40;
+constexpr std::size_t kMostWidth = 120;  // longer lines are hard to read
+
+bool isContinuation(char byte) {
+  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+/// The bytes of the first `count` characters.
+std::size_t bytesOf(std::string_view text, std::size_t count) {
+  std::size_t at = 0;
+  for (; count > 0 && at < text.size(); --count) {
+    do ++at;
+    while (at < text.size() && isContinuation(text[at]));
+  }
+  return at;
+}
+
+std::string_view codeOf(Style style) {
+  switch (style) {
+    case Style::plain:
+      return "0";
+    case Style::bold:
+      return "1";
+    case Style::dim:
+      return "2";
+    case Style::red:
+      return "31";
+    case Style::green:
+      return "32";
+    case Style::yellow:
+      return "33";
+    case Style::blue:
+      return "34";
+    case Style::magenta:
+      return "35";
+    case Style::cyan:
+      return "36";
+  }
+  return "0";
+}
+
+}  // namespace
+
+Terminal Terminal::ofStandardOutput() {
+  winsize size{};
+  if (isatty(STDOUT_FILENO) == 0) return {kUsualWidth, false};
+  const bool isKnown = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+  const std::size_t width = isKnown ? size.ws_col : kUsualWidth;
+  const char* noColour = std::getenv("NO_COLOR");
+  return {std::clamp(width, kLeastWidth, kMostWidth), noColour == nullptr || *noColour == '\0'};
+}
+
+std::string Terminal::styled(Style style, std::string_view text) const {
+  if (!colour_ || style == Style::plain) return std::string(text);
+  return "\x1b[" + std::string(codeOf(style)) + "m" + std::string(text) + "\x1b[0m";
+}
+
+std::size_t columns(std::string_view text) {
+  return static_cast<std::size_t>(
+      std::count_if(text.begin(), text.end(), [](char byte) { return !isContinuation(byte); }));
+}
+
+std::vector<std::string> wrap(std::string_view text, std::size_t width) {
+  std::vector<std::string> lines;
+  while (columns(text) > width) {
+    const std::size_t most = bytesOf(text, width);
+    const std::size_t blank = text.substr(0, most + 1).rfind(' ');
+    const std::size_t comma = text.substr(0, most).rfind(',');
+    const bool hasBlank = blank != std::string_view::npos && blank != 0;
+    const bool hasComma = comma != std::string_view::npos;
+    if (hasBlank && (!hasComma || blank > comma)) {
+      lines.emplace_back(text.substr(0, blank));
+      text.remove_prefix(blank + 1);
+    } else {
+      const std::size_t end = hasComma ? comma + 1 : most;
+      lines.emplace_back(text.substr(0, end));
+      text.remove_prefix(end);
+    }
+  }
+  lines.emplace_back(text);
+  return lines;
+}
+
+std::string padded(std::string_view text, std::size_t width) {
+  const std::size_t taken = columns(text);
+  return std::string(text) + std::string(width > taken ? width - taken : 0, ' ');
+}
+
+}  // namespace quorvantis::console

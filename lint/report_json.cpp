@@ -1,0 +1,94 @@
+#include "lint/report_json.h"
+
+#include <utility>
+
+#include "lint/words.h"
+
+namespace quorvantis::lint {
+
+namespace {
+
+using json::Array;
+using json::Dictionary;
+using json::Value;
+
+Value number(std::size_t count) {
+  return static_cast<std::int64_t>(count);
+}
+
+Value jsonOf(const Finding& finding) {
+  return Dictionary{{"code", finding.code},
+                    {"severity", nameOf(finding.severity)},
+                    {"endsApplication", finding.endsApplication},
+                    {"path", finding.path},
+                    {"line", number(finding.place.line)},
+                    {"column", number(finding.place.column)},
+                    {"message", finding.message},
+                    {"consequence", finding.consequence},
+                    {"remedy", finding.remedy}};
+}
+
+Value jsonOf(const Situation& situation) {
+  return Dictionary{{"arrives", nameOf(situation.arrival)},
+                    {"applicationState", nameOf(situation.state)},
+                    {"foregroundSwitch", situation.foregroundSwitch}};
+}
+
+Value jsonOf(const Outcome::Opened& opened) {
+  return Dictionary{{"url", opened.url}, {"when", nameOf(opened.when)}};
+}
+
+Value jsonOf(const Outcome::Alert& alert) {
+  return Dictionary{{"title", alert.title},
+                    {"message", alert.message},
+                    {"buttons", Array(alert.buttons.begin(), alert.buttons.end())}};
+}
+
+Value jsonOf(const Explained& explained);
+
+template <class T>
+Array arrayOf(const std::vector<T>& all) {
+  Array array;
+  for (const T& one : all) array.push_back(jsonOf(one));
+  return array;
+}
+
+Value jsonOf(const Explained& explained) {
+  const Outcome& outcome = explained.outcome;
+  return Dictionary{{"situations", arrayOf(explained.situations)},
+                    {"events", Array(outcome.events.begin(), outcome.events.end())},
+                    {"presented", outcome.presented},
+                    {"badge", outcome.badge ? Value(*outcome.badge) : Value()},
+                    {"alert", outcome.alert ? jsonOf(*outcome.alert) : Value()},
+                    {"vibrates", outcome.vibrates},
+                    {"stored", Dictionary(outcome.stored.begin(), outcome.stored.end())},
+                    {"opened", arrayOf(outcome.opened)},
+                    {"reported", outcome.report.has_value()},
+                    {"report", outcome.report.value_or(Value())},
+                    {"raised", outcome.raised ? Value(*outcome.raised) : Value()}};
+}
+
+}  // namespace
+
+Value jsonOf(const PayloadReport& report) {
+  if (!report.problem.empty()) return Dictionary{{"file", report.file}, {"problem", report.problem}};
+  return Dictionary{{"file", report.file},
+                    {"problem", Value()},
+                    {"bytes", number(report.bytes)},
+                    {"largest", number(kLargestPayload)},
+                    {"findings", arrayOf(report.findings.shown)},
+                    {"findingsLeftOut", number(report.findings.leftOut)},
+                    {"outcomes", arrayOf(report.explanation)}};
+}
+
+Value jsonOf(const std::string& systemVersion, Array reports, const PayloadTotals& totals) {
+  return Dictionary{{"systemVersion", systemVersion},
+                    {"files", std::move(reports)},
+                    {"summary", Dictionary{{"files", number(totals.files)},
+                                           {"unreadable", number(totals.unreadable)},
+                                           {"errors", number(totals.errors)},
+                                           {"warnings", number(totals.warnings)},
+                                           {"notes", number(totals.notes)}}}};
+}
+
+}  // namespace quorvantis::lint

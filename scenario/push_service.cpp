@@ -1,0 +1,124 @@
+#include "scenario/push_service.h"
+
+#include <utility>
+
+#include "device/events.h"
+#include "jose/jwe.h"
+#include "json/write.h"
+#include "server/misbehaving_server.h"
+
+namespace quorvantis::scenario {
+
+namespace {
+
+using server::Misbehaviour;
+
+Misbehaviour behaviourOf(const std::string& fault) {
+  if (fault == "silence") return {Misbehaviour::Kind::silence};
+  if (fault == "truncate") {
+    return {
+        Misbehaviour::Kind::cut,
+        "HTTP/1.1 200 OK\r\nContent-Type: application/json\r\nContent-Length: 64\r\n\r\n{\"error\":\"no\","};
+  }
+  return {Misbehaviour::Kind::cut};
+}
+
+/// More than the settings of any scenario fill.
+constexpr std::size_t kAnySize = std::size_t{1} << 30;
+
+/// "/path" of "POST /path HTTP/1.1".
+std::string pathOf(const std::string& head) {
+  const std::size_t start = head.find(' ') + 1;
+  return head.substr(start, head.find(' ', start) - start);
+}
+
+/// The token of a request, as its sender and the server both know it.
+std::string tokenOf(const std::string& body) {
+  const server::ParsedRequest parsed = server::parseRequest(body);
+  if (!parsed.request) return {};
+  return parsed.request->newToken.empty() ? parsed.request->token : parsed.request->newToken;
+}
+
+}  // namespace
+
+PushService::PushService(device::Device& device, Untold untold,
+                         std::function<void(const server::Answer&)> onAnswer)
+    : device_(device), untold_(untold) {
+  server::PushServerOptions options;
+  options.hashKey = kHashKey;
+  options.host = kPushHost;
+  if (untold == Untold::accept) options.mostBodyBytes = kAnySize;
+  options.onAnswer = std::move(onAnswer);
+  options.onRequest = [this](const server::ReceivedRequest& request) {
+    recordRequest(request.path, request.body);
+  };
+  options.responder = [this](const server::ReceivedRequest& request) { return takeAnswer(request); };
+  server_ = std::make_unique<server::PushServer>(authority_, std::move(options));
+  device_.network.setTrustedAuthorities(authority_.certificate());
+  device_.network.setBeforeRequest([this] { prepareTurn(); });
+}
+
+PushService::~PushService() {
+  device_.network.setBeforeRequest(nullptr);
+}
+
+void PushService::queueAnswer(int status, std::string body) {
+  told_.emplace_back(server::Answer{.status = status, .body = std::move(body)});
+}
+
+void PushService::queueFault(std::string fault) {
+  told_.emplace_back(std::move(fault));
+}
+
+void PushService::prepareTurn() {
+  misbehaving_.reset();
+  refusing_.reset();
+  device_.network.setLimits({});
+  std::optional<Told> told;
+  if (!told_.empty()) {
+    told = std::move(told_.front());
+    told_.pop_front();
+  }
+  if (const auto* fault = told ? std::get_if<std::string>(&*told) : nullptr) return misbehave(*fault);
+
+  const std::lock_guard lock(mutex_);
+  nextAnswer_ = told ? std::optional(std::get<server::Answer>(*std::move(told))) : std::nullopt;
+  leadTo(server_->port());
+}
+
+void PushService::misbehave(const std::string& fault) {
+  if (fault == "refuse") {
+    refusing_ = std::make_unique<server::RefusingPort>();
+    return leadTo(refusing_->port());
+  }
+  if (fault == "silence") {
+    device_.network.setLimits({.connect = std::chrono::seconds(1), .total = std::chrono::seconds(1)});
+  }
+  const server::Identity identity =
+      fault == "untrusted" ? server::Authority().issue(kPushHost) : authority_.issue(kPushHost);
+  misbehaving_ = std::make_unique<server::MisbehavingServer>(server::MisbehavingServerOptions{
+      .identity = identity,
+      .script = {behaviourOf(fault)},
+      .onRequest = [this](const std::string& head, const std::string& body) {
+        recordRequest(pathOf(head), jose::open(body, kHashKey).value_or(body));
+      }});
+  leadTo(misbehaving_->port());
+}
+
+void PushService::leadTo(std::uint16_t port) {
+  device_.network.setHost(kPushHost, {"127.0.0.1", port});
+}
+
+void PushService::recordRequest(const std::string& path, const std::string& body) {
+  device_.record.add(device::events::received(path, body));
+}
+
+std::optional<server::Answer> PushService::takeAnswer(const server::ReceivedRequest& request) {
+  const std::lock_guard lock(mutex_);
+  if (nextAnswer_) return std::exchange(nextAnswer_, std::nullopt);
+  if (untold_ == Untold::askRegistrations) return std::nullopt;
+  const json::Dictionary answer{{"error", "no"}, {"token", tokenOf(request.body)}};
+  return server::Answer{.body = json::write(answer)};
+}
+
+}  // namespace quorvantis::scenario
