@@ -5,6 +5,7 @@
 #include <map>
 
 #include "device/events.h"
+#include "scenario/delivery.h"
 #include "scenario/push_service.h"
 
 namespace quorvantis::scenario {
@@ -74,6 +75,7 @@ void Player::play(const Step& step) {
       {"deliverToken", [](Player& p, const Step& s) { p.deliverToken(s); }},
       {"call", [](Player& p, const Step& s) { p.call(s); }},
       {"notification", [](Player& p, const Step& s) { p.deliverNotification(s); }},
+      {"deliver", [](Player& p, const Step& s) { p.deliver(s); }},
       {"tapOK", [](Player& p, const Step& s) { p.tapOK(s); }},
       {"settle", [](Player& p, const Step&) { p.settle(); }},
       {"advance", [](Player& p, const Step& s) { p.advance(s); }},
@@ -212,6 +214,13 @@ void Player::deliverNotification(const Step& step) {
     host_.deliver(arrivals.at(*step.find("arrives")->get<std::string>()),
                   *step.find("userInfo")->get<json::Dictionary>(), action);
   });
+}
+
+void Player::deliver(const Step& step) {
+  const auto& userInfo = *step.find("userInfo")->get<json::Dictionary>();
+  for (const Arrival arrival : arrivalsOf(userInfo, device_.application.state)) {
+    host_.perform([&] { host_.deliver(arrival, userInfo, kDefaultAction); });
+  }
 }
 
 void Player::tapOK(const Step& step) {

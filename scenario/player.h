@@ -38,6 +38,7 @@ class Player {
   void deliverToken(const Step& step);
   void call(const Step& step);
   void deliverNotification(const Step& step);
+  void deliver(const Step& step);
   void tapOK(const Step& step);
   void advance(const Step& step);
   void relaunch();

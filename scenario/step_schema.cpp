@@ -170,6 +170,7 @@ const std::map<std::string_view, Schema>& steps() {
       {"activate", {{"value", kByteOrBoolean, true}}},
       {"deliverToken", {{"hex", kHexadecimal, true}}},
       {"notification", {{"arrives", kArrival, true}, {"userInfo", kObject, true}}},
+      {"deliver", {{"userInfo", kObject, true}}},
       {"tapOK", {{"alert", kAlertNumber, true}}},
       {"settle", {}},
       {"advance", {{"seconds", kDuration, true}}},

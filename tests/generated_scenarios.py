@@ -67,7 +67,7 @@ class Generator:
         if self.chance(0.05):
             return {"aps": self.value()}
         aps = self.some({
-            "badge": self.value, "content-available": lambda: self.pick(1, 0, "yes"), "urlnoti": lambda: self.pick(*LINKS),
+            "badge": self.value, "content-available": lambda: self.pick(1, 1, 0, True, 1.0, "1"), "urlnoti": lambda: self.pick(*LINKS),
             "extra1": self.value, "extra3": self.value, "extra5": lambda: self.pick(*TEXTS), "sound": self.value})
         if self.chance(0.8):
             aps["alert"] = self.some({"title": lambda: self.pick(*TEXTS), "body": lambda: self.pick(*TEXTS),
@@ -100,8 +100,8 @@ class Generator:
         boolean = lambda: self.pick(True, False)
         kind = self.random.choices(
             ["device", "application", "library", "store", "host", "registration", "authorization", "server",
-             "activate", "deliverToken", "call", "notification", "settle", "advance", "relaunch", "show"],
-            [4, 4, 2, 4, 8, 2, 2, 5, 6, 5, 6, 16, 12, 4, 2, 3])[0]
+             "activate", "deliverToken", "call", "notification", "deliver", "settle", "advance", "relaunch", "show"],
+            [4, 4, 2, 4, 8, 2, 2, 5, 6, 5, 6, 16, 10, 12, 4, 2, 3])[0]
         step = {"do": kind}
         if kind == "device":
             step |= self.some({
@@ -151,6 +151,8 @@ class Generator:
             step |= {"arrives": self.pick("foreground", "background", "tap"), "userInfo": self.payload()}
             if step["arrives"] == "tap" and self.chance(0.3):
                 step["action"] = "reply"
+        elif kind == "deliver":
+            step["userInfo"] = self.payload()
         elif kind == "advance":
             step["seconds"] = self.pick(0, 0.5, 1, 1.0, 0.999999999, 60)
         return step
