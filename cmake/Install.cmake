@@ -4,12 +4,12 @@ include(CMakePackageConfigHelpers)
 
 set(package_folder "${CMAKE_INSTALL_LIBDIR}/cmake/QuorvantisPush")
 set(header_folder "${CMAKE_INSTALL_INCLUDEDIR}/QuorvantisPush")
-set(installed_targets quorvantis_push quorvantis_simulated quorvantis_device quorvantis_json quorvantis_jose)
+set(installed_targets quorvantis_push quorvantis_simulated quorvantis_device quorvantis_json quorvantis_jose quorvantis_base)
 
 foreach(target IN LISTS installed_targets)
   target_compile_features(${target} PUBLIC cxx_std_20)
 endforeach()
-foreach(part simulated device json jose)
+foreach(part simulated device json jose base)
   set_target_properties(quorvantis_${part} PROPERTIES EXPORT_NAME ${part})
 endforeach()
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string>
 
+#include "base/utf8.h"
+
 namespace quorvantis::console {
 
 namespace {
@@ -13,23 +15,11 @@ bool isBlankOrJoint(char32_t character) {
   return isSpaceOfSomeWidth || kBlanksAndJoints.find(character) != std::u32string_view::npos;
 }
 
-/// Takes the first character off text that is UTF-8 and not empty.
-char32_t takeCharacter(std::string_view& text) {
-  const auto lead = static_cast<unsigned char>(text.front());
-  const std::size_t size = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-  char32_t character = size == 1 ? lead : lead & (0x7FU >> size);
-  for (const char byte : text.substr(1, size - 1)) {
-    character = character << 6 | (static_cast<unsigned char>(byte) & 0x3FU);
-  }
-  text.remove_prefix(std::min(size, text.size()));
-  return character;
-}
-
 /// Characters in lower case, without blanks and joints.
 std::u32string plain(std::string_view text) {
   std::u32string letters;
   while (!text.empty()) {
-    const char32_t character = takeCharacter(text);
+    const char32_t character = base::takeCharacter(text).value_or(U'\uFFFD');
     if (isBlankOrJoint(character)) continue;
     const bool isUpper = character >= U'A' && character <= U'Z';
     letters += isUpper ? character - U'A' + U'a' : character;

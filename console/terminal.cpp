@@ -5,6 +5,9 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <functional>
+
+#include "base/utf8.h"
 
 namespace quorvantis::console {
 
@@ -14,16 +17,12 @@ constexpr std::size_t kUsualWidth = 80;
 constexpr std::size_t kLeastWidth = 40;
 constexpr std::size_t kMostWidth = 120;  // longer lines are hard to read
 
-bool isContinuation(char byte) {
-  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
-
 /// The bytes of the first `count` characters.
 std::size_t bytesOf(std::string_view text, std::size_t count) {
   std::size_t at = 0;
   for (; count > 0 && at < text.size(); --count) {
     do ++at;
-    while (at < text.size() && isContinuation(text[at]));
+    while (at < text.size() && base::isContinuation(text[at]));
   }
   return at;
 }
@@ -69,8 +68,7 @@ std::string Terminal::styled(Style style, std::string_view text) const {
 }
 
 std::size_t columns(std::string_view text) {
-  return static_cast<std::size_t>(
-      std::count_if(text.begin(), text.end(), [](char byte) { return !isContinuation(byte); }));
+  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), std::not_fn(base::isContinuation)));
 }
 
 std::vector<std::string> wrap(std::string_view text, std::size_t width) {

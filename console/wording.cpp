@@ -1,8 +1,6 @@
 #include "console/wording.h"
 
-#include <algorithm>
-
-#include "json/utf8.h"
+#include "base/utf8.h"
 #include "json/write.h"
 
 namespace quorvantis::console {
@@ -20,24 +18,16 @@ struct KindNamer {
   std::string operator()(const json::Dictionary&) const { return "an object"; }
 };
 
-/// The bytes of the character that begins here, 0 when none does.
-std::size_t characterSize(std::string_view text) {
-  for (std::size_t size = 1; size <= std::min<std::size_t>(4, text.size()); ++size) {
-    if (json::isUTF8(text.substr(0, size))) return size;
-  }
-  return 0;
-}
-
 /// Turns the order of the text around it, so that people read what is not there.
-bool isBidirectionalControl(std::string_view character) {
-  return (character >= "\u202A" && character <= "\u202E") || (character >= "\u2066" && character <= "\u2069");
+bool isBidirectionalControl(char32_t character) {
+  return (character >= U'\u202A' && character <= U'\u202E') ||
+         (character >= U'\u2066' && character <= U'\u2069');
 }
 
-bool isControl(std::string_view character) {
-  const auto lead = static_cast<unsigned char>(character[0]);
-  if (lead < 0x20) return character != "\n";
-  const bool isC1 = lead == 0xC2 && static_cast<unsigned char>(character[1]) < 0xA0;
-  return lead == 0x7F || isC1 || isBidirectionalControl(character);
+bool isControl(char32_t character) {
+  const bool isC0 = character < 0x20 && character != U'\n';
+  const bool isC1 = character >= 0x7F && character < 0xA0;
+  return isC0 || isC1 || isBidirectionalControl(character);
 }
 
 }  // namespace
@@ -67,20 +57,18 @@ std::string listed(std::span<const std::string_view> texts) {
 
 std::string shortened(std::string_view text, std::size_t longest) {
   if (text.size() <= longest) return std::string(text);
-  while (longest > 0 && (static_cast<unsigned char>(text[longest]) & 0xC0U) == 0x80U) --longest;
+  while (longest > 0 && base::isContinuation(text[longest])) --longest;
   return std::string(text.substr(0, longest)) + "…";
 }
 
 std::string harmless(std::string_view text) {
   std::string clean;
   while (!text.empty()) {
-    const std::size_t size = characterSize(text);
-    if (size == 0 || isControl(text.substr(0, size))) {
-      clean += "\xEF\xBF\xBD";
-    } else {
-      clean += text.substr(0, size);
-    }
-    text.remove_prefix(std::max<std::size_t>(size, 1));
+    std::string_view rest = text;
+    const auto character = base::takeCharacter(rest);
+    const bool isShown = character && !isControl(*character);
+    clean += isShown ? text.substr(0, text.size() - rest.size()) : "\uFFFD";
+    text = rest;
   }
   return clean;
 }

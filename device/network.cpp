@@ -2,27 +2,17 @@
 
 #include <utility>
 
+#include "base/ascii.h"
+
 namespace quorvantis::device {
-namespace {
-
-/// Host names know no case.
-std::string lower(std::string name) {
-  for (char& character : name) {
-    if (character >= 'A' && character <= 'Z') character = static_cast<char>(character - 'A' + 'a');
-  }
-  return name;
-}
-
-}  // namespace
-
 void Network::setHost(std::string name, Endpoint endpoint) {
   const std::lock_guard lock(mutex_);
-  hosts_.insert_or_assign(lower(std::move(name)), std::move(endpoint));
+  hosts_.insert_or_assign(base::lowerCase(std::move(name)), std::move(endpoint));
 }
 
 std::optional<Endpoint> Network::resolve(const std::string& name) const {
   const std::lock_guard lock(mutex_);
-  const auto host = hosts_.find(lower(name));
+  const auto host = hosts_.find(base::lowerCase(name));
   if (host == hosts_.end()) return std::nullopt;
   return host->second;
 }

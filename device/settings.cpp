@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "base/hexadecimal.h"
 #include "device/settings_database.h"
 #include "json/read.h"
 #include "json/write.h"
@@ -18,7 +19,7 @@ namespace {
 
 struct Encoder {
   json::Value operator()(const std::string& text) const { return "=" + text; }
-  json::Value operator()(const json::Data& data) const { return "#" + json::hexadecimal(data.bytes); }
+  json::Value operator()(const json::Data& data) const { return "#" + base::hexadecimal(data.bytes); }
   json::Value operator()(double real) const {
     return std::isfinite(real) ? json::Value(real) : json::Value(json::shortest(real));
   }
@@ -42,23 +43,10 @@ std::string encode(const json::Value& value) {
   return json::write(std::visit(Encoder{}, value.variant()));
 }
 
-int digitOf(char digit) {
-  if (digit >= '0' && digit <= '9') return digit - '0';
-  if (digit >= 'a' && digit <= 'f') return digit - 'a' + 10;
-  return -1;
-}
-
 bool decodeData(std::string_view digits, json::Value& value) {
-  json::Data data;
-  if (digits.size() % 2 != 0) return false;
-  for (std::size_t i = 0; i < digits.size(); i += 2) {
-    const int high = digitOf(digits[i]);
-    const int low = digitOf(digits[i + 1]);
-    if (high < 0 || low < 0) return false;
-    data.bytes += static_cast<char>(high * 16 + low);
-  }
-  value = std::move(data);
-  return true;
+  auto bytes = base::bytesFromHexadecimal(digits);
+  if (bytes) value = json::Data{std::move(*bytes)};
+  return bytes.has_value();
 }
 
 bool decodeText(const std::string& text, json::Value& value) {

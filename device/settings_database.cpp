@@ -14,6 +14,7 @@
 #include <system_error>
 #include <utility>
 
+#include "base/hexadecimal.h"
 #include "device/settings.h"
 #include "json/write.h"
 
@@ -61,7 +62,7 @@ void fold(std::array<unsigned char, 32>& digest, std::string_view key, std::stri
 }
 
 std::string text(const std::array<unsigned char, 32>& digest) {
-  return json::hexadecimal({reinterpret_cast<const char*>(digest.data()), digest.size()});
+  return base::hexadecimal({reinterpret_cast<const char*>(digest.data()), digest.size()});
 }
 
 std::uint32_t bigEndian(const unsigned char* bytes) {
@@ -77,46 +78,6 @@ void syncFolder(const fs::path& folder) {
 }
 
 }  // namespace
-
-class SettingsDatabase::Statement {
- public:
-  Statement(const SettingsDatabase& database, const char* sql) : database_(database) {
-    check(sqlite3_prepare_v2(database.connection_.get(), sql, -1, &statement_, nullptr));
-  }
-  ~Statement() { sqlite3_finalize(statement_); }
-  Statement(const Statement&) = delete;
-  Statement& operator=(const Statement&) = delete;
-
-  void bind(int index, std::string_view value) {
-    check(sqlite3_bind_text64(statement_, index, value.data(), value.size(), SQLITE_STATIC, SQLITE_UTF8));
-  }
-
-  /// Whether there is a row.
-  bool step() {
-    const int code = sqlite3_step(statement_);
-    if (code != SQLITE_ROW && code != SQLITE_DONE) check(code);
-    return code == SQLITE_ROW;
-  }
-
-  void run() {
-    step();
-    sqlite3_reset(statement_);
-  }
-
-  [[nodiscard]] std::string column(int index) const {
-    const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement_, index));
-    if (bytes == nullptr) return {};
-    return {bytes, static_cast<std::size_t>(sqlite3_column_bytes(statement_, index))};
-  }
-
- private:
-  void check(int code) const {
-    if (code != SQLITE_OK) database_.fail(code, sqlite3_errmsg(database_.connection_.get()));
-  }
-
-  const SettingsDatabase& database_;
-  sqlite3_stmt* statement_ = nullptr;
-};
 
 void SettingsDatabase::Close::operator()(sqlite3* connection) const {
   sqlite3_close_v2(connection);
@@ -254,26 +215,26 @@ void SettingsDatabase::takeFile() {
 
 void SettingsDatabase::load() {
   Statement check(*this, "PRAGMA integrity_check(1)");
-  std::string verdict = check.step() ? check.column(0) : "unchecked";
+  std::string verdict = check.step() ? check.text(0) : "unchecked";
   std::replace(verdict.begin(), verdict.end(), '\n', ' ');
   if (verdict != "ok") throw SettingsError(damaged(file_, verdict));
 
   std::string schema;
   for (Statement tables(*this, "SELECT sql FROM sqlite_schema WHERE sql IS NOT NULL ORDER BY name");
        tables.step();) {
-    schema += tables.column(0) + ";";
+    schema += tables.text(0) + ";";
   }
   if (schema != std::string(kMetaTable) + ";" + kSettingsTable + ";") {
     throw SettingsError(damaged(file_, "its tables are others"));
   }
 
   for (Statement row(*this, "SELECT key, value FROM settings"); row.step();) {
-    const auto [entry, isNew] = rows_.emplace(row.column(0), row.column(1));
+    const auto [entry, isNew] = rows_.emplace(row.text(0), row.text(1));
     if (!isNew) throw SettingsError(damaged(file_, "it holds a key twice"));
     fold(digest_, entry->first, entry->second);
   }
   Statement stored(*this, "SELECT value FROM meta WHERE name = 'digest'");
-  if (!stored.step() || stored.column(0) != text(digest_)) {
+  if (!stored.step() || stored.text(0) != text(digest_)) {
     throw SettingsError(damaged(file_, "its content does not match its digest"));
   }
 }
@@ -288,17 +249,16 @@ void SettingsDatabase::write(const Changes& changes) {
     for (const auto& [key, value] : changes) {
       if (const auto old = rows_.find(key); old != rows_.end()) fold(digest, key, old->second);
       Statement& statement = value ? put : erase;
-      statement.bind(1, key);
+      statement.bind(key);
       if (value) {
         fold(digest, key, *value);
-        statement.bind(2, *value);
+        statement.bind(*value);
       }
       statement.run();
     }
     Statement seal(*this, "UPDATE meta SET value = ?1 WHERE name = 'digest'");
     const std::string sealed = text(digest);
-    seal.bind(1, sealed);
-    seal.run();
+    seal.bind(sealed).run();
     execute(connection, "COMMIT");
   } catch (...) {
     // Some failures have rolled back already.

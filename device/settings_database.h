@@ -12,7 +12,7 @@
 #include <string>
 #include <string_view>
 
-struct sqlite3;
+#include "base/sqlite_statement.h"
 
 namespace quorvantis::device {
 
@@ -42,7 +42,8 @@ class SettingsDatabase {
 
  private:
   using Digest = std::array<unsigned char, 32>;
-  class Statement;
+  using Statement = base::SqliteStatement<SettingsDatabase>;
+  friend Statement;
   struct Close {
     void operator()(sqlite3* connection) const;
   };
@@ -54,6 +55,7 @@ class SettingsDatabase {
   void takeFile();
   void load();
   void execute(sqlite3* connection, const char* sql) const;
+  [[nodiscard]] sqlite3* handle() const { return connection_.get(); }
   [[noreturn]] void fail(int code, const std::string& detail) const;
 
   const std::filesystem::path file_;

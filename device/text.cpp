@@ -4,13 +4,11 @@
 #include <charconv>
 #include <limits>
 
+#include "base/ascii.h"
+
 namespace quorvantis::device {
 
 namespace {
-
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 // Takes the digits off the front; leading zeros do not count.
 std::string_view takeNumber(std::string_view& text) {
@@ -27,7 +25,7 @@ int compareNumbers(std::string_view a, std::string_view b) {
 }
 
 bool isAllowedInURI(char c) {
-  const bool isAlphanumeric = isDigit(c) || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+  const bool isAlphanumeric = base::isDigit(c) || base::isLetter(c);
   return isAlphanumeric || std::string_view("-._~:/?#[]@!$&'()*+,;=%").find(c) != std::string_view::npos;
 }
 
@@ -35,7 +33,7 @@ bool isAllowedInURI(char c) {
 
 int compareNumerically(std::string_view a, std::string_view b) {
   while (!a.empty() && !b.empty()) {
-    if (isDigit(a.front()) && isDigit(b.front())) {
+    if (base::isDigit(a.front()) && base::isDigit(b.front())) {
       const int order = compareNumbers(takeNumber(a), takeNumber(b));
       if (order != 0) return order;
     } else {
@@ -50,7 +48,7 @@ int compareNumerically(std::string_view a, std::string_view b) {
 
 std::int64_t integerValue(std::string_view text) {
   text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
-  if (text.starts_with('+') && text.size() > 1 && isDigit(text[1])) text.remove_prefix(1);
+  if (text.starts_with('+') && text.size() > 1 && base::isDigit(text[1])) text.remove_prefix(1);
   std::int64_t number = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   if (error != std::errc::result_out_of_range) return number;

@@ -12,7 +12,7 @@
 #include <string_view>
 #include <utility>
 
-#include "jose/c_handle.h"
+#include "base/c_handle.h"
 #include "jose/jwe.h"
 
 namespace quorvantis::device {
@@ -20,11 +20,11 @@ namespace {
 
 constexpr std::size_t kMostHeaderBytes = std::size_t{64} * 1024;
 
-using Easy = CHandle<CURL, curl_easy_cleanup>;
-using Multi = CHandle<CURLM, curl_multi_cleanup>;
-using Url = CHandle<CURLU, curl_url_cleanup>;
-using Text = CHandle<char, curl_free>;
-using Headers = CHandle<curl_slist, curl_slist_free_all>;
+using Easy = base::CHandle<CURL, curl_easy_cleanup>;
+using Multi = base::CHandle<CURLM, curl_multi_cleanup>;
+using Url = base::CHandle<CURLU, curl_url_cleanup>;
+using Text = base::CHandle<char, curl_free>;
+using Headers = base::CHandle<curl_slist, curl_slist_free_all>;
 
 /// A request fails with this inside; it does not leave the transport.
 class Failure : public std::runtime_error {

@@ -10,6 +10,7 @@
 
 #include "facade/PushDelegate.h"
 #include "platform/NSData.h"
+#include "platform/NSURLConnection.h"
 #include "platform/QuorvantisRegisterLib.h"
 #include "platform/UIApplication.h"
 #include "platform/UIResponder.h"

@@ -11,7 +11,7 @@
 #include <cstdint>
 #include <stdexcept>
 
-#include "jose/c_handle.h"
+#include "base/c_handle.h"
 
 namespace quorvantis::jose {
 namespace {
@@ -25,10 +25,10 @@ struct Deallocator {
   void operator()(void* memory) const { cjose_get_dealloc()(memory); }
 };
 
-using Key = CHandle<cjose_jwk_t, cjose_jwk_release>;
-using Header = CHandle<cjose_header_t, cjose_header_release>;
-using Jwe = CHandle<cjose_jwe_t, cjose_jwe_release>;
-using Json = CHandle<json_t, json_decref>;
+using Key = base::CHandle<cjose_jwk_t, cjose_jwk_release>;
+using Header = base::CHandle<cjose_header_t, cjose_header_release>;
+using Jwe = base::CHandle<cjose_jwe_t, cjose_jwe_release>;
+using Json = base::CHandle<json_t, json_decref>;
 using Bytes = std::unique_ptr<std::uint8_t, Deallocator>;
 using Text = std::unique_ptr<char, Deallocator>;
 

@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <optional>
 #include <stdexcept>
 #include <utility>
 #include <vector>
+
+#include "base/utf8.h"
 
 // A broken assumption of the parser surfaces in release builds too.
 #define RAPIDJSON_ASSERT(condition) \
@@ -267,10 +270,10 @@ Place placeOf(std::string_view text, std::size_t offset) {
   const std::string_view before = text.substr(0, offset);
   const std::size_t lineStart = before.rfind('\n') + 1;
   const std::string_view line = before.substr(lineStart);
-  const auto isCharacterStart = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; };
   Place place;
   place.line = 1 + static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
-  place.column = 1 + static_cast<std::size_t>(std::count_if(line.begin(), line.end(), isCharacterStart));
+  place.column = 1 + static_cast<std::size_t>(
+                         std::count_if(line.begin(), line.end(), std::not_fn(base::isContinuation)));
   return place;
 }
 

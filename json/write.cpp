@@ -5,10 +5,10 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "base/hexadecimal.h"
+
 namespace quorvantis::json {
 namespace {
-
-constexpr std::string_view kDigits = "0123456789abcdef";
 
 void writeText(std::string_view text, std::string& out) {
   out += '"';
@@ -36,7 +36,7 @@ void writeText(std::string_view text, std::string& out) {
       default:
         if (static_cast<unsigned char>(character) < 0x20) {
           out += "\\u00";
-          out += hexadecimal({&character, 1});
+          out += base::hexadecimal({&character, 1});
         } else {
           out += character;
         }
@@ -62,7 +62,7 @@ struct Writer {
     if (digits.find_first_of(".e") == std::string::npos) out += ".0";
   }
   void operator()(const std::string& text) const { writeText(text, out); }
-  void operator()(const Data& data) const { writeText(hexadecimal(data.bytes), out); }
+  void operator()(const Data& data) const { writeText(base::hexadecimal(data.bytes), out); }
   void operator()(const Array& array) const {
     out += '[';
     const char* separator = "";
@@ -119,17 +119,6 @@ std::string shortest(double number) {
   const std::size_t whole = static_cast<std::size_t>(exponent) + 1;
   if (digits.size() <= whole) return sign + digits + std::string(whole - digits.size(), '0');
   return sign + digits.insert(whole, 1, '.');
-}
-
-std::string hexadecimal(std::string_view bytes) {
-  std::string digits;
-  digits.reserve(bytes.size() * 2);
-  for (const char character : bytes) {
-    const auto byte = static_cast<unsigned char>(character);
-    digits += kDigits[byte >> 4];
-    digits += kDigits[byte & 15];
-  }
-  return digits;
 }
 
 }  // namespace quorvantis::json

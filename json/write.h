@@ -17,7 +17,4 @@ std::string write(const Value& value);
 /// on.
 std::string shortest(double number);
 
-/// Two lower-case digits a byte.
-std::string hexadecimal(std::string_view bytes);
-
 }  // namespace quorvantis::json

@@ -60,9 +60,6 @@ constexpr Kind kKinds[] = {
     {"wakes-nobody", Severity::note},
 };
 
-const std::array<std::string_view, 4> kTypes{payload::typeNormal.text(), payload::typeOpenApp.text(),
-                                             payload::typeOpenURL.text(), payload::typeExtras.text()};
-
 /// All that the library reads in "aps".
 const std::array<std::string_view, 10> kKeys{
     payload::alert.text(),     payload::badge.text(),     payload::contentAvailable.text(),
@@ -375,13 +372,13 @@ void Linter::lintType(const Dictionary& aps, const Value& type) {
             "Make it one of the library's types, or leave it out."});
     return;
   }
-  if (std::find(kTypes.begin(), kTypes.end(), *text) == kTypes.end()) {
-    const auto meant = console::nearestTo(*text, kTypes);
+  if (std::find(payload::types.begin(), payload::types.end(), *text) == payload::types.end()) {
+    const auto meant = console::nearestTo(*text, payload::types);
     report("unknown-type", inAps(payload::type.text()),
            {inQuotes(*text) + " is none of the library's types",
             "The library does nothing for it; the host gets the report, with this type.",
             meant ? "Write " + inQuotes(*meant) + ", if that is what is meant; every letter and blank counts."
-                  : "Known are " + console::listed(kTypes) +
+                  : "Known are " + console::listed(payload::types) +
                         ". To send extras without a type, leave \"type\" out."});
   }
   if (*text == payload::typeOpenURL.text()) {

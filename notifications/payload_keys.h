@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <string_view>
 
 #include "platform/NSString.h"
 
@@ -21,11 +22,13 @@ inline constinit const std::array<ConstantString, 5> extras{
     ConstantString{"extra1"}, ConstantString{"extra2"}, ConstantString{"extra3"}, ConstantString{"extra4"},
     ConstantString{"extra5"}};
 
-// Values of "type".
-inline constinit const ConstantString typeNormal{"pushlib-normal"};
-inline constinit const ConstantString typeOpenApp{"pushlib-abrirapp"};
-inline constinit const ConstantString typeOpenURL{"pushlib-abrirurl"};
-inline constinit const ConstantString typeExtras{"pushlib-extras"};
+/// The values of "type" that the library acts on.
+inline constexpr std::array<std::string_view, 4> types{"pushlib-normal", "pushlib-abrirapp",
+                                                       "pushlib-abrirurl", "pushlib-extras"};
+inline constinit const ConstantString typeNormal{types[0]};
+inline constinit const ConstantString typeOpenApp{types[1]};
+inline constinit const ConstantString typeOpenURL{types[2]};
+inline constinit const ConstantString typeExtras{types[3]};
 
 // In the report alone.
 inline constinit const ConstantString customType{"customType"};

@@ -10,10 +10,4 @@ class NSError : public Object {
   using Object::Object;
 };
 
-/// Held in a field that nothing fills; it needs no operation.
-class NSURLConnection : public Object {
- public:
-  using Object::Object;
-};
-
 }  // namespace quorvantis::platform

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <map>
 
+#include "base/hexadecimal.h"
 #include "device/events.h"
 #include "scenario/delivery.h"
 #include "scenario/push_service.h"
@@ -104,8 +105,8 @@ void Player::setDevice(const Step& step) {
         languages->isNull() ? std::nullopt : std::optional(texts(*languages->get<json::Array>()));
   }
   if (const Value* token = step.find("token")) {
-    facts.token =
-        token->isNull() ? std::nullopt : std::optional(bytesFromHexadecimal(*token->get<std::string>()));
+    facts.token = token->isNull() ? std::nullopt
+                                  : std::optional(*base::bytesFromHexadecimal(*token->get<std::string>()));
   }
   read(step, "tokenError", facts.tokenError);
 }
@@ -170,7 +171,7 @@ void Player::queueAnswers(const Step& step) {
     service_->queueAnswer(static_cast<int>(*answer.find("status")->get<std::int64_t>()),
                           body != nullptr
                               ? *body->get<std::string>()
-                              : bytesFromHexadecimal(*answer.find("bodyHex")->get<std::string>()));
+                              : *base::bytesFromHexadecimal(*answer.find("bodyHex")->get<std::string>()));
   }
 }
 
@@ -182,7 +183,8 @@ void Player::activate(const Step& step) {
 }
 
 void Player::deliverToken(const Step& step) {
-  host_.perform([&] { host_.deliverToken(bytesFromHexadecimal(*step.find("hex")->get<std::string>())); });
+  host_.perform(
+      [&] { host_.deliverToken(*base::bytesFromHexadecimal(*step.find("hex")->get<std::string>())); });
 }
 
 void Player::call(const Step& step) {
@@ -198,7 +200,7 @@ void Player::call(const Step& step) {
     } else if (operation == "registerFinish") {
       host_.registerFinish();
     } else if (const Value* hex = step.find("hex")) {
-      host_.didRegister(bytesFromHexadecimal(*hex->get<std::string>()));
+      host_.didRegister(*base::bytesFromHexadecimal(*hex->get<std::string>()));
     } else {
       host_.didFailToRegister(*step.find("error")->get<std::string>());
     }

@@ -37,14 +37,4 @@ std::vector<Step> readScenario(std::istream& text, bool serverIsElsewhere) {
   return steps;
 }
 
-std::string bytesFromHexadecimal(const std::string& digits) {
-  std::string bytes;
-  for (std::size_t i = 0; i + 1 < digits.size(); i += 2) {
-    unsigned byte = 0;
-    std::from_chars(digits.data() + i, digits.data() + i + 2, byte, 16);
-    bytes.push_back(static_cast<char>(byte));
-  }
-  return bytes;
-}
-
 }  // namespace quorvantis::scenario

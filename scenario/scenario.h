@@ -38,7 +38,4 @@ class ScenarioError : public std::runtime_error {
 /// Throws ScenarioError for the first bad line. Where the push server runs elsewhere, "server" steps are bad.
 std::vector<Step> readScenario(std::istream& text, bool serverIsElsewhere);
 
-/// The bytes that a text of hexadecimal digits, of either case, stands for. The text is well-formed.
-std::string bytesFromHexadecimal(const std::string& digits);
-
 }  // namespace quorvantis::scenario

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/ascii.h"
 #include "server/tls_listener.h"
 
 namespace quorvantis::server {
@@ -30,8 +31,7 @@ struct RawRequest {
 /// What the head says, 0 without it.
 std::size_t contentLength(std::string head) {
   constexpr std::string_view kName = "\r\ncontent-length:";
-  std::transform(head.begin(), head.end(), head.begin(),
-                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+  head = base::lowerCase(std::move(head));
   std::size_t at = head.find(kName);
   if (at == std::string::npos) return 0;
   at = head.find_first_not_of(' ', at + kName.size());

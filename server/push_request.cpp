@@ -7,34 +7,23 @@
 namespace quorvantis::server {
 namespace {
 
-struct Field {
-  std::string_view name;
-  std::string PushRequest::*value;
-};
+constexpr std::array<PushRequestField, 5> kRegistration{{{"token", &PushRequest::token},
+                                                         {"jsonApp", &PushRequest::app},
+                                                         {"jsonDevice", &PushRequest::device},
+                                                         {"jsonLibreria", &PushRequest::library},
+                                                         {"jsonGeo", &PushRequest::geo}}};
 
-constexpr std::array<Field, 5> kRegistration{{{"token", &PushRequest::token},
-                                              {"jsonApp", &PushRequest::app},
-                                              {"jsonDevice", &PushRequest::device},
-                                              {"jsonLibreria", &PushRequest::library},
-                                              {"jsonGeo", &PushRequest::geo}}};
-
-constexpr std::array<Field, 6> kChange{{{"tokenAntiguo", &PushRequest::oldToken},
-                                        {"tokenNuevo", &PushRequest::newToken},
-                                        {"jsonApp", &PushRequest::app},
-                                        {"jsonDevice", &PushRequest::device},
-                                        {"jsonLibreria", &PushRequest::library},
-                                        {"jsonGeo", &PushRequest::geo}}};
+constexpr std::array<PushRequestField, 6> kChange{{{"tokenAntiguo", &PushRequest::oldToken},
+                                                   {"tokenNuevo", &PushRequest::newToken},
+                                                   {"jsonApp", &PushRequest::app},
+                                                   {"jsonDevice", &PushRequest::device},
+                                                   {"jsonLibreria", &PushRequest::library},
+                                                   {"jsonGeo", &PushRequest::geo}}};
 
 constexpr std::string_view kStart = "&tarea=";
 constexpr std::size_t kMostQuoted = 64;
 
-std::span<const Field> fieldsOf(std::string_view task) {
-  if (task == kRegisterTask) return kRegistration;
-  if (task == kChangeTask) return kChange;
-  return {};
-}
-
-std::string marker(const Field& field) {
+std::string marker(const PushRequestField& field) {
   return "&" + std::string(field.name) + "=";
 }
 
@@ -52,6 +41,12 @@ std::string quoted(std::string_view text) {
 }
 
 }  // namespace
+
+std::span<const PushRequestField> fieldsOf(std::string_view task) {
+  if (task == kRegisterTask) return kRegistration;
+  if (task == kChangeTask) return kChange;
+  return {};
+}
 
 ParsedRequest parseRequest(const std::string& body) {
   std::string_view rest(body);

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 
 namespace quorvantis::server {
 
@@ -15,6 +17,15 @@ struct PushRequest {
   std::string token, oldToken, newToken;
   std::string app, device, library, geo;  ///< the JSON texts
 };
+
+/// A field by its name in the body.
+struct PushRequestField {
+  std::string_view name;
+  std::string PushRequest::*value;
+};
+
+/// The fields that follow "tarea" in a task's body, in their order; none for an unknown task.
+std::span<const PushRequestField> fieldsOf(std::string_view task);
 
 /// The request in a body, or what is wrong with it.
 struct ParsedRequest {

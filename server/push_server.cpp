@@ -6,8 +6,9 @@
 #include <string_view>
 #include <utility>
 
+#include "base/ascii.h"
+#include "base/utf8.h"
 #include "jose/jwe.h"
-#include "json/utf8.h"
 #include "json/write.h"
 #include "server/http_server.h"
 #include "server/registrations.h"
@@ -25,10 +26,7 @@ constexpr std::string_view kFormType = "application/x-www-form-urlencoded";
 std::string mediaTypeOf(const httplib::Request& request) {
   std::string type = request.get_header_value("Content-Type");
   type.resize(std::min(type.find_first_of("; \t"), type.size()));
-  for (char& character : type) {
-    if (character >= 'A' && character <= 'Z') character = static_cast<char>(character - 'A' + 'a');
-  }
-  return type;
+  return base::lowerCase(std::move(type));
 }
 
 std::string refusal(const std::string& reason) {
@@ -164,7 +162,7 @@ void PushServer::State::receive(const httplib::Request& request, httplib::Respon
 
   const auto plain = isProtected ? jose::open(body.text, options.hashKey) : body.text;
   if (!plain) return refuse(response, 400, "the body's protection does not open with the hash key");
-  if (!json::isUTF8(*plain)) return refuse(response, 400, "the body is not UTF-8");
+  if (!base::isUTF8(*plain)) return refuse(response, 400, "the body is not UTF-8");
   const ParsedRequest parsed = parseRequest(*plain);
   if (!parsed.request) return refuse(response, 400, parsed.problem);
 

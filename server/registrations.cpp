@@ -10,6 +10,7 @@
 #include <string>
 #include <utility>
 
+#include "base/sqlite_statement.h"
 #include "server/server_error.h"
 
 namespace quorvantis::server {
@@ -55,11 +56,13 @@ class Connection {
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
-  [[noreturn]] void fail(const std::string& why) const {
-    throw ServerError((file_.empty() ? "the registrations" : "the registrations in " + file_) + ' ' + why);
+  [[noreturn]] void refuse(const std::string& why) const {
+    throw ServerError((file_.empty() ? "the registrations" : "the registrations in " + file_) +
+                      " can't be used: " + why);
   }
+  [[noreturn]] void fail(int /*code*/, const std::string& detail) const { refuse(detail); }
   void require(bool done) const {
-    if (!done) fail(std::string("can't be used: ") + sqlite3_errmsg(handle_));
+    if (!done) refuse(sqlite3_errmsg(handle_));
   }
   void run(const std::string& sql) const {
     require(sqlite3_exec(handle_, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK);
@@ -71,38 +74,7 @@ class Connection {
   sqlite3* handle_ = nullptr;
 };
 
-/// One statement, from its preparation to its end.
-class Statement {
- public:
-  Statement(const Connection& database, const char* sql) : database_(database) {
-    database_.require(sqlite3_prepare_v2(database_.handle(), sql, -1, &handle_, nullptr) == SQLITE_OK);
-  }
-  ~Statement() { sqlite3_finalize(handle_); }
-  Statement(const Statement&) = delete;
-  Statement& operator=(const Statement&) = delete;
-
-  Statement& bind(const std::string& text) {
-    database_.require(sqlite3_bind_text64(handle_, ++bound_, text.data(), text.size(), SQLITE_STATIC,
-                                          SQLITE_UTF8) == SQLITE_OK);
-    return *this;
-  }
-  Statement& bind(std::int64_t number) {
-    database_.require(sqlite3_bind_int64(handle_, ++bound_, number) == SQLITE_OK);
-    return *this;
-  }
-  /// Whether there is a row.
-  bool step() {
-    const int result = sqlite3_step(handle_);
-    database_.require(result == SQLITE_ROW || result == SQLITE_DONE);
-    return result == SQLITE_ROW;
-  }
-  [[nodiscard]] std::int64_t number(int column) const { return sqlite3_column_int64(handle_, column); }
-
- private:
-  const Connection& database_;
-  sqlite3_stmt* handle_ = nullptr;
-  int bound_ = 0;
-};
+using Statement = base::SqliteStatement<Connection>;
 
 /// Undone unless it is committed.
 class Transaction {
@@ -137,7 +109,7 @@ void prepare(const Connection& database) {
               "SELECT token, app, device, library, geo, registered_at, updated_at FROM registrations");
   } else {
     if (numberOf(database, "SELECT count(*) FROM sqlite_schema") != 0) {
-      database.fail("can't be used: the file is the database of another program; choose another");
+      database.refuse("the file is the database of another program; choose another");
     }
     database.run("PRAGMA application_id = " + std::to_string(kApplication));
     database.run(kSchema);

@@ -19,10 +19,10 @@ constexpr int kBacklog = 64;
 [[noreturn]] void refuse(std::uint16_t port, int error) {
   const std::string name = "port " + std::to_string(port);
   if (error == EADDRINUSE) {
-    throw ServerError(name + " is in use by another program; choose another with --port");
+    throw ServerError(name + " is in use by another program; choose another port");
   }
   if (error == EACCES) {
-    throw ServerError(name + " is open to the administrator only; choose one from 1024 on with --port");
+    throw ServerError(name + " is open to the administrator only; choose a port from 1024 on");
   }
   throw ServerError(name + " can't be used: " + std::strerror(error));
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iostream>
 
+#include "base/hexadecimal.h"
 #include "console/alert_box.h"
 #include "json/write.h"
 #include "server/push_request.h"
@@ -199,7 +200,7 @@ void Story::event(const device::Event& event) const {
     line(kPush, kSystem, "registerForRemoteNotifications");
     const auto& token = device_.facts.token;
     line(kSystem, kHost,
-         token ? "device token " + json::hexadecimal(*token) : "error: " + device_.facts.tokenError);
+         token ? "device token " + base::hexadecimal(*token) : "error: " + device_.facts.tokenError);
     line(kHost, kPush,
          token ? "registerForRemoteNotificationsWithDeviceToken:"
                : "\u2026didFailToRegisterForRemoteNotificationsWithError:");
@@ -235,10 +236,8 @@ void Story::event(const device::Event& event) const {
 
 void Story::request(const std::string& body) const {
   const auto fields = server::parseRequest(body).request.value_or(server::PushRequest{});
-  std::vector<std::pair<std::string, std::string>> rows{
-      {"tarea", fields.task},           {"token", fields.token}, {"tokenAntiguo", fields.oldToken},
-      {"tokenNuevo", fields.newToken},  {"jsonApp", fields.app}, {"jsonDevice", fields.device},
-      {"jsonLibreria", fields.library}, {"jsonGeo", fields.geo}};
+  std::vector<std::pair<std::string, std::string>> rows{{"tarea", fields.task}};
+  for (const auto& [name, value] : server::fieldsOf(fields.task)) rows.emplace_back(name, fields.*value);
   std::erase_if(rows, [](const auto& row) { return row.second.empty(); });
   details(rows);
 }

@@ -35,7 +35,7 @@ void writeAuthority(const std::string& path, const server::Authority& authority)
                              ": the authority's certificate can't be written there; name another file");
 }
 
-void printField(const std::string& name, const std::string& value) {
+void printField(std::string_view name, const std::string& value) {
   if (!value.empty()) std::cout << "    " << console::padded(name, 13) << console::harmless(value) << '\n';
 }
 
@@ -45,13 +45,7 @@ void printRequest(const server::ReceivedRequest& request) {
   if (!parsed.request) return;
   const server::PushRequest& fields = *parsed.request;
   printField("tarea", fields.task);
-  printField("token", fields.token);
-  printField("tokenAntiguo", fields.oldToken);
-  printField("tokenNuevo", fields.newToken);
-  printField("jsonApp", fields.app);
-  printField("jsonDevice", fields.device);
-  printField("jsonLibreria", fields.library);
-  printField("jsonGeo", fields.geo);
+  for (const auto& [name, value] : server::fieldsOf(fields.task)) printField(name, fields.*value);
 }
 
 void serveUntilStopped(const ServeOptions& options) {

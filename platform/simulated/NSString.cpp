@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "base/utf8.h"
 #include "device/text.h"
-#include "json/utf8.h"
 #include "platform/simulated/values.h"
 
 namespace quorvantis::platform {
@@ -18,7 +18,7 @@ NSString NSString::stringWithUTF8String(std::string_view text) {
 
 NSString NSString::initWithData(const NSData& data) {
   const auto* instance = known<DataInstance>(data);
-  if (instance == nullptr || !json::isUTF8(instance->bytes)) return nullptr;
+  if (instance == nullptr || !base::isUTF8(instance->bytes)) return nullptr;
   return stringWithUTF8String(instance->bytes);
 }
 

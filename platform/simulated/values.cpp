@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/hexadecimal.h"
 #include "json/write.h"
 
 namespace quorvantis::platform::simulated {
@@ -84,7 +85,7 @@ std::string DataInstance::description() const {
   std::string text = "<";
   for (std::size_t i = 0; i < bytes.size(); i += kGroup) {
     if (i != 0) text += ' ';
-    text += json::hexadecimal(std::string_view(bytes).substr(i, kGroup));
+    text += base::hexadecimal(std::string_view(bytes).substr(i, kGroup));
   }
   return text + '>';
 }

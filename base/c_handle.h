@@ -3,7 +3,7 @@
 
 #include <memory>
 
-namespace quorvantis {
+namespace quorvantis::base {
 
 template <auto release>
 struct Releaser {
@@ -17,4 +17,4 @@ struct Releaser {
 template <class T, auto release>
 using CHandle = std::unique_ptr<T, Releaser<release>>;
 
-}  // namespace quorvantis
+}  // namespace quorvantis::base

@@ -1,0 +1,16 @@
+// Bytes as hexadecimal digits. Any thread.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quorvantis::base {
+
+/// Two lower-case digits a byte.
+std::string hexadecimal(std::string_view bytes);
+
+/// The bytes that digits of either case stand for; nothing for an odd count, or what is no digit.
+std::optional<std::string> bytesFromHexadecimal(std::string_view digits);
+
+}  // namespace quorvantis::base
