@@ -89,7 +89,9 @@ class Device {
   Application application;
   LibraryBundle library;
   RegistrationBehaviour registration;
-  AuthorizationBehaviour authorization;
+  /// None: nobody has decided yet. The answer to a request for permission then waits when its turn comes, and
+  /// so does all that is due behind it (see MainQueue::postWhen).
+  std::optional<AuthorizationBehaviour> authorization = AuthorizationBehaviour{};
   ApplicationDelegate applicationDelegate;
   Build build = Build::device;
 

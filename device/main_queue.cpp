@@ -16,8 +16,12 @@ nanoseconds saturatingSum(nanoseconds a, nanoseconds b) {
 }  // namespace
 
 void MainQueue::post(Task task) {
+  postWhen(nullptr, std::move(task));
+}
+
+void MainQueue::postWhen(Condition isReady, Task task) {
   const std::lock_guard lock(mutex_);
-  due_.push_back(std::move(task));
+  due_.push_back({std::move(task), std::move(isReady)});
 }
 
 void MainQueue::postAfter(nanoseconds delay, Task task) {
@@ -26,44 +30,53 @@ void MainQueue::postAfter(nanoseconds delay, Task task) {
 }
 
 void MainQueue::settle(const Runner& runner) {
-  while (const std::optional<Task> task = takeDue()) runner(*task);
+  until_.reset();
+  run(runner);
 }
 
 void MainQueue::advance(nanoseconds duration, const Runner& runner) {
-  settle(runner);
-  const nanoseconds until = saturatingSum(now_, duration);
-  while (const std::optional<Task> task = takeTimer(until)) {
-    runner(*task);
-    settle(runner);
-  }
-  const std::lock_guard lock(mutex_);
-  // Only the time that is left for a timer counts; begun anew without one, the clock never comes to its end.
-  now_ = timers_.empty() ? nanoseconds(0) : until;
+  until_ = saturatingSum(now_, duration);
+  run(runner);
+}
+
+void MainQueue::goOn(const Runner& runner) {
+  if (isStopped_) run(runner);
 }
 
 void MainQueue::clear() {
-  std::deque<Task> due;
+  std::deque<Due> due;
   std::multimap<nanoseconds, Task> timers;
+  isStopped_ = false;
   const std::lock_guard lock(mutex_);  // let go before the tasks: what they hold may post
   due_.swap(due);
   timers_.swap(timers);
 }
 
-std::optional<MainQueue::Task> MainQueue::takeDue() {
+void MainQueue::run(const Runner& runner) {
+  isStopped_ = false;
+  while (const std::optional<Task> task = takeNext()) runner(*task);
+  if (isStopped_ || !until_) return;
   const std::lock_guard lock(mutex_);
-  if (due_.empty()) return std::nullopt;
-  Task task = std::move(due_.front());
-  due_.pop_front();
-  return task;
+  // Only the time that is left for a timer counts; begun anew without one, the clock never comes to its end.
+  now_ = timers_.empty() ? nanoseconds(0) : *until_;
 }
 
-std::optional<MainQueue::Task> MainQueue::takeTimer(nanoseconds until) {
+/// The first of what is due; when nothing is, the next timer, with the clock moved to its time.
+std::optional<MainQueue::Task> MainQueue::takeNext() {
   const std::lock_guard lock(mutex_);
-  const auto first = timers_.begin();
-  if (first == timers_.end() || first->first > until) return std::nullopt;
-  now_ = first->first;
-  Task task = std::move(first->second);
-  timers_.erase(first);
+  if (!due_.empty()) {
+    Due& first = due_.front();
+    isStopped_ = first.isReady && !first.isReady();
+    if (isStopped_) return std::nullopt;
+    Task task = std::move(first.task);
+    due_.pop_front();
+    return task;
+  }
+  const auto timer = timers_.begin();
+  if (!until_ || timer == timers_.end() || timer->first > *until_) return std::nullopt;
+  now_ = timer->first;
+  Task task = std::move(timer->second);
+  timers_.erase(timer);
   return task;
 }
 

@@ -157,8 +157,9 @@ void Player::setRegistration(const Step& step) {
 }
 
 void Player::setAuthorization(const Step& step) {
-  read(step, "granted", device_.authorization.granted);
-  read(step, "error", device_.authorization.error);
+  if (!device_.authorization) device_.authorization.emplace();
+  read(step, "granted", device_.authorization->granted);
+  read(step, "error", device_.authorization->error);
 }
 
 void Player::queueAnswers(const Step& step) {

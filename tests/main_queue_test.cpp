@@ -51,6 +51,34 @@ TEST_F(MainQueueTest, GoesOnAfterATaskThatFails) {
   EXPECT_EQ(log, "next ");
 }
 
+TEST_F(MainQueueTest, StopsBeforeATaskThatIsNotReadyAndGoesOnFromThere) {
+  bool isReady = false;
+  queue.post(note("first"));
+  queue.postWhen([&] { return isReady; }, note("answer"));
+  queue.post(note("behind"));
+  queue.postAfter(nanoseconds(3), note("late"));
+  queue.postAfter(nanoseconds(4), note("too-late"));
+  queue.advance(nanoseconds(3), run);
+  EXPECT_TRUE(queue.isStopped());
+  queue.goOn(run);
+  EXPECT_EQ(log, "first ");
+  isReady = true;
+  queue.goOn(run);
+  EXPECT_FALSE(queue.isStopped());
+  EXPECT_EQ(log, "first answer behind late ");
+  queue.goOn(run);
+  queue.advance(nanoseconds(0), run);
+  EXPECT_EQ(log, "first answer behind late ");
+  queue.advance(nanoseconds(1), run);
+  EXPECT_EQ(log, "first answer behind late too-late ");
+
+  queue.postWhen([] { return false; }, note("never"));
+  queue.settle(run);
+  EXPECT_TRUE(queue.isStopped());
+  queue.clear();
+  EXPECT_FALSE(queue.isStopped());
+}
+
 TEST_F(MainQueueTest, LetsGoOfATaskBeforeTheNextOne) {
   const auto held = std::shared_ptr<void>(nullptr, [this](void*) { note("released")(); });
   queue.post([mine = held] {});

@@ -194,7 +194,7 @@ void Story::event(const device::Event& event) const {
     line(kMaker, kPush, "registerFinish");
   } else if (name == "authorizationRequested") {
     line(kPush, kSystem, "may we show badge, sound and alert?");
-    const auto& error = device_.authorization.error;
+    const auto& error = device_.authorization->error;
     line(error ? kSystem : kUser, kPush, error ? "error: " + *error : "yes");
   } else if (name == "registerForRemoteNotifications") {
     line(kPush, kSystem, "registerForRemoteNotifications");
