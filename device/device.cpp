@@ -49,8 +49,9 @@ std::string Device::newUUID() {
 void Device::requestAuthorization(
     std::int64_t options, std::function<void(bool granted, const std::optional<std::string>& error)> answer) {
   record.add(events::authorizationRequested(options));
-  queue.postWhen([this] { return authorization.has_value(); },
-                 [this, answer = std::move(answer)] { answer(authorization->granted, authorization->error); });
+  queue.postWhen(
+      [this] { return authorization.has_value(); },
+      [this, answer = std::move(answer)] { answer(authorization->granted, authorization->error); });
 }
 
 void Device::registerForRemoteNotifications() {

@@ -25,8 +25,8 @@ class MainQueue {
   /// Puts the task at the end of what is due.
   void post(Task task);
 
-  /// The same for a task that may have to wait for somebody, as for a person's answer: when its turn comes and
-  /// `isReady` says no, settling stops before it. It keeps its place, and what is behind it waits, too.
+  /// The same for a task that may have to wait for somebody, as for a person's answer: when its turn comes
+  /// and `isReady` says no, settling stops before it. It keeps its place, and what is behind it waits, too.
   void postWhen(Condition isReady, Task task);
 
   /// The task falls due when the clock has moved on by `delay`.

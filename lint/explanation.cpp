@@ -59,7 +59,7 @@ class Phone {
   }
 
  private:
-  void play(Dictionary step) { player_.play({0, std::move(step)}); }
+  void play(Dictionary step) { player_.play(scenario::readStep(std::move(step))); }
 
   scenario::ScratchFolder scratch_;
   device::Device device_;

@@ -14,30 +14,6 @@ const char* nameOf(Severity severity) {
   return "";
 }
 
-const char* nameOf(scenario::Arrival arrival) {
-  switch (arrival) {
-    case scenario::Arrival::foreground:
-      return "foreground";
-    case scenario::Arrival::background:
-      return "background";
-    case scenario::Arrival::tap:
-      return "tap";
-  }
-  return "";
-}
-
-const char* nameOf(device::ApplicationState state) {
-  switch (state) {
-    case device::ApplicationState::active:
-      return "active";
-    case device::ApplicationState::inactive:
-      return "inactive";
-    case device::ApplicationState::background:
-      return "background";
-  }
-  return "";
-}
-
 const char* nameOf(Outcome::When when) {
   switch (when) {
     case Outcome::When::atOnce:

@@ -3,12 +3,12 @@
 
 #include "lint/explanation.h"
 #include "lint/findings.h"
+#include "scenario/names.h"
 
 namespace quorvantis::lint {
 
+using scenario::nameOf;
 const char* nameOf(Severity severity);
-const char* nameOf(scenario::Arrival arrival);
-const char* nameOf(device::ApplicationState state);
 const char* nameOf(Outcome::When when);
 
 }  // namespace quorvantis::lint

@@ -1,15 +1,18 @@
-// Plays the steps of a scenario on a device, by way of a host application. Main thread.
+// Plays steps on a device, by way of a host application: those of a scenario one after the other, or each
+// when a person asks for it. What comes of a step is in the device's record. Main thread.
+//
+// Where a person answers the prompt for permission, the device starts undecided (Device::authorization has no
+// value), and a "settle" or "advance" can stop before the answer. Only steps of "authorization" make sense
+// then; goOn() ends the step that stopped. Written down, the "authorization" comes before that step, and a
+// scenario of those lines gives the same events.
 #pragma once
-
-#include <functional>
 
 #include "device/device.h"
 #include "scenario/host.h"
 #include "scenario/scenario.h"
+#include "scenario/world.h"
 
 namespace quorvantis::scenario {
-
-class PushService;
 
 class Player {
  public:
@@ -22,33 +25,17 @@ class Player {
   /// Throws ScenarioError for a step that turns out impossible.
   void play(const Step& step);
 
-  /// Runs all that is due.
+  /// Runs all that is due, as the step "settle" does.
   void settle();
 
+  /// Whether the step that was played last stopped before the answer to a request for permission.
+  [[nodiscard]] bool isStopped() const { return world_.device.queue.isStopped(); }
+
+  /// Goes on with the step that stopped, if one did.
+  void goOn();
+
  private:
-  void setDevice(const Step& step);
-  void setApplication(const Step& step);
-  void setLibrary(const Step& step);
-  void store(const Step& step);
-  void configureHost(const Step& step);
-  void setRegistration(const Step& step);
-  void setAuthorization(const Step& step);
-  void queueAnswers(const Step& step);
-  void activate(const Step& step);
-  void deliverToken(const Step& step);
-  void call(const Step& step);
-  void deliverNotification(const Step& step);
-  void deliver(const Step& step);
-  void tapOK(const Step& step);
-  void advance(const Step& step);
-  void relaunch();
-  void show();
-
-  device::MainQueue::Runner runner();
-
-  device::Device& device_;
-  Host& host_;
-  PushService* service_;
+  World world_;
 };
 
 }  // namespace quorvantis::scenario

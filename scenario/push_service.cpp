@@ -13,9 +13,9 @@ namespace {
 
 using server::Misbehaviour;
 
-Misbehaviour behaviourOf(const std::string& fault) {
-  if (fault == "silence") return {Misbehaviour::Kind::silence};
-  if (fault == "truncate") {
+Misbehaviour behaviourOf(Fault fault) {
+  if (fault == Fault::silence) return {Misbehaviour::Kind::silence};
+  if (fault == Fault::truncate) {
     return {
         Misbehaviour::Kind::cut,
         "HTTP/1.1 200 OK\r\nContent-Type: application/json\r\nContent-Length: 64\r\n\r\n{\"error\":\"no\","};
@@ -62,40 +62,32 @@ PushService::~PushService() {
   device_.network.setBeforeRequest(nullptr);
 }
 
-void PushService::queueAnswer(int status, std::string body) {
-  told_.emplace_back(server::Answer{.status = status, .body = std::move(body)});
-}
-
-void PushService::queueFault(std::string fault) {
-  told_.emplace_back(std::move(fault));
-}
-
 void PushService::prepareTurn() {
   misbehaving_.reset();
   refusing_.reset();
   device_.network.setLimits({});
-  std::optional<Told> told;
+  std::optional<ToldAnswer> told;
   if (!told_.empty()) {
     told = std::move(told_.front());
     told_.pop_front();
   }
-  if (const auto* fault = told ? std::get_if<std::string>(&*told) : nullptr) return misbehave(*fault);
+  if (const auto* fault = told ? std::get_if<Fault>(&*told) : nullptr) return misbehave(*fault);
 
   const std::lock_guard lock(mutex_);
   nextAnswer_ = told ? std::optional(std::get<server::Answer>(*std::move(told))) : std::nullopt;
   leadTo(server_->port());
 }
 
-void PushService::misbehave(const std::string& fault) {
-  if (fault == "refuse") {
+void PushService::misbehave(Fault fault) {
+  if (fault == Fault::refuse) {
     refusing_ = std::make_unique<server::RefusingPort>();
     return leadTo(refusing_->port());
   }
-  if (fault == "silence") {
+  if (fault == Fault::silence) {
     device_.network.setLimits({.connect = std::chrono::seconds(1), .total = std::chrono::seconds(1)});
   }
   const server::Identity identity =
-      fault == "untrusted" ? server::Authority().issue(kPushHost) : authority_.issue(kPushHost);
+      fault == Fault::untrusted ? server::Authority().issue(kPushHost) : authority_.issue(kPushHost);
   misbehaving_ = std::make_unique<server::MisbehavingServer>(server::MisbehavingServerOptions{
       .identity = identity,
       .script = {behaviourOf(fault)},

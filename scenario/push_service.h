@@ -26,6 +26,17 @@ enum class Untold {
   askRegistrations,  ///< what the server's registrations say
 };
 
+/// What befalls a request in place of an answer.
+enum class Fault {
+  refuse,     ///< there is no connection
+  untrusted,  ///< the certificate is another authority's
+  reset,      ///< the connection is cut once the request has been read
+  truncate,   ///< it is cut in the middle of the answer's body
+  silence,    ///< the request is read and never answered
+};
+
+using ToldAnswer = std::variant<server::Answer, Fault>;
+
 class PushService {
  public:
   /// The device's network leads to this server and trusts its authority, as long as the service lives.
@@ -36,24 +47,19 @@ class PushService {
   PushService(const PushService&) = delete;
   PushService& operator=(const PushService&) = delete;
 
-  /// The next request that nothing is queued for gets this answer.
-  void queueAnswer(int status, std::string body);
-
-  /// "refuse", "untrusted", "reset", "truncate" or "silence".
-  void queueFault(std::string fault);
+  /// The next request that nothing is queued for gets this.
+  void queue(ToldAnswer answer) { told_.push_back(std::move(answer)); }
 
  private:
-  using Told = std::variant<server::Answer, std::string>;
-
   void prepareTurn();
-  void misbehave(const std::string& fault);
+  void misbehave(Fault fault);
   void leadTo(std::uint16_t port);
   void recordRequest(const std::string& path, const std::string& body);
   std::optional<server::Answer> takeAnswer(const server::ReceivedRequest& request);
 
   device::Device& device_;
   server::Authority authority_;
-  std::deque<Told> told_;
+  std::deque<ToldAnswer> told_;
   std::mutex mutex_;
   std::optional<server::Answer> nextAnswer_;  // guarded by mutex_
   Untold untold_;

@@ -2,32 +2,17 @@
 // thread.
 #pragma once
 
-#include <cstddef>
 #include <iosfwd>
-#include <stdexcept>
-#include <string>
 #include <vector>
 
-#include "json/value.h"
+#include "scenario/step.h"
 
 namespace quorvantis::scenario {
 
-/// One step, well-formed: "do" names it, its other keys are of the right types.
-struct Step {
-  std::size_t line = 0;  ///< from 1, passed-over lines counted
-  json::Dictionary keys;
-
-  /// The value under a key, or nullptr when the step leaves it out.
-  [[nodiscard]] const json::Value* find(std::string_view key) const {
-    const auto entry = keys.find(key);
-    return entry == keys.end() ? nullptr : &entry->second;
-  }
-};
-
-/// A line that can't be played, and why.
-class ScenarioError : public std::runtime_error {
+/// A step of a scenario that can't be read or played, and its line.
+class ScenarioError : public StepError {
  public:
-  ScenarioError(std::size_t line, const std::string& reason) : std::runtime_error(reason), line_(line) {}
+  ScenarioError(std::size_t line, const std::string& reason) : StepError(reason), line_(line) {}
 
   [[nodiscard]] std::size_t line() const { return line_; }
 

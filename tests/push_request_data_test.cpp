@@ -64,7 +64,7 @@ class PushRequestDataTest : public PhoneTest {
   void send(const std::string& task) { client->sendConnexion(text(task), text(registration("00")), nullptr); }
 
   std::vector<Heard> answerTo(const std::string& task, int status, const std::string& body) {
-    service.queueAnswer(status, body);
+    service.queue(server::Answer{.status = status, .body = body});
     send(task);
     settle();
     return heard();
@@ -251,7 +251,7 @@ TEST_F(PushRequestDataTest, SendsWhatIsAskedForAfterItsProcessHasEnded) {
 
 TEST_F(PushRequestDataTest, ForgetsAnEarlierAnswerWhenARequestFails) {
   answerTo(kRegister, 200, R"({"token":"t"})");
-  service.queueFault("refuse");
+  service.queue(scenario::Fault::refuse);
   send(kRegister);
   settle();
   EXPECT_EQ(heard(), (std::vector<Heard>{{"onError:", "Error --> registerToken"}}));

@@ -1,0 +1,57 @@
+// One step of a scenario: something that is done to the phone. Any thread, but for playing.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "json/value.h"
+
+namespace quorvantis::scenario {
+
+struct World;
+
+/// A step that can't be read, or not be played when its turn comes: what() says why.
+class StepError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// What a step does, with the values that it does it with. Main thread; throws StepError.
+using Play = std::function<void(const World& world)>;
+
+/// Made by readStep() alone, and so well-formed.
+class Step {
+ public:
+  /// From 1, with the lines that are passed over counted; 0 for a step that is of no scenario.
+  [[nodiscard]] std::size_t line() const { return line_; }
+
+  /// The step as a line of a scenario, without a line feed; read again, it is the same step.
+  [[nodiscard]] std::string text() const;
+
+  /// "do", which names the step.
+  [[nodiscard]] const std::string& name() const;
+
+  /// The value under a key, or nullptr when the step leaves it out.
+  [[nodiscard]] const json::Value* find(std::string_view key) const;
+
+ private:
+  friend class Player;
+  friend Step readStep(json::Dictionary keys, bool serverIsElsewhere, std::size_t line);
+
+  std::size_t line_ = 0;
+  json::Dictionary keys_;
+  std::vector<Play> plays_;
+};
+
+/// Reads one step from a line of JSON. Throws StepError with the reason that `quorvantis-push run` gives.
+/// Where the push server runs elsewhere, steps that tell it what to answer are refused.
+Step readStep(std::string_view text, bool serverIsElsewhere = false, std::size_t line = 0);
+
+/// The same for an object that has been read.
+Step readStep(json::Dictionary keys, bool serverIsElsewhere = false, std::size_t line = 0);
+
+}  // namespace quorvantis::scenario

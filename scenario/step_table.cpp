@@ -1,0 +1,233 @@
+#include "scenario/step_table.h"
+
+#include <algorithm>
+
+#include "device/events.h"
+#include "scenario/delivery.h"
+
+namespace quorvantis::scenario {
+
+namespace {
+
+using device::Device;
+using json::Dictionary;
+using Text = std::optional<std::string>;
+
+/// Assigns to a field of a part of the device.
+template <class Part, class T>
+auto into(Part Device::*part, T Part::*field) {
+  return [part, field](const World& world, const T& value) { (world.device.*part).*field = value; };
+}
+
+device::AuthorizationBehaviour& decided(const World& world) {
+  auto& authorization = world.device.authorization;
+  return authorization ? *authorization : authorization.emplace();
+}
+
+std::vector<const char*> callbackNames() {
+  return {"onGetToken:", "onReceiveNotification:", "onRegisterToken:", "onUpdateToken:", "onError:"};
+}
+
+void setDelegate(const World& world, const std::optional<std::vector<std::string>>& callbacks) {
+  world.host.setDelegate(callbacks ? std::optional(std::set(callbacks->begin(), callbacks->end()))
+                                   : std::nullopt);
+}
+
+void deliver(const World& world, Arrival arrival, const Dictionary& userInfo, const std::string& action) {
+  world.host.perform([&] { world.host.deliver(arrival, userInfo, action); });
+}
+
+void tapOK(const World& world, std::int64_t alert) {
+  const std::vector<int> shown = world.device.screen.alerts();
+  if (std::find(shown.begin(), shown.end(), alert) == shown.end()) {
+    throw StepError("alert " + std::to_string(alert) + " is not on screen");
+  }
+  world.host.perform([&] { world.device.screen.tap(static_cast<int>(alert)); });
+}
+
+void relaunch(const World& world) {
+  world.device.endProcess();
+  world.host.terminate();
+  world.host.launch();
+}
+
+void show(const World& world) {
+  Dictionary values = world.device.settings.values();
+  values.erase("AppleLanguages");
+  world.device.record.add(device::events::settings(std::move(values)));
+}
+
+/// The row of an operation that the step "call" sends.
+template <class Send, class... Keys>
+StepRow call(const char* operation, const char* about, Send send, Keys... keys) {
+  const auto act = [send](const World& world, const typename Keys::Argument&... values) {
+    world.host.perform([&] { send(world, values...); });
+  };
+  return {"call", {{"operation", operation}}, about, {does(act, std::move(keys)...)}};
+}
+
+/// The row of an operation that returns a value.
+template <class Send>
+StepRow question(const char* operation, const char* about, Send send) {
+  return call(operation, about, [operation, send](const World& world) {
+    world.device.record.add(device::events::returned(operation, send(world.host)));
+  });
+}
+
+StepRow notification(Arrival arrival, const char* about) {
+  return {"notification",
+          {{"arrives", nameOf(arrival)}},
+          about,
+          {does([arrival](const World& world,
+                          const Dictionary& userInfo) { deliver(world, arrival, userInfo, kDefaultAction); },
+                required("userInfo", object()))}};
+}
+
+std::vector<StepRow> makeTable() {
+  return {
+      {"device",
+       {},
+       "sets facts of the device",
+       {sets("systemVersion", text(), into(&Device::facts, &device::Facts::systemVersion)),
+        sets("name", text(), into(&Device::facts, &device::Facts::name)),
+        sets("model", text(), into(&Device::facts, &device::Facts::model)),
+        sets("country", orNull(text()), into(&Device::facts, &device::Facts::country)),
+        sets("languages", orNull(texts()), into(&Device::facts, &device::Facts::languages)),
+        sets("token", orNull(hexadecimal()), into(&Device::facts, &device::Facts::token)),
+        sets("tokenError", text(), into(&Device::facts, &device::Facts::tokenError))}},
+      {"application",
+       {},
+       "sets facts of the application",
+       {sets("state", choice<device::ApplicationState>(),
+             into(&Device::application, &device::Application::state)),
+        sets("version", orNull(text()), into(&Device::application, &device::Application::version)),
+        sets("canOpenURL", boolean(), into(&Device::application, &device::Application::canOpenURL))}},
+      {"library",
+       {},
+       "sets what the library's bundle says, and whether it is found",
+       {sets("version", orNull(text()), into(&Device::library, &device::LibraryBundle::version)),
+        sets("loaded", boolean(), into(&Device::library, &device::LibraryBundle::loaded))}},
+      {"store",
+       {},
+       "another component of the application writes the settings",
+       {sets("set", storable(),
+             [](const World& world, const Dictionary& values) { world.device.storeFromElsewhere(values); }),
+        sets("remove", texts(),
+             [](const World& world, const std::vector<std::string>& keys) {
+               world.device.removeFromElsewhere(keys);
+             })}},
+      {"host",
+       {},
+       "the application configures the library",
+       {sets("appHash", orNull(text()),
+             [](const World& world, const Text& hash) { world.host.setAppHash(hash); }),
+        sets("deactivateGPS", boolean(),
+             [](const World& world, bool deactivate) { world.host.setDeactivateGPS(deactivate); }),
+        sets("foreground", boolean(),
+             [](const World& world, bool active) { world.host.setActiveInForeground(active); }),
+        sets("delegate",
+             orNull(someOf(callbackNames(), "an array of callbacks (" + alternatives(callbackNames()) + ")")),
+             setDelegate)}},
+      {"registration",
+       {},
+       "sets how the registration framework answers",
+       {sets("finishes", boolean(), into(&Device::registration, &device::RegistrationBehaviour::finishes)),
+        sets("stores", storable(), into(&Device::registration, &device::RegistrationBehaviour::stores))}},
+      {"authorization",
+       {},
+       "sets how requests for permission end",
+       {sets("granted", boolean(),
+             [](const World& world, bool granted) { decided(world).granted = granted; }),
+        sets("error", orNull(text()),
+             [](const World& world, const Text& error) { decided(world).error = error; })}},
+      {"server",
+       {},
+       "queues answers of the push server",
+       {does(
+           [](const World& world, const std::vector<ToldAnswer>& answers) {
+             if (world.service == nullptr) throw StepError(kServerIsElsewhere);
+             for (const ToldAnswer& answer : answers) world.service->queue(answer);
+           },
+           required("answers", answers()))},
+       true},
+      {"activate",
+       {},
+       "the application switches notifications on or off",
+       {does([](const World& world,
+                std::uint8_t value) { world.host.perform([&] { world.host.activate(value); }); },
+             required("value", byte()))}},
+      {"deliverToken",
+       {},
+       "the system hands a device token to the application",
+       {does([](const World& world,
+                const std::string& token) { world.host.perform([&] { world.host.deliverToken(token); }); },
+             required("hex", hexadecimal()))}},
+      question("checkAppHash", "asks whether the hash is set",
+               [](Host& host) { return host.checkAppHash(); }),
+      question("getVersion", "asks for the library's version",
+               [](Host& host) {
+                 const Text version = host.getVersion();
+                 return version ? json::Value(*version) : json::Value();
+               }),
+      call("resetBadge", "takes the badge off the icon", [](const World& world) { world.host.resetBadge(); }),
+      call("registerFinish", "says that the registration of the user is done",
+           [](const World& world) { world.host.registerFinish(); }),
+      call(
+          "application:didRegisterForRemoteNotificationsWithDeviceToken:",
+          "says to the library itself that the system gave a token",
+          [](const World& world, const std::string& token) { world.host.didRegister(token); },
+          required("hex", hexadecimal())),
+      call(
+          "application:didFailToRegisterForRemoteNotificationsWithError:",
+          "says to the library itself that the system gave none",
+          [](const World& world, const std::string& error) { world.host.didFailToRegister(error); },
+          required("error", text())),
+      notification(Arrival::foreground, "the system asks whether to show a notification"),
+      notification(Arrival::background, "the system hands over a notification in the background"),
+      {"notification",
+       {{"arrives", nameOf(Arrival::tap)}},
+       "the user taps on a notification, or on a button of it",
+       {does(
+           [](const World& world, const Dictionary& userInfo, const Text& action) {
+             deliver(world, Arrival::tap, userInfo, action.value_or(kDefaultAction));
+           },
+           required("userInfo", object()), optional("action", text()))}},
+      {"deliver",
+       {},
+       "a notification reaches the phone, and the system does what the application's state asks",
+       {does(
+           [](const World& world, const Dictionary& userInfo) {
+             for (const Arrival arrival : arrivalsOf(userInfo, world.device.application.state)) {
+               deliver(world, arrival, userInfo, kDefaultAction);
+             }
+           },
+           required("userInfo", object()))}},
+      {"tapOK", {}, "the user taps the button of an alert", {does(tapOK, required("alert", count()))}},
+      {"settle", {}, "runs all that is due now", {does([](const World& world) {
+         world.device.queue.settle(world.runner());
+       })}},
+      {"advance",
+       {},
+       "settles, then moves the clock and runs what falls due",
+       {does([](const World& world,
+                std::chrono::nanoseconds time) { world.device.queue.advance(time, world.runner()); },
+             required("seconds", seconds()))}},
+      {"relaunch", {}, "the application's process ends and starts again", {does(relaunch)}},
+      {"show", {}, "prints what is stored", {does(show)}},
+  };
+}
+
+}  // namespace
+
+std::vector<KeyFacts> StepRow::keys() const {
+  std::vector<KeyFacts> all;
+  for (const Rule& rule : rules) all.insert(all.end(), rule.keys.begin(), rule.keys.end());
+  return all;
+}
+
+const std::vector<StepRow>& stepTable() {
+  static const auto& table = *new std::vector<StepRow>(makeTable());
+  return table;
+}
+
+}  // namespace quorvantis::scenario

@@ -1,0 +1,100 @@
+// Steps that are played one at a time, as a person asks for them.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "json/write.h"
+#include "scenario/host.h"
+#include "scenario/player.h"
+#include "scenario/scratch_folder.h"
+
+namespace quorvantis::scenario {
+namespace {
+
+struct Phone {
+  void play(std::string_view step) { player.play(readStep(step)); }
+
+  std::string takeLines() {
+    std::string lines;
+    for (const device::Event& event : device.record.take()) lines += json::write(event) + '\n';
+    return lines;
+  }
+
+  ScratchFolder folder;
+  device::Device device{folder.path() / "settings"};
+  PushService service{device};
+  std::unique_ptr<Host> host = makeHost(device);
+  Player player{device, *host, &service};
+};
+
+constexpr const char* kHost = R"({"appHash":"f00d","do":"host"})";
+constexpr const char* kActivate = R"({"do":"activate","value":true})";
+constexpr const char* kAdvance = R"({"do":"advance","seconds":1})";
+constexpr const char* kTap =
+    R"({"arrives":"tap","do":"notification","userInfo":{"aps":{"alert":{},"type":"pushlib-abrirurl","urlnoti":"https://a.b/"}}})";
+
+std::string played(std::initializer_list<const char*> steps) {
+  Phone phone;
+  for (const char* step : steps) phone.play(step);
+  return phone.takeLines();
+}
+
+TEST(SteppedPhone, WaitsForAPersonsAnswerAndGoesOnAsAScenarioWould) {
+  for (const char* answer :
+       {R"({"do":"authorization","granted":true})", R"({"do":"authorization","error":"no"})"}) {
+    std::string lines;
+    {
+      Phone phone;
+      phone.device.authorization.reset();
+      for (const char* step : {kHost, kActivate, kAdvance}) phone.play(step);
+      EXPECT_TRUE(phone.player.isStopped());
+      lines = phone.takeLines();
+      EXPECT_TRUE(lines.ends_with(R"({"event":"authorizationRequested","options":7})"
+                                  "\n"))
+          << lines;
+      phone.player.goOn();
+      EXPECT_EQ(phone.takeLines(), "") << "nobody has answered";
+      phone.play(answer);
+      phone.player.goOn();
+      EXPECT_FALSE(phone.player.isStopped());
+      phone.play(kTap);
+      phone.play(kAdvance);
+      lines += phone.takeLines();
+    }
+    EXPECT_EQ(lines, played({kHost, kActivate, answer, kAdvance, kTap, kAdvance}));
+  }
+}
+
+TEST(Step, IsWrittenAsALineThatReadsBackAsTheSameStep) {
+  for (const char* line : {kHost, kTap, kAdvance, R"({"do":"advance","seconds":1.0})"}) {
+    EXPECT_EQ(readStep(line).text(), line);
+  }
+  EXPECT_EQ(readStep(R"( {"value":1, "do":"activate"} )").text(), R"({"do":"activate","value":1})");
+}
+
+TEST(Step, IsRefusedWithTheReasonAlone) {
+  const auto reasonFor = [](std::string_view text, bool serverIsElsewhere) -> std::string {
+    try {
+      readStep(text, serverIsElsewhere);
+      return "";
+    } catch (const StepError& error) {
+      return error.what();
+    }
+  };
+  EXPECT_EQ(reasonFor(R"({"do":"setle"})", false), R"(unknown step "setle"; do you mean "settle"?)");
+  EXPECT_EQ(reasonFor(R"({"do":"tapOK","alert":0})", false), R"("alert" must be a whole number, 1 or more)");
+  EXPECT_EQ(reasonFor(R"({"do":"server","answers":[]})", false), "");
+  EXPECT_NE(reasonFor(R"({"do":"server","answers":[]})", true), "");
+}
+
+TEST(Step, ForAnEmbeddedServerIsNoStepForAPhoneWithoutOne) {
+  const ScratchFolder folder;
+  device::Device device(folder.path() / "settings");
+  const std::unique_ptr<Host> host = makeHost(device);
+  Player player(device, *host, nullptr);
+  EXPECT_THROW(player.play(readStep(R"({"do":"server","answers":[{"status":200,"body":""}]})")), StepError);
+}
+
+}  // namespace
+}  // namespace quorvantis::scenario
