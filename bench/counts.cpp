@@ -19,6 +19,7 @@
 #include "facade/shared_slot.h"
 #include "json/read.h"
 #include "platform/simulated/values.h"
+#include "tests/scratch_folder.h"
 
 namespace quorvantis::bench {
 
@@ -64,7 +65,7 @@ void countNotification(const Payload& payload) {
 }
 
 int countExactly() {
-  const scenario::ScratchFolder folder;
+  const ScratchFolder folder;
   {
     device::Device device(folder.path() / "settings.sqlite");
     // A line in the list of system calls, where a tracer looks for the first and the last one.

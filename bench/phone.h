@@ -4,7 +4,7 @@
 
 #include "device/device.h"
 #include "facade/Push.h"
-#include "scenario/scratch_folder.h"
+#include "tests/scratch_folder.h"
 
 namespace quorvantis::bench {
 
@@ -33,7 +33,7 @@ class Phone {
   void forget();
   void settle();
 
-  scenario::ScratchFolder folder;
+  ScratchFolder folder;
   device::Device device{folder.path() / "settings.sqlite"};
   Host host;
   Push& push;

@@ -76,8 +76,8 @@ struct ApplicationDelegate {
 
 class Device {
  public:
-  /// Throws std::logic_error when the process holds one already.
-  explicit Device(std::filesystem::path settingsFile);
+  /// Throws std::logic_error when the process holds one already. Without a file the settings are in memory.
+  explicit Device(std::filesystem::path settingsFile = {});
   ~Device();
   Device(const Device&) = delete;
   Device& operator=(const Device&) = delete;

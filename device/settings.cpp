@@ -94,13 +94,15 @@ struct Settings::State {
   explicit State(std::filesystem::path path) : file(std::move(path)) {}
 
   void open();
+  [[nodiscard]] std::shared_ptr<SettingsDatabase> openDatabase();
   void note(std::string key, std::optional<std::string> row);
   void synchronize();
   void close();
 
   const std::filesystem::path file;
   std::mutex mutex;
-  std::unique_ptr<SettingsDatabase> database;
+  std::shared_ptr<SettingsDatabase> database;  // none: not open
+  std::shared_ptr<SettingsDatabase> inMemory;  // what stands in for the file, open or not
   json::Dictionary values;
   /// What differs from the disk.
   SettingsDatabase::Changes changes;
@@ -108,13 +110,7 @@ struct Settings::State {
 
 void Settings::State::open() {
   if (database != nullptr) return;
-  std::error_code problem;
-  const std::filesystem::path path = std::filesystem::absolute(file, problem);
-  if (problem) {
-    throw SettingsError("the settings file \"" + file.string() + "\" can't be found (" + problem.message() +
-                        "); name another");
-  }
-  auto opened = std::make_unique<SettingsDatabase>(path);
+  auto opened = openDatabase();
   json::Dictionary read;
   for (const auto& [key, row] : opened->rows()) {
     auto value = decode(row);
@@ -124,6 +120,21 @@ void Settings::State::open() {
   }
   values = std::move(read);
   database = std::move(opened);
+}
+
+std::shared_ptr<SettingsDatabase> Settings::State::openDatabase() {
+  if (file.empty()) {
+    if (inMemory == nullptr) inMemory = std::make_shared<SettingsDatabase>();
+    inMemory->reload();
+    return inMemory;
+  }
+  std::error_code problem;
+  const std::filesystem::path path = std::filesystem::absolute(file, problem);
+  if (problem) {
+    throw SettingsError("the settings file \"" + file.string() + "\" can't be found (" + problem.message() +
+                        "); name another");
+  }
+  return std::make_shared<SettingsDatabase>(path);
 }
 
 void Settings::State::note(std::string key, std::optional<std::string> row) {

@@ -1,5 +1,5 @@
 // The application's user defaults on the device: values by key that outlive the process, in one SQLite
-// database.
+// database; in a file, or in memory for a phone that nobody needs again.
 //
 // What is set is seen at once by every reader; synchronize() returns when all of it is on disk. The file is
 // opened and read whole on first use and belongs to one process at a time. A store that can't be read or
@@ -29,7 +29,8 @@ class Settings {
  public:
   /// Nothing is touched before the first use. The file is made when it is missing, readable by its owner
   /// alone. A process that is killed while it makes it may leave a draft, FILE.new-XXXXXX, which nothing
-  /// reads.
+  /// reads. Without a name the settings are in memory: they outlive the process on the phone, but not this
+  /// object, and leave nothing behind.
   explicit Settings(std::filesystem::path file);
   /// Closes, but can't tell of failures as close() does.
   ~Settings();

@@ -65,6 +65,13 @@ std::string text(const std::array<unsigned char, 32>& digest) {
   return base::hexadecimal({reinterpret_cast<const char*>(digest.data()), digest.size()});
 }
 
+/// The statements that make an empty database.
+std::string schema() {
+  return "BEGIN; PRAGMA application_id = " + std::to_string(kApplication) +
+         "; PRAGMA user_version = " + std::to_string(kFormat) + "; " + kMetaTable + "; " + kSettingsTable +
+         "; INSERT INTO meta VALUES ('digest', '" + text({}) + "'); COMMIT";
+}
+
 std::uint32_t bigEndian(const unsigned char* bytes) {
   return std::uint32_t{bytes[0]} << 24 | std::uint32_t{bytes[1]} << 16 | std::uint32_t{bytes[2]} << 8 |
          bytes[3];
@@ -98,7 +105,18 @@ SettingsDatabase::SettingsDatabase(fs::path file) : file_(std::move(file)) {
   takeFile();
 }
 
+SettingsDatabase::SettingsDatabase() : file_(":memory:") {
+  connection_ = connect(file_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+  execute(connection_.get(), schema().c_str());
+}
+
 SettingsDatabase::~SettingsDatabase() = default;
+
+void SettingsDatabase::reload() {
+  rows_.clear();
+  digest_ = {};
+  load();
+}
 
 std::string SettingsDatabase::damaged(const fs::path& file, std::string_view detail) {
   return complain(file, "is damaged (" + std::string(detail) + ")",
@@ -128,11 +146,7 @@ void SettingsDatabase::create() const {
     const Connection connection = connect(draft, SQLITE_OPEN_READWRITE);
     execute(connection.get(),
             "PRAGMA locking_mode = EXCLUSIVE; PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL");
-    const std::string schema = "BEGIN; PRAGMA application_id = " + std::to_string(kApplication) +
-                               "; PRAGMA user_version = " + std::to_string(kFormat) + "; " + kMetaTable +
-                               "; " + kSettingsTable + "; INSERT INTO meta VALUES ('digest', '" +
-                               text(Digest{}) + "'); COMMIT; PRAGMA wal_checkpoint(TRUNCATE)";
-    execute(connection.get(), schema.c_str());
+    execute(connection.get(), (schema() + "; PRAGMA wal_checkpoint(TRUNCATE)").c_str());
   } catch (...) {
     removeDraft();
     throw;

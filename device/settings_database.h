@@ -25,6 +25,9 @@ class SettingsDatabase {
   /// Opens the file, made if it is missing, takes it for this process and reads it whole. Throws
   /// SettingsError and leaves the file as it was.
   explicit SettingsDatabase(std::filesystem::path file);
+  /// One without a file, in memory: it lasts as long as this object and leaves nothing behind however the
+  /// process ends.
+  SettingsDatabase();
   /// Folds the journal into the file and gives the file up.
   ~SettingsDatabase();
   SettingsDatabase(const SettingsDatabase&) = delete;
@@ -32,6 +35,9 @@ class SettingsDatabase {
 
   /// The rows on disk.
   [[nodiscard]] const Rows& rows() const { return rows_; }
+
+  /// Reads the rows again, as opening does. Throws SettingsError.
+  void reload();
 
   /// Writes all or nothing; the changes are on disk when it returns. Throws SettingsError, and rows() is as
   /// before.

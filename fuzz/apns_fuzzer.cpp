@@ -11,7 +11,7 @@
 #include "lint/report.h"
 #include "lint/report_json.h"
 #include "lint/report_text.h"
-#include "scenario/scratch_folder.h"
+#include "tests/scratch_folder.h"
 
 namespace quorvantis::fuzz {
 
@@ -22,7 +22,7 @@ using lint::Finding;
 using lint::PayloadReport;
 
 PayloadReport reportOn(const std::uint8_t* data, std::size_t size) {
-  static const scenario::ScratchFolder scratch;
+  static const ScratchFolder scratch;
   const std::string file = (scratch.path() / "input.apns").string();
   std::ofstream(file, std::ios::binary)
       .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));

@@ -8,7 +8,6 @@
 #include "device/device.h"
 #include "fuzz/check.h"
 #include "scenario/host.h"
-#include "scenario/scratch_folder.h"
 
 namespace quorvantis::fuzz {
 
@@ -51,10 +50,8 @@ class Phone {
     return [this](const device::MainQueue::Task& task) { host->perform(task); };
   }
 
-  scenario::ScratchFolder scratch_;
-
  public:
-  device::Device device{scratch_.path() / "settings"};
+  device::Device device;
   const std::unique_ptr<scenario::Host> host = scenario::makeHost(device);
 };
 

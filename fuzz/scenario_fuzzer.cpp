@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
-#include <filesystem>
 #include <random>
 #include <sstream>
 #include <vector>
@@ -14,7 +13,6 @@
 #include "scenario/host.h"
 #include "scenario/player.h"
 #include "scenario/scenario.h"
-#include "scenario/scratch_folder.h"
 
 namespace quorvantis::fuzz {
 
@@ -33,17 +31,8 @@ void take(device::Record& record, std::string& transcript) {
 
 /// The transcript, with the reason when a step turned out impossible.
 std::string play(const std::vector<scenario::Step>& steps) {
-  const scenario::ScratchFolder& scratch = []() -> auto& {
-    static const scenario::ScratchFolder folder;
-    return folder;
-  }
-  ();
-  for (const auto& file : std::filesystem::directory_iterator(scratch.path())) {
-    std::filesystem::remove(file);
-  }
-
   std::string transcript;
-  device::Device device(scratch.path() / "settings");
+  device::Device device;
   const auto host = scenario::makeHost(device);
   scenario::Player player(device, *host, nullptr);
   for (const scenario::Step& step : steps) {

@@ -5,7 +5,6 @@
 
 #include "notifications/payload_keys.h"
 #include "scenario/player.h"
-#include "scenario/scratch_folder.h"
 
 namespace quorvantis::lint {
 
@@ -29,9 +28,7 @@ constexpr Situation kSituations[] = {
 class Phone {
  public:
   Phone(const Situation& situation, const std::string& systemVersion)
-      : device_(scratch_.path() / "settings"),
-        host_(scenario::makeHost(device_)),
-        player_(device_, *host_, nullptr) {
+      : host_(scenario::makeHost(device_)), player_(device_, *host_, nullptr) {
     device_.facts.systemVersion = systemVersion;
     device_.application.state = situation.state;
     // With an error the road ends once the library is the notification center's delegate: no token, no
@@ -61,7 +58,6 @@ class Phone {
  private:
   void play(Dictionary step) { player_.play(scenario::readStep(std::move(step))); }
 
-  scenario::ScratchFolder scratch_;
   device::Device device_;
   std::unique_ptr<scenario::Host> host_;
   scenario::Player player_;

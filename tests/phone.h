@@ -16,7 +16,6 @@
 #include "platform/simulated/controls.h"
 #include "platform/simulated/values.h"
 #include "scenario/push_service.h"
-#include "scenario/scratch_folder.h"
 
 namespace quorvantis {
 
@@ -105,8 +104,7 @@ class PhoneTest : public testing::Test {
 
   std::optional<json::Value> stored(const std::string& key) { return device.settings.get(key); }
 
-  const scenario::ScratchFolder folder;
-  device::Device device{folder.path() / "settings.sqlite"};
+  device::Device device;
   scenario::PushService service{device};
 };
 

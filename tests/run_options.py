@@ -1,6 +1,7 @@
 #!/usr/bin/python3
 """The tool's `run` with --settings and with --server against its `serve`. run_options.py TOOL"""
 import json
+import os
 import re
 import shutil
 import signal
@@ -126,6 +127,13 @@ class Embedded(Options):
         geo = "x" * 3_500_000
         body, = self.of_kind("received", steps({"do": "store", "set": {"jsonGeo": geo}}) + token("01"))
         self.assertTrue(body["body"].endswith("&jsonGeo=" + geo))
+
+    def test_makes_no_files_that_could_be_left_behind(self):
+        nowhere = dict(os.environ, TMPDIR=str(self.folder / "missing"))
+        scenario = token("01") + steps({"do": "store", "set": {"a": 1}}, {"do": "relaunch"}) + SHOW
+        for arguments, given in ((["run", "-"], scenario), (["payload", "-"], b'{"aps":{"alert":{}}}'), (["demo"], b"")):
+            run = subprocess.run([TOOL, *arguments], input=given, env=nowhere, capture_output=True, timeout=SECONDS)
+            self.assertEqual((run.returncode, run.stderr), (0, b""), arguments)
 
 
 class Server(Options):

@@ -7,7 +7,6 @@
 #include "json/write.h"
 #include "scenario/host.h"
 #include "scenario/player.h"
-#include "scenario/scratch_folder.h"
 
 namespace quorvantis::scenario {
 namespace {
@@ -21,8 +20,7 @@ struct Phone {
     return lines;
   }
 
-  ScratchFolder folder;
-  device::Device device{folder.path() / "settings"};
+  device::Device device;
   PushService service{device};
   std::unique_ptr<Host> host = makeHost(device);
   Player player{device, *host, &service};
@@ -89,8 +87,7 @@ TEST(Step, IsRefusedWithTheReasonAlone) {
 }
 
 TEST(Step, ForAnEmbeddedServerIsNoStepForAPhoneWithoutOne) {
-  const ScratchFolder folder;
-  device::Device device(folder.path() / "settings");
+  device::Device device;
   const std::unique_ptr<Host> host = makeHost(device);
   Player player(device, *host, nullptr);
   EXPECT_THROW(player.play(readStep(R"({"do":"server","answers":[{"status":200,"body":""}]})")), StepError);

@@ -8,7 +8,6 @@
 #include "scenario/host.h"
 #include "scenario/player.h"
 #include "scenario/push_service.h"
-#include "scenario/scratch_folder.h"
 #include "tool/demo_scenes.h"
 #include "tool/demo_story.h"
 
@@ -44,8 +43,7 @@ std::vector<std::string> presentIn(const std::vector<std::string>& moments,
 class Demo {
  public:
   explicit Demo(const console::Terminal& terminal)
-      : device_(scratch_.path() / "settings"),
-        service_(device_, scenario::Untold::askRegistrations,
+      : service_(device_, scenario::Untold::askRegistrations,
                  [this](const server::Answer& answer) {
                    device_.record.add(answeredEvent(answer.status, answer.body));
                  }),
@@ -84,7 +82,6 @@ class Demo {
     return missing.empty() && unexpected.empty();
   }
 
-  scenario::ScratchFolder scratch_;
   device::Device device_;
   scenario::PushService service_;
   std::unique_ptr<scenario::Host> host_;

@@ -15,7 +15,6 @@
 #include "scenario/player.h"
 #include "scenario/push_service.h"
 #include "scenario/scenario.h"
-#include "scenario/scratch_folder.h"
 #include "server/server_error.h"
 
 namespace quorvantis::tool {
@@ -88,9 +87,7 @@ void playAll(const std::vector<scenario::Step>& steps, device::Device& device,
 }
 
 void playOnFreshDevice(const RunOptions& options, const std::vector<scenario::Step>& steps) {
-  const scenario::ScratchFolder scratch;
-  device::Device device(options.settings ? std::filesystem::path(*options.settings)
-                                         : scratch.path() / "settings");
+  device::Device device(options.settings.value_or(""));
   device.build = options.build;
   if (options.settings) device.settings.open();
   if (options.server) {

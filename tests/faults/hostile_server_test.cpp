@@ -100,8 +100,7 @@ class HostileServerTest : public testing::Test {
     return std::exchange(heads, {});
   }
 
-  const scenario::ScratchFolder folder;
-  device::Device device{folder.path() / "settings.sqlite"};
+  device::Device device;
   const server::Authority authority;
   std::mutex mutex;
   std::vector<std::string> heads;

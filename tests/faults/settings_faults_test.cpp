@@ -7,6 +7,7 @@
 
 #include "tests/faults/failing_disk.h"
 #include "tests/phone.h"
+#include "tests/scratch_folder.h"
 
 namespace quorvantis {
 namespace {
@@ -103,7 +104,7 @@ class RegisteringProcess {
 
 TEST(SettingsFaults, KeepAllThatWasSynchronisedWhenTheProcessIsKilled) {
   std::mt19937 random(20160913);
-  std::optional<scenario::ScratchFolder> folder;
+  std::optional<ScratchFolder> folder;
   int before = 0;
   json::Value identifier;
   int unseen = 0;
@@ -150,7 +151,7 @@ class FailingDiskTest : public testing::Test {
 
   /// What a process would find that starts after this one was killed now.
   json::Dictionary onDisk() {
-    const scenario::ScratchFolder copies;
+    const ScratchFolder copies;
     const fs::path copy = copies.path() / "settings.sqlite";
     fs::copy_file(file, copy);
     const std::string journal = file.string() + "-wal";
@@ -158,7 +159,7 @@ class FailingDiskTest : public testing::Test {
     return Settings(copy).values();
   }
 
-  const scenario::ScratchFolder folder;
+  const ScratchFolder folder;
   const fs::path file = folder.path() / "settings.sqlite";
   json::Dictionary old;
 };

@@ -5,6 +5,7 @@
 #include "platform/NSUserDefaults.h"
 #include "server/misbehaving_server.h"
 #include "tests/phone.h"
+#include "tests/scratch_folder.h"
 
 namespace quorvantis {
 namespace {
@@ -57,7 +58,7 @@ class ThreadsTest : public testing::Test {
 
   static void send(Client& client) { client.sendConnexion(text(kTask), text("&tarea=" + kTask), nullptr); }
 
-  const scenario::ScratchFolder folder;
+  const ScratchFolder folder;
   const server::Authority authority;
 };
 

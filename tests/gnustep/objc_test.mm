@@ -10,7 +10,6 @@
 
 #include "device/device.h"
 #include "facade/shared_slot.h"
-#include "scenario/scratch_folder.h"
 #include "tests/gnustep/standins.h"
 
 // GNUstep's counts of living objects; its header hides them from optimised builds.
@@ -190,8 +189,7 @@ class ObjectiveC : public testing::Test {
   NSDictionary* payload(NSDictionary* aps) { return [NSDictionary dictionaryWithObject:aps forKey:@"aps"]; }
 
   NSAutoreleasePool* pool = nil;
-  quorvantis::scenario::ScratchFolder folder;
-  quorvantis::device::Device device{folder.path() / "settings"};
+  quorvantis::device::Device device;
 };
 
 TEST_F(ObjectiveC, AsksTheDelegateBeforeEachSend) {
