@@ -12,7 +12,7 @@ struct KindNamer {
   std::string operator()(bool boolean) const { return boolean ? "true" : "false"; }
   std::string operator()(std::int64_t) const { return "a number"; }
   std::string operator()(double) const { return "a number"; }
-  std::string operator()(const std::string&) const { return "a text"; }
+  std::string operator()(const std::string&) const { return "a string"; }
   std::string operator()(const json::Data&) const { return "data"; }
   std::string operator()(const json::Array&) const { return "an array"; }
   std::string operator()(const json::Dictionary&) const { return "an object"; }

@@ -10,7 +10,7 @@
 
 namespace quorvantis::console {
 
-/// "a text", "an array", "null" and so on.
+/// "a string", "an array", "null" and so on.
 std::string kindOf(const json::Value& value);
 
 /// A number's digits in groups: 4,096.

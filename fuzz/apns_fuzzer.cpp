@@ -43,8 +43,20 @@ void checkFindings(const std::string& text, const PayloadReport& report) {
   for (const Finding& finding : report.findings.shown) {
     check(finding.place.line >= 1 && finding.place.column >= 1 && finding.place.column <= text.size() + 1,
           "a finding has a place in the text");
-    check(!finding.code.empty() && !finding.message.empty() && !finding.remedy.empty(),
+    check(!finding.rule->code.empty() && !finding.message.empty() && !finding.remedy.empty(),
           "a finding says what it is and how to mend it");
+  }
+  for (const Finding& finding : report.findings.shown) {
+    std::string mended = text;
+    std::size_t behind = text.size();
+    for (auto edit = finding.edits.rbegin(); edit != finding.edits.rend(); ++edit) {
+      check(edit->range.begin <= edit->range.end && edit->range.end <= behind, "edits stand apart, in order");
+      behind = edit->range.begin;
+      mended.replace(edit->range.begin, edit->range.end - edit->range.begin, edit->text);
+    }
+    const bool wasReadable = finding.rule != &lint::rules::notJSON;
+    check(!wasReadable || finding.edits.empty() || std::holds_alternative<json::Value>(json::read(mended)),
+          "what is mended is JSON");
   }
   const bool isReadable = std::holds_alternative<json::Value>(json::read(text));
   check(isReadable || report.findings.errors != 0, "what is no JSON is an error");

@@ -61,6 +61,18 @@ std::size_t loneSurrogate(std::string_view literal) {
   return 0;
 }
 
+Problem halfOfAPair(std::size_t offset) {
+  return {offset, "half of a surrogate pair", "Write both halves of the pair, or the character itself."};
+}
+
+Problem wideInteger(std::size_t offset) {
+  return {offset, "the whole number is beyond 64 bits", "Write a smaller number, or a string.", true};
+}
+
+Problem outOfRange(std::size_t offset) {
+  return {offset, "the number is beyond a real's range", "Write a smaller number, or a string.", true};
+}
+
 /// Builds the value from the parser's events. The values that are open stand on a stack of their own.
 class Builder {
  public:
@@ -100,8 +112,8 @@ class Builder {
 
   [[nodiscard]] std::size_t tokenStart() const { return text_.find_first_not_of(" \t\r\n,:", tokenEnd_); }
 
-  bool refuse(std::size_t offset, std::string reason) {
-    problem_ = Problem{offset, std::move(reason)};
+  bool refuse(Problem problem) {
+    problem_ = std::move(problem);
     return false;
   }
 
@@ -125,8 +137,7 @@ class Builder {
 bool Builder::isWhole(std::string_view string) {
   if (!holdsSurrogate(string)) return true;
   const std::size_t start = tokenStart();
-  return refuse(start + loneSurrogate(text_.substr(start, stream_.Tell() - start)),
-                "half of a surrogate pair");
+  return refuse(halfOfAPair(start + loneSurrogate(text_.substr(start, stream_.Tell() - start))));
 }
 
 bool Builder::Key(const char* bytes, rapidjson::SizeType length, bool) {
@@ -136,7 +147,9 @@ bool Builder::Key(const char* bytes, rapidjson::SizeType length, bool) {
   Open& object = open_.back();
   const bool repeated = object.container.find(key) != nullptr;
   observer_.key(key, start, repeated);
-  if (repeated && options_.refuseDuplicateKeys) return refuse(start, "the object already has this key");
+  if (repeated && options_.refuseDuplicateKeys) {
+    return refuse({start, "the object already has this key", "Leave one of them."});
+  }
   object.key = key;
   tokenEnd_ = stream_.Tell();
   return true;
@@ -147,7 +160,7 @@ bool Builder::addNumber(std::string_view digits) {
   if (digits.find_first_of(".eE") == std::string_view::npos) {
     std::int64_t whole = 0;
     if (std::from_chars(digits.data(), last, whole).ec == std::errc()) return addScalar(whole);
-    if (options_.refuseWideIntegers) return refuse(tokenStart(), "the whole number is beyond 64 bits");
+    if (options_.refuseWideIntegers) return refuse(wideInteger(tokenStart()));
   }
   double real = 0;
   if (std::from_chars(digits.data(), last, real).ec == std::errc()) return addScalar(real);
@@ -155,7 +168,7 @@ bool Builder::addNumber(std::string_view digits) {
   // The same failure stands for too large and for too close to zero; a wider type tells them apart.
   long double wide = 0;
   std::from_chars(digits.data(), last, wide);
-  if (std::fabs(wide) > 1) return refuse(tokenStart(), "the number is beyond a real's range");
+  if (std::fabs(wide) > 1) return refuse(outOfRange(tokenStart()));
   return addScalar(digits.front() == '-' ? -0.0 : 0.0);
 }
 
@@ -182,7 +195,8 @@ void Builder::place(Value value) {
 bool Builder::begin(Value container) {
   const std::size_t start = stream_.Tell();
   if (open_.size() == kDeepest) {
-    return refuse(start, "the value is nested deeper than " + std::to_string(kDeepest) + " levels");
+    return refuse({start, "the value is nested deeper than " + std::to_string(kDeepest) + " levels",
+                   "Nest the values less deeply."});
   }
   observer_.begin(start, container.get<Dictionary>() != nullptr);
   open_.push_back({std::move(container), {}});
@@ -199,48 +213,59 @@ bool Builder::end() {
   return true;
 }
 
+Problem moreText(std::size_t offset) {
+  return {offset, "there is more text after the value", "Take out what follows the value."};
+}
+
 Problem explain(const rapidjson::ParseResult& result, std::string_view text, bool refuseWideIntegers) {
   const std::size_t offset = result.Offset();
   if (result.Code() == rapidjson::kParseErrorDocumentEmpty && offset == text.size()) {
-    return {offset, "there is no value"};
+    return {offset, "there is no value", "Write a value."};
   }
-  if (offset == text.size()) return {offset, "the text ends too early"};
+  if (offset == text.size()) {
+    return {offset, "the text ends too early", "Close what is open: quotation marks, brackets, braces."};
+  }
 
   switch (result.Code()) {
     case rapidjson::kParseErrorDocumentRootNotSingular:
-      return {offset, "there is more text after the value"};
+      return moreText(offset);
     case rapidjson::kParseErrorObjectMissName:
-      return {offset, "a key in quotation marks is missing"};
+      return {offset, "a key in quotation marks is missing",
+              "Write a key here, or take out the comma before."};
     case rapidjson::kParseErrorObjectMissColon:
-      return {offset, "the colon after a key is missing"};
+      return {offset, "the colon after a key is missing", "Write a colon and a value after the key."};
     case rapidjson::kParseErrorObjectMissCommaOrCurlyBracket:
-      return {offset, "a comma or a closing brace is missing"};
+      return {offset, "a comma or a closing brace is missing", "Write a comma or a closing brace here."};
     case rapidjson::kParseErrorArrayMissCommaOrSquareBracket:
-      return {offset, "a comma or a closing bracket is missing"};
+      return {offset, "a comma or a closing bracket is missing", "Write a comma or a closing bracket here."};
     case rapidjson::kParseErrorStringUnicodeEscapeInvalidHex:
-      return {offset, "the escape lacks its four hexadecimal digits"};
+      return {offset, "the escape lacks its four hexadecimal digits", "Write four digits after \\u."};
     case rapidjson::kParseErrorStringUnicodeSurrogateInvalid:
-      return {offset, "half of a surrogate pair"};
+      return halfOfAPair(offset);
     case rapidjson::kParseErrorStringEscapeInvalid:
-      if (text[offset] == '\\') return {offset, "there is no such escape"};
+      if (text[offset] == '\\') {
+        return {offset, "there is no such escape", "Write \\\\ for a backslash that stands for itself."};
+      }
       [[fallthrough]];
     case rapidjson::kParseErrorStringMissQuotationMark:
-      return {offset, "a control character stands unescaped in a text"};
+      return {offset, "a control character stands unescaped in a string",
+              "Write an escape: \\n for a line feed, \\t for a tab."};
     case rapidjson::kParseErrorStringInvalidEncoding:
-      return {offset, "the text is not UTF-8"};
+      return {offset, "the text is not UTF-8", "Save the text as UTF-8."};
     case rapidjson::kParseErrorNumberTooBig: {
       const auto length = std::min(text.find_first_not_of("-0123456789", offset), text.size());
       const bool whole =
           length == text.size() || std::string_view(".eE").find(text[length]) == std::string_view::npos;
-      if (refuseWideIntegers && whole) return {offset, "the whole number is beyond 64 bits"};
-      return {offset, "the number is beyond a real's range"};
+      return refuseWideIntegers && whole ? wideInteger(offset) : outOfRange(offset);
     }
     case rapidjson::kParseErrorNumberMissFraction:
-      return {offset, "the digits after the decimal point are missing"};
+      return {offset, "the digits after the decimal point are missing", "Write at least one digit here."};
     case rapidjson::kParseErrorNumberMissExponent:
-      return {offset, "the digits of the exponent are missing"};
+      return {offset, "the digits of the exponent are missing", "Write at least one digit here."};
     default:
-      return {offset, "this begins no value"};
+      return {
+          offset, "this begins no value",
+          "Write a value: a string in quotation marks, a number, true, false, null, an object or an array."};
   }
 }
 
@@ -248,9 +273,9 @@ Problem explain(const rapidjson::ParseResult& result, std::string_view text, boo
 
 std::variant<Value, Problem> read(std::string_view text, ReadOptions options, Observer* observer) {
   if (text.size() > std::numeric_limits<rapidjson::SizeType>::max()) {
-    return Problem{0, "the text is larger than the reader takes"};
+    return Problem{0, "the text is larger than the reader takes", "Write a shorter text."};
   }
-  if (text.empty()) return Problem{0, "there is no value"};
+  if (text.empty()) return Problem{0, "there is no value", "Write a value."};
 
   Observer nobody;
   rapidjson::MemoryStream stream(text.data(), text.size());
@@ -262,7 +287,7 @@ std::variant<Value, Problem> read(std::string_view text, ReadOptions options, Ob
   if (builder.problem()) return *builder.problem();
   if (result.IsError()) return explain(result, text, options.refuseWideIntegers);
   // A NUL ends the parser's input.
-  if (stream.Tell() != text.size()) return Problem{stream.Tell(), "there is more text after the value"};
+  if (stream.Tell() != text.size()) return moreText(stream.Tell());
   return builder.takeRoot();
 }
 

@@ -21,6 +21,8 @@ struct ReadOptions {
 struct Problem {
   std::size_t offset = 0;  ///< In bytes from the start.
   std::string reason;
+  std::string remedy;               ///< What to write there, as a sentence.
+  bool isNumberOutOfRange = false;  ///< Well-formed, and more than a real or 64 bits can hold.
 };
 
 /// Told of what is read, in the order of the text, with its place in it: the offset in bytes of a key's

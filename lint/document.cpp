@@ -1,9 +1,11 @@
 #include "lint/document.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "console/wording.h"
 #include "json/write.h"
+#include "lint/json_text.h"
 
 namespace quorvantis::lint {
 
@@ -11,7 +13,6 @@ namespace {
 
 constexpr std::size_t kMostRepeated = 100;
 constexpr std::size_t kLongestPointer = 200;
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 }  // namespace
 
@@ -71,8 +72,11 @@ class PayloadDocument::Reader : public json::Observer {
       pointer_.resize(levels_.back().pointerSize);
       pointer_ += "/" + std::to_string(levels_.back().elements++);
     }
-    if (!isLookedAt() && !(isNull && isFirstInExtra())) return;
-    document_.places_.insert_or_assign(pointer_, isElement || levels_.empty() ? offset : keyOffset_);
+    const bool isNested = !isElement && isNestedAps();
+    if (isNested) document_.nestedAps_ = pointer_;
+    if (!isLookedAt() && !isNested && !(isNull && isFirstInExtra())) return;
+    const bool hasKey = !isElement && !levels_.empty();
+    document_.parts_.insert_or_assign(pointer_, Part{hasKey ? keyOffset_ : offset, hasKey});
   }
 
   /// Whether the library, or a finding, looks at this part.
@@ -96,12 +100,17 @@ class PayloadDocument::Reader : public json::Observer {
     return extra.starts_with("/aps/extra") && extra.ends_with('/') && document_.firstNullIn(extra) == nullptr;
   }
 
+  [[nodiscard]] bool isNestedAps() const {
+    constexpr std::size_t kDeepestEnvelope = 4;
+    return levels_.size() > 1 && levels_.size() <= kDeepestEnvelope && document_.nestedAps_.empty() &&
+           pointer_.size() <= kLongestPointer && pointer_.ends_with("/aps");
+  }
+
   /// The earlier value of a repeated key is lost, with all that is in it.
   void forget() {
-    auto& places = document_.places_;
-    places.erase(pointer_);
-    places.erase(places.lower_bound(pointer_ + '/'),
-                 places.lower_bound(pointer_ + static_cast<char>('/' + 1)));
+    auto& parts = document_.parts_;
+    parts.erase(pointer_);
+    parts.erase(parts.lower_bound(pointer_ + '/'), parts.lower_bound(pointer_ + static_cast<char>('/' + 1)));
   }
 
   PayloadDocument& document_;
@@ -115,7 +124,6 @@ PayloadDocument::PayloadDocument(std::string text) : text_(std::move(text)), siz
   auto result = json::read(text_, {}, &reader);
   if (auto* problem = std::get_if<json::Problem>(&result)) {
     problem_ = std::move(*problem);
-    if (text_.starts_with(kByteOrderMark)) problem_ = {0, "a byte order mark stands before the value"};
     return;
   }
   value_ = std::move(*std::get_if<json::Value>(&result));
@@ -126,18 +134,73 @@ PayloadDocument::PayloadDocument(std::string text) : text_(std::move(text)), siz
 }
 
 const std::string* PayloadDocument::firstNullIn(const std::string& pointer) const {
-  const auto place = places_.lower_bound(pointer);
-  if (place == places_.end() || !place->first.starts_with(pointer)) return nullptr;
-  return &place->first;
+  const auto part = parts_.lower_bound(pointer);
+  if (part == parts_.end() || !part->first.starts_with(pointer)) return nullptr;
+  return &part->first;
 }
 
-json::Place PayloadDocument::placeOf(std::string_view pointer) const {
+const PayloadDocument::Part& PayloadDocument::partAt(std::string_view pointer) const {
+  static const Part whole;
   for (;;) {
-    const auto place = places_.find(pointer);
-    if (place != places_.end()) return placeOf(place->second);
-    if (pointer.empty()) return {};
+    const auto part = parts_.find(pointer);
+    if (part != parts_.end()) return part->second;
+    if (pointer.empty()) return whole;
     pointer = pointer.substr(0, pointer.rfind('/'));
   }
+}
+
+std::size_t PayloadDocument::valueOf(const Part& part) const {
+  if (!part.hasKey) return part.begin;
+  return skipBlanks(text_, skipBlanks(text_, endOfValue(text_, part.begin)) + 1);
+}
+
+TextRange PayloadDocument::markOf(std::string_view pointer) const {
+  const Part& part = partAt(pointer);
+  const std::size_t value = valueOf(part);
+  const bool isPlain = value < text_.size() && text_[value] != '{' && text_[value] != '[';
+  return isPlain ? TextRange{part.begin, endOfValue(text_, value)} : markAt(part.begin);
+}
+
+TextRange PayloadDocument::markAt(std::size_t offset) const {
+  if (problem_ || offset >= text_.size() || text_[offset] != '"') {
+    return {offset, std::min(offset + 1, text_.size())};
+  }
+  return {offset, endOfValue(text_, offset)};
+}
+
+Edit PayloadDocument::replaceKey(std::string_view pointer, std::string_view key) const {
+  const Part& part = partAt(pointer);
+  return {{part.begin, endOfValue(text_, part.begin)}, json::write(key)};
+}
+
+Edit PayloadDocument::replaceValue(std::string_view pointer, const json::Value& value) const {
+  const std::size_t begin = valueOf(partAt(pointer));
+  return {{begin, endOfValue(text_, begin)}, json::write(value)};
+}
+
+Edit PayloadDocument::remove(std::string_view pointer) const {
+  const Part& part = partAt(pointer);
+  const std::size_t end = endOfValue(text_, valueOf(part));
+  const std::size_t next = skipBlanks(text_, end);
+  if (text_[next] == ',') return {{part.begin, skipBlanks(text_, next + 1)}, ""};
+  const std::size_t before = text_.find_last_not_of(kBlanks, part.begin - 1);
+  return {{text_[before] == ',' ? before : part.begin, end}, ""};
+}
+
+Edit PayloadDocument::insert(std::string_view object, const std::string& member) const {
+  const std::size_t inside = valueOf(partAt(object)) + 1;
+  const std::size_t first = skipBlanks(text_, inside);
+  if (text_[first] == '}') return {{inside, inside}, member};
+  const std::string gap = text_.substr(inside, first - inside);
+  return {{first, first}, member + ',' + (gap.empty() ? " " : gap)};
+}
+
+Edits PayloadDocument::move(std::string_view pointer, std::string_view object) const {
+  const Part& part = partAt(pointer);
+  const std::string member = text_.substr(part.begin, endOfValue(text_, valueOf(part)) - part.begin);
+  Edits edits{remove(pointer), insert(object, member)};
+  if (edits[1].range.begin < edits[0].range.begin) std::swap(edits[0], edits[1]);
+  return edits;
 }
 
 }  // namespace quorvantis::lint

@@ -12,6 +12,7 @@
 
 #include "json/read.h"
 #include "json/value.h"
+#include "lint/edit.h"
 
 namespace quorvantis::lint {
 
@@ -48,17 +49,42 @@ class PayloadDocument {
   [[nodiscard]] const std::vector<Repeated>& repeated() const { return repeated_; }
   [[nodiscard]] std::size_t repeatedCount() const { return repeatedCount_; }
 
-  /// Where the part begins: its key, or the value itself where it has none. Of parts that the library does
-  /// not look at the nearest one around them that is known is taken.
-  [[nodiscard]] json::Place placeOf(std::string_view pointer) const;
+  /// The text as it was given.
+  [[nodiscard]] const std::string& text() const { return text_; }
   [[nodiscard]] json::Place placeOf(std::size_t offset) const { return json::placeOf(text_, offset); }
+
+  /// What an editor marks for a part, all on one line: from its key, or the value itself where it has none,
+  /// to the end of a plain value; of an object or an array the key, or the bracket, alone. Of parts that the
+  /// library does not look at the nearest one around them that is known is taken.
+  [[nodiscard]] TextRange markOf(std::string_view pointer) const;
+  /// The same for what begins at this byte: a text in quotation marks, or one character.
+  [[nodiscard]] TextRange markAt(std::size_t offset) const;
+
+  // Changes to the text. The parts are keys that the library looks at, with their values.
+  [[nodiscard]] Edit replaceKey(std::string_view pointer, std::string_view key) const;
+  [[nodiscard]] Edit replaceValue(std::string_view pointer, const json::Value& value) const;
+  [[nodiscard]] Edit remove(std::string_view pointer) const;
+  /// `member` becomes the first one of the object.
+  [[nodiscard]] Edit insert(std::string_view object, const std::string& member) const;
+  /// The key and its value become the first ones of another object.
+  [[nodiscard]] Edits move(std::string_view pointer, std::string_view object) const;
 
   /// `pointer` is one of an extra's, "/aps/extra1/": the first null that lies deeper in it,
   /// or nullptr.
   [[nodiscard]] const std::string* firstNullIn(const std::string& pointer) const;
 
+  /// The first "aps" in an object that is itself in the payload; empty where there is none.
+  [[nodiscard]] const std::string& nestedAps() const { return nestedAps_; }
+
  private:
   class Reader;
+  struct Part {
+    std::size_t begin = 0;  ///< the key, or the value where there is none
+    bool hasKey = false;
+  };
+
+  [[nodiscard]] const Part& partAt(std::string_view pointer) const;
+  [[nodiscard]] std::size_t valueOf(const Part& part) const;
 
   std::string text_;
   json::Value value_;
@@ -67,7 +93,8 @@ class PayloadDocument {
   bool isForSimulator_ = false;
   std::vector<Repeated> repeated_;
   std::size_t repeatedCount_ = 0;
-  std::map<std::string, std::size_t, std::less<>> places_;
+  std::map<std::string, Part, std::less<>> parts_;
+  std::string nestedAps_;
 };
 
 }  // namespace quorvantis::lint

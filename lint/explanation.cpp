@@ -1,10 +1,13 @@
 #include "lint/explanation.h"
 
 #include <algorithm>
+#include <array>
+#include <chrono>
 #include <memory>
 
+#include "lint/link.h"
 #include "notifications/payload_keys.h"
-#include "scenario/player.h"
+#include "scenario/delivery.h"
 
 namespace quorvantis::lint {
 
@@ -13,40 +16,42 @@ namespace {
 using device::ApplicationState;
 using json::Dictionary;
 
-constexpr Situation kSituations[] = {
-    {scenario::Arrival::foreground, ApplicationState::active, false},
-    {scenario::Arrival::foreground, ApplicationState::active, true},
-    {scenario::Arrival::foreground, ApplicationState::inactive, false},
-    {scenario::Arrival::foreground, ApplicationState::inactive, true},
-    {scenario::Arrival::background, ApplicationState::background, false},
-    {scenario::Arrival::background, ApplicationState::background, true},
-    {scenario::Arrival::tap, ApplicationState::inactive, false},
-    {scenario::Arrival::tap, ApplicationState::inactive, true},
-};
+constexpr std::array kStates{ApplicationState::active, ApplicationState::inactive,
+                             ApplicationState::background};
 
 /// A phone in one situation, with the library ready for notifications.
 class Phone {
  public:
-  Phone(const Situation& situation, const std::string& systemVersion)
-      : host_(scenario::makeHost(device_)), player_(device_, *host_, nullptr) {
+  Phone(const Situation& situation, const std::string& systemVersion) : host_(scenario::makeHost(device_)) {
     device_.facts.systemVersion = systemVersion;
     device_.application.state = situation.state;
     // With an error the road ends once the library is the notification center's delegate: no token, no
     // request.
     device_.authorization = {.granted = false, .error = "nobody is asked"};
+    host_->launch();
     host_->setActiveInForeground(situation.foregroundSwitch);
     host_->perform([this] { host_->registerFinish(); });
-    player_.settle();
+    settle();
     static_cast<void>(device_.record.take());
   }
+  ~Phone() {
+    device_.endProcess();
+    host_->terminate();
+  }
+  Phone(const Phone&) = delete;
+  Phone& operator=(const Phone&) = delete;
 
   void deliver(scenario::Arrival arrival, const Dictionary& payload) {
     host_->perform([&] { host_->deliver(arrival, payload, scenario::kDefaultAction); });
-    player_.settle();
+    settle();
   }
 
-  void tapOK() { play({{"do", "tapOK"}, {"alert", device_.screen.alerts().front()}}); }
-  void passOneSecond() { play({{"do", "advance"}, {"seconds", 1}}); }
+  void tapOK() {
+    host_->perform([this] { device_.screen.tap(device_.screen.alerts().front()); });
+    settle();
+  }
+
+  void passOneSecond() { device_.queue.advance(std::chrono::seconds(1), runner()); }
 
   [[nodiscard]] bool showsAlert() const { return !device_.screen.alerts().empty(); }
 
@@ -56,11 +61,13 @@ class Phone {
   }
 
  private:
-  void play(Dictionary step) { player_.play(scenario::readStep(std::move(step))); }
+  device::MainQueue::Runner runner() {
+    return [this](const device::MainQueue::Task& task) { host_->perform(task); };
+  }
+  void settle() { device_.queue.settle(runner()); }
 
   device::Device device_;
   std::unique_ptr<scenario::Host> host_;
-  scenario::Player player_;
 };
 
 void note(const device::Event& event, Outcome::When when, Outcome& outcome) {
@@ -101,37 +108,80 @@ bool hasLinkThatIsNoText(const Dictionary& payload) {
   return link != nullptr && link->get<std::string>() == nullptr;
 }
 
-/// The simulated phone opens something for it; no phone has to.
-void leaveUndefined(std::vector<Outcome::Opened>& opened) {
-  for (Outcome::Opened& opening : opened) opening = {{}, opening.when, false};
+/// Of a link that is no text the simulated phone opens something; no phone has to.
+void judgeOpened(bool isDefined, std::vector<Outcome::Opened>& opened) {
+  for (Outcome::Opened& opening : opened) {
+    if (!isDefined) {
+      opening = {{}, opening.when, false, false};
+    } else if (const auto* url = opening.url.get<std::string>()) {
+      opening.opens = judgeLink(*url).problem.empty();
+    }
+  }
+}
+
+SystemEffects effectsOn(const Situation& situation, const Dictionary& payload, bool presented) {
+  if (situation.arrival == scenario::Arrival::tap) return {hasTextToShow(payload), std::nullopt, false};
+  if (situation.state == ApplicationState::background) return effectsInBackground(payload);
+  return {presented && hasTextToShow(payload), std::nullopt, false};
 }
 
 Outcome outcomeOf(const Situation& situation, const Dictionary& payload, const std::string& systemVersion) {
-  Phone phone(situation, systemVersion);
   Outcome outcome;
-  phone.deliver(situation.arrival, payload);
-  noteAll(phone.takeEvents(), Outcome::When::atOnce, outcome);
-  if (outcome.raised) return outcome;
-  if (phone.showsAlert()) {
-    phone.tapOK();
+  if (situation.arrival) {
+    Phone phone(situation, systemVersion);
+    phone.deliver(*situation.arrival, payload);
     noteAll(phone.takeEvents(), Outcome::When::onOK, outcome);
+    if (!outcome.raised && phone.showsAlert()) {
+      phone.tapOK();
+      noteAll(phone.takeEvents(), Outcome::When::onOK, outcome);
+    }
+    if (!outcome.raised) {
+      phone.passOneSecond();
+      noteAll(phone.takeEvents(), Outcome::When::oneSecondLater, outcome);
+    }
   }
-  phone.passOneSecond();
-  noteAll(phone.takeEvents(), Outcome::When::oneSecondLater, outcome);
+  judgeOpened(!hasLinkThatIsNoText(payload), outcome.opened);
+  outcome.system = effectsOn(situation, payload, outcome.presented);
   return outcome;
+}
+
+/// The calls, or none, that a payload leads to in each state, and a tap.
+std::vector<Situation> situationsOf(const Dictionary& payload) {
+  std::vector<Situation> situations;
+  const auto add = [&](ApplicationState state, std::optional<scenario::Arrival> arrival) {
+    for (const bool foregroundSwitch : {false, true})
+      situations.push_back({state, arrival, foregroundSwitch});
+  };
+  for (const ApplicationState state : kStates) {
+    const std::vector<scenario::Arrival> arrivals = scenario::arrivalsOf(payload, state);
+    for (const scenario::Arrival arrival : arrivals) add(state, arrival);
+    if (arrivals.empty()) add(state, std::nullopt);
+  }
+  add(ApplicationState::inactive, scenario::Arrival::tap);
+  std::stable_sort(situations.begin(), situations.end(),
+                   [](const Situation& a, const Situation& b) { return momentOf(a) < momentOf(b); });
+  return situations;
+}
+
+bool isSame(const Explained& explained, const Situation& situation, const Outcome& outcome) {
+  return momentOf(explained.situations.front()) == momentOf(situation) &&
+         explained.outcome.system == outcome.system && explained.outcome.events == outcome.events;
 }
 
 }  // namespace
 
+Moment momentOf(const Situation& situation) {
+  if (situation.arrival == scenario::Arrival::tap) return Moment::tap;
+  if (situation.state == ApplicationState::background) return Moment::background;
+  return situation.arrival == scenario::Arrival::foreground ? Moment::foreground : Moment::secondCall;
+}
+
 std::vector<Explained> explain(const Dictionary& payload, const std::string& systemVersion) {
   std::vector<Explained> all;
-  for (const Situation& situation : kSituations) {
+  for (const Situation& situation : situationsOf(payload)) {
     Outcome outcome = outcomeOf(situation, payload, systemVersion);
-    if (hasLinkThatIsNoText(payload)) leaveUndefined(outcome.opened);
     const auto same = std::find_if(all.begin(), all.end(), [&](const Explained& explained) {
-      return explained.outcome.events == outcome.events &&
-             (explained.situations.front().arrival == scenario::Arrival::tap) ==
-                 (situation.arrival == scenario::Arrival::tap);
+      return isSame(explained, situation, outcome);
     });
     if (same != all.end()) {
       same->situations.push_back(situation);

@@ -1,22 +1,35 @@
-// What the library does with a payload: found out by letting it do so, on a fresh simulated phone for each
-// situation. Main thread; the process holds no other device meanwhile.
+// What a phone and the library do with a payload: found out by delivering it to a fresh simulated phone in
+// each situation. Main thread; the process holds no other device meanwhile.
 #pragma once
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "device/device.h"
+#include "lint/system_effects.h"
 #include "scenario/host.h"
 
 namespace quorvantis::lint {
 
-/// How a payload comes to the application.
+/// One thing that happens to the application when the payload comes, or is tapped. In one state the system
+/// may call twice; each call is a situation.
 struct Situation {
-  scenario::Arrival arrival = scenario::Arrival::foreground;
   device::ApplicationState state = device::ApplicationState::active;
-  bool foregroundSwitch = false;
+  /// How the notification comes to the application; nothing: it hears nothing of it before a tap.
+  std::optional<scenario::Arrival> arrival;
+  bool foregroundSwitch = false;  ///< activePushNotificationsInForegroundApp:
 };
+
+/// The moments of a phone's day, in their order.
+enum class Moment {
+  foreground,
+  secondCall,  ///< the system's background call while the application is in front
+  background,
+  tap
+};
+Moment momentOf(const Situation& situation);
 
 /// All that can be observed, and the same in terms of what a person sees.
 struct Outcome {
@@ -24,14 +37,17 @@ struct Outcome {
     json::Value title, message;
     std::vector<std::string> buttons;
   };
-  enum class When { atOnce, onOK, oneSecondLater };
+  enum class When { onOK, oneSecondLater };
   struct Opened {
-    json::Value url;  ///< null: the system is asked to open no address at all, or it is not defined which
-    When when = When::atOnce;
+    json::Value
+        url;  ///< what the system is asked to open; null: no address at all, or it is not defined which
+    When when = When::onOK;
     bool isDefined = true;  ///< false: the link is no text, and phones may open anything or nothing
+    bool opens = false;     ///< whether it is an address that can be opened
   };
 
   std::vector<device::Event> events;
+  SystemEffects system;
   bool presented = false;
   std::optional<std::int64_t> badge;
   std::optional<Alert> alert;
@@ -42,13 +58,14 @@ struct Outcome {
   std::optional<std::string> raised;  ///< the application ends with the message that was not understood
 };
 
-/// Situations in which the same happens.
+/// Situations of one moment in which the same happens.
 struct Explained {
   std::vector<Situation> situations;
   Outcome outcome;
 };
 
-/// Every situation, in the order of a phone's day. An alert's OK is tapped, and a second passes.
+/// Every situation that this payload leads to, in the order of a phone's day. An alert's OK is tapped, and a
+/// second passes.
 std::vector<Explained> explain(const json::Dictionary& payload, const std::string& systemVersion);
 
 }  // namespace quorvantis::lint

@@ -1,5 +1,4 @@
-// What is wrong with a payload, or surprising about it, and how to mend it. Every kind of finding has a code
-// that stays the same from version to version; docs/payloads.md lists them. Any thread.
+// What is wrong with a payload, or surprising about it, and how to mend it. Any thread.
 #pragma once
 
 #include <cstddef>
@@ -8,20 +7,21 @@
 
 #include "json/read.h"
 #include "lint/document.h"
+#include "lint/edit.h"
+#include "lint/rules.h"
 
 namespace quorvantis::lint {
 
-enum class Severity { note, warning, error };
-
 struct Finding {
-  std::string code;
-  Severity severity = Severity::note;
+  const Rule* rule = nullptr;
   bool endsApplication = false;  ///< the library raises, and the application ends
   std::string path;              ///< a JSON Pointer
-  json::Place place;
+  TextRange range;               ///< what an editor marks
+  json::Place place, end;        ///< the same, from and up to
   std::string message;
   std::string consequence;
   std::string remedy;
+  Edits edits;  ///< the remedy, where it is exact: applied to the text they mend the finding
 };
 
 struct Findings {

@@ -17,14 +17,21 @@ constexpr std::size_t kLargestExplained = 16 * kLargestPayload;
 }  // namespace
 
 PayloadReport reportOn(const std::string& file, const std::string& systemVersion) {
-  PayloadReport report;
-  report.file = file == "-" ? "standard input" : console::harmless(file);
   PayloadSource source = readPayloadSource(file);
-  if (!source.problem.empty()) {
+  PayloadReport report;
+  if (source.problem.empty()) {
+    report = reportOnText(std::move(source.bytes), systemVersion);
+  } else {
     report.problem = std::move(source.problem);
-    return report;
   }
-  const PayloadDocument document(std::move(source.bytes));
+  report.file = file == "-" ? "standard input" : console::harmless(file);
+  return report;
+}
+
+PayloadReport reportOnText(std::string text, const std::string& systemVersion) {
+  PayloadReport report;
+  const PayloadDocument document(std::move(text));
+  report.text = document.text();
   report.bytes = document.size();
   report.isForSimulator = document.isForSimulator();
   report.findings = findIn(document);

@@ -13,6 +13,7 @@ namespace quorvantis::lint {
 struct PayloadReport {
   std::string file;     ///< as it was given, harmless to print
   std::string problem;  ///< why it can't be read; then the rest is empty
+  std::string text;     ///< as it was read
   std::size_t bytes = 0;
   bool isForSimulator = false;
   Findings findings;
@@ -21,7 +22,11 @@ struct PayloadReport {
   std::vector<Explained> explanation;
 };
 
+/// Reads the file, "-" for standard input.
 PayloadReport reportOn(const std::string& file, const std::string& systemVersion);
+
+/// On a text that is there already.
+PayloadReport reportOnText(std::string text, const std::string& systemVersion);
 
 /// Sums over several reports.
 struct PayloadTotals {

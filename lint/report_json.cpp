@@ -16,32 +16,51 @@ Value number(std::size_t count) {
   return static_cast<std::int64_t>(count);
 }
 
-Value jsonOf(const Finding& finding) {
-  return Dictionary{{"code", finding.code},
-                    {"severity", nameOf(finding.severity)},
+Value jsonOf(const Finding& finding, std::string_view text) {
+  const auto units = [&](std::size_t offset) { return number(utf16Length(text, offset)); };
+  Array edits;
+  for (const Edit& edit : finding.edits) {
+    edits.push_back(
+        Dictionary{{"from", units(edit.range.begin)}, {"to", units(edit.range.end)}, {"text", edit.text}});
+  }
+  return Dictionary{{"code", finding.rule->code},
+                    {"severity", nameOf(finding.rule->severity)},
                     {"endsApplication", finding.endsApplication},
                     {"path", finding.path},
                     {"line", number(finding.place.line)},
                     {"column", number(finding.place.column)},
+                    {"endLine", number(finding.end.line)},
+                    {"endColumn", number(finding.end.column)},
+                    {"from", units(finding.range.begin)},
+                    {"to", units(finding.range.end)},
                     {"message", finding.message},
                     {"consequence", finding.consequence},
-                    {"remedy", finding.remedy}};
+                    {"remedy", finding.remedy},
+                    {"edits", std::move(edits)}};
 }
 
 Value jsonOf(const Situation& situation) {
-  return Dictionary{{"arrives", nameOf(situation.arrival)},
+  return Dictionary{{"arrives", situation.arrival ? Value(nameOf(*situation.arrival)) : Value()},
                     {"applicationState", nameOf(situation.state)},
                     {"foregroundSwitch", situation.foregroundSwitch}};
 }
 
 Value jsonOf(const Outcome::Opened& opened) {
-  return Dictionary{{"url", opened.url}, {"when", nameOf(opened.when)}};
+  return Dictionary{{"url", opened.url},
+                    {"when", nameOf(opened.when)},
+                    {"opens", opened.isDefined ? Value(opened.opens) : Value()}};
 }
 
 Value jsonOf(const Outcome::Alert& alert) {
   return Dictionary{{"title", alert.title},
                     {"message", alert.message},
                     {"buttons", Array(alert.buttons.begin(), alert.buttons.end())}};
+}
+
+Value jsonOf(const SystemEffects& system) {
+  return Dictionary{{"showsAlert", system.showsAlert},
+                    {"badge", system.badge ? Value(*system.badge) : Value()},
+                    {"playsSound", system.playsSound}};
 }
 
 Value jsonOf(const Explained& explained);
@@ -57,6 +76,7 @@ Value jsonOf(const Explained& explained) {
   const Outcome& outcome = explained.outcome;
   return Dictionary{{"situations", arrayOf(explained.situations)},
                     {"events", Array(outcome.events.begin(), outcome.events.end())},
+                    {"system", jsonOf(outcome.system)},
                     {"presented", outcome.presented},
                     {"badge", outcome.badge ? Value(*outcome.badge) : Value()},
                     {"alert", outcome.alert ? jsonOf(*outcome.alert) : Value()},
@@ -72,11 +92,13 @@ Value jsonOf(const Explained& explained) {
 
 Value jsonOf(const PayloadReport& report) {
   if (!report.problem.empty()) return Dictionary{{"file", report.file}, {"problem", report.problem}};
+  Array findings;
+  for (const Finding& finding : report.findings.shown) findings.push_back(jsonOf(finding, report.text));
   return Dictionary{{"file", report.file},
                     {"problem", Value()},
                     {"bytes", number(report.bytes)},
                     {"largest", number(kLargestPayload)},
-                    {"findings", arrayOf(report.findings.shown)},
+                    {"findings", std::move(findings)},
                     {"findingsLeftOut", number(report.findings.leftOut)},
                     {"outcomes", arrayOf(report.explanation)}};
 }

@@ -1,7 +1,6 @@
 #include "lint/report_text.h"
 
 #include <algorithm>
-#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -16,12 +15,12 @@ namespace quorvantis::lint {
 
 namespace {
 
-using device::ApplicationState;
 using json::Value;
 
 constexpr std::size_t kSituationIndent = 2;
 constexpr std::size_t kEffectIndent = 6;
 constexpr std::size_t kLongestValue = 1000;
+constexpr const char* kSecondCall = "application:didReceiveRemoteNotification:fetchCompletionHandler:";
 
 console::Style styleOf(Severity severity) {
   switch (severity) {
@@ -80,67 +79,64 @@ class Printer {
   std::ostream& out_;
 };
 
-/// What the situations of one arrival have in common: what does not matter is left out.
-std::string conditions(const std::vector<Situation>& situations) {
-  std::set<std::pair<bool, ApplicationState>> pairs;
-  std::set<bool> switches;
-  std::set<ApplicationState> states;
-  for (const Situation& situation : situations) {
-    pairs.emplace(situation.foregroundSwitch, situation.state);
-    switches.insert(situation.foregroundSwitch);
-    states.insert(situation.state);
-  }
-  const auto named = [](bool on) { return std::string(", switch ") + (on ? "on" : "off"); };
-  const bool hasStates = situations.front().arrival == scenario::Arrival::foreground;
-  if (pairs.size() == switches.size() * states.size()) {
-    std::string text;
-    if (switches.size() == 1) text += named(*switches.begin());
-    if (hasStates && states.size() == 1) text += std::string(", application ") + nameOf(*states.begin());
-    return text;
-  }
-  std::string text;
-  for (const auto& [on, state] : pairs) {
-    text += (text.empty() ? "" : "; or") + named(on) + ", application " + nameOf(state);
-  }
-  return text;
+/// The values that a condition takes in the situations, where not every one of both leads to the same.
+template <class T>
+std::set<T> valuesOf(const std::vector<Situation>& situations, T Situation::*condition) {
+  std::set<T> values;
+  for (const Situation& situation : situations) values.insert(situation.*condition);
+  return values;
 }
 
-std::vector<std::string> titlesOf(const std::vector<Situation>& situations) {
-  static const auto& names = *new std::map<scenario::Arrival, std::string>{
-      {scenario::Arrival::foreground, "In the foreground"},
-      {scenario::Arrival::background, "In the background, if the system hands it on"},
-      {scenario::Arrival::tap, "When it is tapped"}};
-  std::map<scenario::Arrival, std::vector<Situation>> byArrival;
-  for (const Situation& situation : situations) byArrival[situation.arrival].push_back(situation);
-  std::vector<std::string> titles;
-  titles.reserve(byArrival.size());
-  for (const auto& [arrival, some] : byArrival) titles.push_back(names.at(arrival) + conditions(some));
-  return titles;
+bool dependsOnSwitch(const std::vector<Situation>& situations) {
+  return valuesOf(situations, &Situation::foregroundSwitch).size() == 1;
+}
+
+std::string titleOf(const std::vector<Situation>& situations) {
+  const Moment moment = momentOf(situations.front());
+  std::string title;
+  switch (moment) {
+    case Moment::foreground:
+      title = "In the foreground";
+      break;
+    case Moment::secondCall:
+      title = "In the foreground, by the second call";
+      break;
+    case Moment::background:
+      title = "In the background";
+      break;
+    case Moment::tap:
+      title = "When it is tapped";
+      break;
+  }
+  const bool isInFront = moment == Moment::foreground || moment == Moment::secondCall;
+  if (dependsOnSwitch(situations)) {
+    title += std::string(", switch ") + (situations.front().foregroundSwitch ? "on" : "off");
+  }
+  if (isInFront && valuesOf(situations, &Situation::state).size() == 1) {
+    title += std::string(", application ") + nameOf(situations.front().state);
+  }
+  return title;
 }
 
 std::string reasonOf(const std::string& selector) {
-  if (selector == "objectForKey:") return "the library looked for a key in what is no object";
-  if (selector == "isEqualToString:") return "the library compared with a text what is none";
-  if (selector == "integerValue") return "the library asked for the whole number of what has none";
-  if (selector == "setObject:forKey:") return "the settings take no null";
-  return "an object did not understand it";
+  if (selector == "objectForKey:") return "the library looked for a key in something that is no object";
+  if (selector == "isEqualToString:") return "the library compared something with a string that is none";
+  if (selector == "integerValue")
+    return "the library asked for a whole number, and got null, an array or an object";
+  return "the settings take no null";
 }
 
-std::string whenOf(Outcome::When when) {
-  switch (when) {
-    case Outcome::When::atOnce:
-      return "Opens at once:";
-    case Outcome::When::onOK:
-      return "A tap on OK opens";
-    case Outcome::When::oneSecondLater:
-      return "Opens a second later:";
+void printOpened(const Outcome::Opened& opened, Printer& printer) {
+  const std::string when = opened.when == Outcome::When::onOK ? "A tap on OK" : "A second later it";
+  if (opened.opens) return printer.labelled(kEffectIndent, when + " opens", shown(opened.url));
+  const std::string asks = when + " asks the system to open";
+  if (!opened.isDefined) {
+    printer.paragraph(kEffectIndent, asks + " something that is not defined, since the link is no string.");
+  } else if (opened.url.isNull()) {
+    printer.paragraph(kEffectIndent, asks + " no address, since the text is none: nothing opens.");
+  } else {
+    printer.paragraph(kEffectIndent, asks + ' ' + shown(opened.url) + ", which it can't.");
   }
-  return "";
-}
-
-std::string addressOf(const Outcome::Opened& opened) {
-  if (!opened.isDefined) return "no defined address, since the link is no text";
-  return opened.url.isNull() ? "nothing, since the text is no address" : shown(opened.url);
 }
 
 /// What was printed already need not be printed again.
@@ -158,7 +154,8 @@ void printAlert(const Outcome::Alert& alert, Printer& printer, Printed& printed)
     printer.paragraph(kEffectIndent, "The library shows the same alert.");
     return;
   }
-  printer.paragraph(kEffectIndent, "The library shows an alert:");
+  printer.paragraph(kEffectIndent,
+                    "The library shows an alert (not on the screen of an application that has scenes):");
   for (const std::string& row : box) printer.line(std::string(kBoxIndent, ' ') + row);
   printed.alert = box;
 }
@@ -173,22 +170,55 @@ void printReport(const Value& report, Printer& printer, Printed& printed) {
   printed.report = report;
 }
 
-void printPresentation(const Explained& explained, Printer& printer) {
-  const auto isForeground = [](const Situation& s) { return s.arrival == scenario::Arrival::foreground; };
-  const auto& all = explained.situations;
-  if (std::none_of(all.begin(), all.end(), isForeground)) return;
-  if (explained.outcome.presented) {
-    printer.paragraph(kEffectIndent, "The system is told to show it.");
-  } else if (std::all_of(all.begin(), all.end(), isForeground)) {
-    printer.paragraph(kEffectIndent, "The system is not told to show it.");
-  } else {
-    printer.paragraph(kEffectIndent, "In the foreground the system is not told to show it.");
+std::string shownBySystem(const SystemEffects& system) {
+  std::vector<std::string> effects;
+  if (system.showsAlert) effects.emplace_back("shows the notification");
+  if (system.badge) effects.push_back("sets the badge to " + std::to_string(*system.badge));
+  if (system.playsSound) effects.emplace_back("plays its sound");
+  std::string text;
+  for (std::size_t i = 0; i < effects.size(); ++i) {
+    const bool isLast = i + 1 == effects.size();
+    text += (i == 0 ? "" : isLast ? " and " : ", ") + effects[i];
+  }
+  return text;
+}
+
+/// What comes before the library has a say.
+void printSystem(const Explained& explained, Printer& printer) {
+  const Outcome& outcome = explained.outcome;
+  const Situation& situation = explained.situations.front();
+  const std::string effects = shownBySystem(outcome.system);
+  switch (momentOf(situation)) {
+    case Moment::foreground:
+      printer.paragraph(kEffectIndent, !outcome.presented ? "The system is not told to show it."
+                                       : outcome.system.showsAlert
+                                           ? "The system is told to show it."
+                                           : "The system is told to show it, and finds no text.");
+      return;
+    case Moment::secondCall:
+      printer.paragraph(kEffectIndent, std::string("The system also calls ") + kSecondCall +
+                                           "; if the host passes that on to the library:");
+      return;
+    case Moment::background:
+      printer.paragraph(kEffectIndent, effects.empty() ? "The system shows nothing."
+                                                       : "The system by itself " + effects + ".");
+      printer.paragraph(
+          kEffectIndent,
+          situation.arrival
+              ? std::string("It wakes the application and calls ") + kSecondCall +
+                    "; if the host passes that on to the library:"
+              : "The library hears nothing of it before a tap, and of a tap it takes only a link.");
+      return;
+    case Moment::tap:
+      printer.paragraph(kEffectIndent,
+                        outcome.system.showsAlert ? "The application opens." : "There is nothing to tap on.");
+      return;
   }
 }
 
 void printOutcome(const Explained& explained, Printer& printer, Printed& printed) {
   const Outcome& outcome = explained.outcome;
-  printPresentation(explained, printer);
+  printSystem(explained, printer);
   if (outcome.badge) {
     printer.paragraph(kEffectIndent, "The badge becomes " + std::to_string(*outcome.badge) + ".");
   }
@@ -197,36 +227,43 @@ void printOutcome(const Explained& explained, Printer& printer, Printed& printed
   for (const auto& [key, value] : outcome.stored) {
     printer.labelled(kEffectIndent, "Stored: " + key + " =", shown(value));
   }
-  for (const Outcome::Opened& opened : outcome.opened) {
-    printer.labelled(kEffectIndent, whenOf(opened.when), addressOf(opened));
-  }
+  for (const Outcome::Opened& opened : outcome.opened) printOpened(opened, printer);
   if (outcome.report) printReport(*outcome.report, printer, printed);
   if (outcome.raised) {
     printer.paragraph(kEffectIndent,
                       "THE APPLICATION ENDS, at " + *outcome.raised + " (" + reasonOf(*outcome.raised) + ")",
                       console::Style::red);
   }
-  if (outcome.events.empty()) printer.paragraph(kEffectIndent, "The library does nothing.");
+  const Situation& situation = explained.situations.front();
+  const bool isHeardOf =
+      situation.arrival && (situation.arrival != scenario::Arrival::tap || outcome.system.showsAlert);
+  const bool isIdle = outcome.events.size() == (outcome.presented ? 1 : 0);
+  if (isHeardOf && isIdle) printer.paragraph(kEffectIndent, "The library does nothing.");
 }
 
 void printExplanation(const PayloadReport& report, Printer& printer) {
   Printed printed;
+  bool hasSwitch = false;
   for (const Explained& explained : report.explanation) {
-    for (const std::string& title : titlesOf(explained.situations)) {
-      printer.paragraph(kSituationIndent, title, console::Style::bold);
-    }
+    printer.paragraph(kSituationIndent, titleOf(explained.situations), console::Style::bold);
     printOutcome(explained, printer, printed);
     printer.line();
+    hasSwitch = hasSwitch || dependsOnSwitch(explained.situations);
   }
+  if (!hasSwitch) return;
+  printer.paragraph(kSituationIndent,
+                    "\"switch\" is what the host gave activePushNotificationsInForegroundApp:, off at first.",
+                    console::Style::dim);
+  printer.line();
 }
 
 void printFinding(const PayloadReport& report, const Finding& finding, Printer& printer) {
   const std::string place = report.file + ':' + std::to_string(finding.place.line) + ':' +
                             std::to_string(finding.place.column) + ": ";
   const console::Terminal& terminal = printer.terminal();
-  printer.line(place + terminal.styled(styleOf(finding.severity), nameOf(finding.severity)) + ": " +
-               console::harmless(finding.message) + ' ' +
-               terminal.styled(console::Style::dim, "[" + finding.code + "]"));
+  printer.line(place + terminal.styled(styleOf(finding.rule->severity), nameOf(finding.rule->severity)) +
+               ": " + console::harmless(finding.message) + ' ' +
+               terminal.styled(console::Style::dim, "[" + std::string(finding.rule->code) + "]"));
   if (!finding.path.empty()) printer.labelled(4, "at", console::harmless(finding.path));
   printer.paragraph(4, console::harmless(finding.consequence));
   printer.labelled(4, "Mend:", console::harmless(finding.remedy));
@@ -257,8 +294,17 @@ void print(const PayloadReport& report, const console::Terminal& terminal, std::
                       "Too large to be delivered to the simulated phone: it was only checked.");
     printer.line();
   }
+  const auto isRefusal = [](const Finding& finding) { return finding.rule == &rules::tooLarge; };
+  for (const Finding& finding : report.findings.shown) {
+    if (!isRefusal(finding)) continue;
+    printFinding(report, finding, printer);
+    printer.line();
+    if (!report.explanation.empty()) printer.paragraph(kSituationIndent, "If it were carried:");
+  }
   printExplanation(report, printer);
-  for (const Finding& finding : report.findings.shown) printFinding(report, finding, printer);
+  for (const Finding& finding : report.findings.shown) {
+    if (!isRefusal(finding)) printFinding(report, finding, printer);
+  }
   if (report.findings.leftOut != 0) {
     printer.line(console::counted(report.findings.leftOut, "more finding") + " left out.");
   }

@@ -16,8 +16,6 @@ const char* nameOf(Severity severity) {
 
 const char* nameOf(Outcome::When when) {
   switch (when) {
-    case Outcome::When::atOnce:
-      return "atOnce";
     case Outcome::When::onOK:
       return "onOK";
     case Outcome::When::oneSecondLater:

@@ -1,0 +1,122 @@
+#include "console/wording.h"
+#include "json/write.h"
+#include "lint/judges.h"
+#include "notifications/payload_keys.h"
+
+namespace quorvantis::lint {
+
+namespace {
+
+using json::Dictionary;
+using json::Value;
+
+constexpr const char* kSecondCall = "application:didReceiveRemoteNotification:fetchCompletionHandler:";
+
+void judgeFlagBesideAlert(const Dictionary& aps, Reporter& reporter) {
+  const auto flag = aps.find(payload::contentAvailable.text());
+  if (flag == aps.end()) return;
+  const std::string pointer = inAps(flag->first);
+  if (wakes(aps)) {
+    return reporter.report(
+        rules::handledBySecondCall, pointer,
+        {R"("content-available": 1 in a notification with an alert)",
+         std::string("In the foreground, too, the library handles it by the system's second call alone: in a "
+                     "host that does not pass ") +
+             kSecondCall + " to the library nothing is set, shown, stored or reported.",
+         "See that every version of the application passes that call on, or take it out."});
+  }
+  reporter.report(
+      rules::notHandledInForeground, pointer,
+      {"\"content-available\" is " + console::shortened(json::write(flag->second)) +
+           " in a notification with an alert",
+       "Whatever its value, the library does not handle the notification when it arrives in the "
+       "foreground: no badge, no alert, no report. With any value but 1 nothing else hands it on.",
+       "Take it out.",
+       {reporter.document().remove(pointer)}});
+}
+
+void judgeAlertPath(const Dictionary& aps, const Value& alert, Reporter& reporter) {
+  if (aps.contains(payload::contentAvailable.text()) && !wakes(aps)) reporter.neverHandled();
+  const std::string pointer = inAps(payload::alert.text());
+  const auto type = aps.find(payload::type.text());
+  if (const auto* dictionary = alert.get<Dictionary>()) {
+    const bool isLink = type != aps.end() && type->second == Value(payload::typeOpenURL.text());
+    judgeAlert(*dictionary, isLink, reporter);
+  } else if (const auto* text = alert.get<std::string>()) {
+    const Dictionary object{{std::string(payload::body.text()), *text}};
+    reporter.report(
+        rules::alertIsText, pointer,
+        {"\"alert\" " + mustBe(alert, "an object"),
+         reporter.raising("The library looks for keys in it"),
+         "Make it an object: \"alert\": {\"body\": " + json::write(console::shortened(*text)) + "}.",
+         {reporter.document().replaceValue(pointer, object)}});
+  } else {
+    reporter.report(
+        rules::alertIsNoObject, pointer,
+        {"\"alert\" " + mustBe(alert, "an object"), reporter.raising("The library looks for keys in it"),
+         R"(Make it an object, "alert": {"title": …, "body": …}, or leave it out for a silent notification.)"});
+  }
+  judgeFlagBesideAlert(aps, reporter);
+  if (const auto badge = aps.find(payload::badge.text()); badge != aps.end())
+    judgeBadge(badge->second, reporter);
+  judgeType(aps, reporter);
+}
+
+void reportWakesNobody(const Dictionary& aps, Reporter& reporter) {
+  const std::string_view key = payload::contentAvailable.text();
+  const bool isThere = aps.contains(key);
+  const PayloadDocument& document = reporter.document();
+  reporter.report(
+      rules::wakesNobody, isThere ? inAps(key) : "/aps",
+      {R"(neither "alert" nor "content-available": 1)",
+       "In the background the system does what it does by itself (badge, sound) and does not wake the "
+       "application, so the library does not hear of it.",
+       R"(Write "content-available": 1, if the application is to hear of it.)",
+       {isThere ? document.replaceValue(inAps(key), 1)
+                : document.insert("/aps", R"("content-available": 1)")}});
+}
+
+void judgeSilentPath(const Dictionary& aps, Reporter& reporter) {
+  const bool clashes = aps.contains(payload::type.text()) && aps.contains(payload::customType.text());
+  if (clashes) {
+    reporter.report(
+        rules::customTypeClash, inAps(payload::customType.text()),
+        {R"("type" and "customType" in one silent notification)",
+         R"(Both are reported under "customType", so one of them is lost; which one is not defined.)",
+         "Give one of them another name."});
+  }
+  const auto unused = [&](const Rule& rule, const auto& key, const std::string& consequence) {
+    if (!aps.contains(key.text())) return;
+    reporter.report(rule, inAps(key.text()),
+                    {json::write(key.text()) + " in a silent notification", consequence,
+                     R"(Add an "alert" for the library to act on it, if that is what is meant.)"});
+  };
+  if (!clashes) {
+    unused(rules::unusedOnSilent, payload::type,
+           R"(The library does not act on it; the host finds it in the report as "customType".)");
+  }
+  unused(rules::unusedOnSilent, payload::urlnoti,
+         "The library opens nothing; the host finds it in the report.");
+  unused(rules::badgeBySystem, payload::badge,
+         "Only the system sets it, in the background; the host finds it in the report.");
+  if (!wakes(aps)) reportWakesNobody(aps, reporter);
+}
+
+}  // namespace
+
+bool wakes(const Dictionary& aps) {
+  const auto flag = aps.find(payload::contentAvailable.text());
+  return flag != aps.end() && flag->second == Value(1);
+}
+
+void judgeAps(const Dictionary& aps, Reporter& reporter) {
+  judgeKeys(aps, reporter);
+  const auto alert = aps.find(payload::alert.text());
+  if (alert == aps.end()) {
+    judgeSilentPath(aps, reporter);
+  } else {
+    judgeAlertPath(aps, alert->second, reporter);
+  }
+}
+
+}  // namespace quorvantis::lint

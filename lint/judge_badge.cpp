@@ -1,0 +1,57 @@
+#include <cmath>
+
+#include "device/text.h"
+#include "lint/judges.h"
+#include "notifications/payload_keys.h"
+
+namespace quorvantis::lint {
+
+namespace {
+
+using json::Value;
+
+void reportBadgeConverted(const Value& badge, std::int64_t taken, bool isInRange, Reporter& reporter) {
+  const std::string pointer = inAps(payload::badge.text());
+  Reporter::Wording wording{
+      isInRange ? "\"badge\" " + mustBe(badge, "a whole number") : "\"badge\" is a number beyond 64 bits",
+      "It is taken for " + std::to_string(taken) + ".", "Write the number that is meant."};
+  if (isInRange) {
+    wording.remedy = "Write " + std::to_string(taken) + ", if that is what is meant.";
+    wording.edits = {reporter.document().replaceValue(pointer, taken)};
+  }
+  reporter.report(rules::badgeConverted, pointer, std::move(wording));
+}
+
+}  // namespace
+
+void judgeBadge(const Value& badge, Reporter& reporter) {
+  const std::string pointer = inAps(payload::badge.text());
+  constexpr double kBeyond64Bits = 9223372036854775808.0;  // 2^63
+  std::int64_t taken = 0;
+  if (const auto* whole = badge.get<std::int64_t>()) {
+    taken = *whole;
+  } else if (const auto* text = badge.get<std::string>()) {
+    taken = device::integerValue(*text);
+    return reportBadgeConverted(badge, taken, true, reporter);
+  } else if (const auto* real = badge.get<double>()) {
+    taken = device::integerValue(*real);
+    const bool isInRange = std::fabs(*real) < kBeyond64Bits;
+    if (!isInRange || *real != static_cast<double>(taken)) {
+      return reportBadgeConverted(badge, taken, isInRange, reporter);
+    }
+  } else if (const auto* boolean = badge.get<bool>()) {
+    return reportBadgeConverted(badge, *boolean ? 1 : 0, true, reporter);
+  } else {
+    return reporter.report(rules::badgeIsNoNumber, pointer,
+                           {"\"badge\" " + mustBe(badge, "a number"),
+                            reporter.raising("The library asks it for its whole number"),
+                            "Make it a whole number; 0 takes the badge off the icon."});
+  }
+  if (taken >= 0) return;
+  reporter.report(rules::badgeBelowZero, pointer,
+                  {"\"badge\" is " + std::to_string(taken) + ", below 0",
+                   "It is handed to the system as it is; what the system shows then is not documented.",
+                   "Write 0 to take the badge off the icon, or the number that is meant."});
+}
+
+}  // namespace quorvantis::lint

@@ -1,0 +1,149 @@
+#include <algorithm>
+
+#include "console/near_text.h"
+#include "console/wording.h"
+#include "device/settings.h"
+#include "json/write.h"
+#include "lint/judges.h"
+#include "notifications/payload_keys.h"
+
+namespace quorvantis::lint {
+
+namespace {
+
+using json::Dictionary;
+
+std::string pointerOfType() {
+  return inAps(payload::type.text());
+}
+
+void reportUnknown(const std::string& type, Reporter& reporter) {
+  const auto meant = console::nearestTo(type, payload::types);
+  Reporter::Wording wording{
+      json::write(console::shortened(type)) + " is none of the library's types",
+      "The notification is shown, its badge set and the report made, with this type, and that is all: no "
+      "vibration, no link, nothing stored.",
+      "Known are " + console::listed(payload::types) +
+          R"(. To have the extras reported without a type, leave "type" out.)"};
+  if (meant) {
+    wording.remedy =
+        "Write " + json::write(*meant) + ", if that is what is meant; every letter and blank counts.";
+    wording.edits = {reporter.document().replaceValue(pointerOfType(), *meant)};
+  }
+  reporter.report(rules::unknownType, pointerOfType(), std::move(wording));
+}
+
+/// Without the flag that has the system wake the application. With another value the library never hears of
+/// it, which is a finding of its own.
+bool isForForegroundOnly(const Dictionary& aps) {
+  return !aps.contains(payload::contentAvailable.text());
+}
+
+Reporter::Wording wordingOfForegroundOnly(const std::string& message, const std::string& who,
+                                          Reporter& reporter) {
+  return {
+      message,
+      who + " In the background the library hears nothing until a tap, and of a tap it takes only a link.",
+      R"(Add "content-available": 1, and have the host pass the system's background call to the library.)",
+      {reporter.document().insert("/aps", R"("content-available": 1)")}};
+}
+
+void judgeStoredExtras(const Dictionary& aps, Reporter& reporter) {
+  bool isOneThere = false;
+  bool areStored = true;
+  for (const auto& extra : payload::extras) {
+    const auto entry = aps.find(extra.text());
+    if (entry == aps.end()) continue;
+    isOneThere = true;
+    if (device::isPropertyList(entry->second)) continue;
+    areStored = false;
+    const std::string pointer = inAps(extra.text());
+    const std::string* null = reporter.document().firstNullIn(pointer + '/');
+    reporter.report(rules::extraRejected, null != nullptr ? *null : pointer,
+                    {"a null in what is to be stored", reporter.raising("The settings take no null"),
+                     "Leave it out, or send an empty string."});
+  }
+  if (!isOneThere) {
+    reporter.report(rules::extrasMissing, pointerOfType(),
+                    {R"(the type stores extras, and there are none in "aps")",
+                     "Nothing is stored; what an earlier notification stored stays.",
+                     R"(Add "extra1" to "extra5", as many as are needed.)"});
+  } else if (areStored && isForForegroundOnly(aps)) {
+    reporter.report(rules::storedInForegroundOnly, pointerOfType(),
+                    wordingOfForegroundOnly(
+                        "the extras are stored only in the foreground",
+                        "Only an application that is in front when it arrives stores them.", reporter));
+  }
+}
+
+void judgeUntyped(const Dictionary& aps, Reporter& reporter) {
+  const auto extra = std::find_if(payload::extras.begin(), payload::extras.end(),
+                                  [&](const auto& key) { return aps.contains(key.text()); });
+  if (extra == payload::extras.end() || !isForForegroundOnly(aps)) return;
+  reporter.report(
+      rules::reportedInForegroundOnly, inAps(extra->text()),
+      wordingOfForegroundOnly("the extras are reported only in the foreground",
+                              "Only an application that is in front when it arrives gets them.", reporter));
+}
+
+void judgeUnusedLink(const Dictionary& aps, Reporter& reporter) {
+  if (!aps.contains(payload::urlnoti.text())) return;
+  reporter.report(
+      rules::unusedLink, inAps(payload::urlnoti.text()),
+      {"\"urlnoti\" in a notification that opens no link", "The link is lost without a word.",
+       "Give it the \"type\" " + json::write(payload::typeOpenURL.text()) + ", or take the link out."});
+}
+
+void judgeUnusedExtras(const Dictionary& aps, const std::string& type, Reporter& reporter) {
+  for (const auto& extra : payload::extras) {
+    if (!aps.contains(extra.text())) continue;
+    reporter.report(rules::unusedExtra, inAps(extra.text()),
+                    {json::write(extra.text()) + " in a notification of the type " +
+                         json::write(console::shortened(type)),
+                     "It is lost without a word: neither stored nor reported to the host.",
+                     "Leave \"type\" out to have it reported, or use " +
+                         json::write(payload::typeExtras.text()) + " to have it stored."});
+  }
+}
+
+void judgeLinkOf(const Dictionary& aps, Reporter& reporter) {
+  const auto link = aps.find(payload::urlnoti.text());
+  if (link != aps.end()) return judgeLink(link->second, reporter);
+  reporter.report(rules::linkMissing, pointerOfType(),
+                  {R"(the type opens a link, and there is no "urlnoti" in "aps")",
+                   "Nothing is shown in the application, and nothing opens.",
+                   R"(Put the link's whole address under "urlnoti", beside "type".)"});
+}
+
+}  // namespace
+
+void judgeType(const Dictionary& aps, Reporter& reporter) {
+  const auto type = aps.find(payload::type.text());
+  if (type == aps.end()) {
+    judgeUnusedLink(aps, reporter);
+    return judgeUntyped(aps, reporter);
+  }
+  const auto* text = type->second.get<std::string>();
+  if (text == nullptr) {
+    return reporter.report(rules::typeIsNoText, pointerOfType(),
+                           {"\"type\" " + mustBe(type->second, "a string"),
+                            "The library compares it with the types that it knows, which raises: the "
+                            "application ends.",
+                            "Make it one of the library's types, or leave it out."});
+  }
+  if (std::find(payload::types.begin(), payload::types.end(), *text) == payload::types.end()) {
+    reportUnknown(*text, reporter);
+  }
+  if (*text == payload::typeOpenURL.text()) {
+    judgeLinkOf(aps, reporter);
+  } else {
+    judgeUnusedLink(aps, reporter);
+  }
+  if (*text == payload::typeExtras.text()) {
+    judgeStoredExtras(aps, reporter);
+  } else {
+    judgeUnusedExtras(aps, *text, reporter);
+  }
+}
+
+}  // namespace quorvantis::lint

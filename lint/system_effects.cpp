@@ -1,0 +1,52 @@
+#include "lint/system_effects.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "device/text.h"
+#include "notifications/payload_keys.h"
+
+namespace quorvantis::lint {
+
+namespace {
+
+using json::Value;
+
+bool isText(const Value* value) {
+  const auto* text = value == nullptr ? nullptr : value->get<std::string>();
+  return text != nullptr && !text->empty();
+}
+
+const Value* inAps(const json::Dictionary& payload, std::string_view key) {
+  const auto aps = payload.find(payload::aps.text());
+  return aps == payload.end() ? nullptr : aps->second.find(key);
+}
+
+std::optional<std::int64_t> badgeIn(const json::Dictionary& payload) {
+  const Value* badge = inAps(payload, payload::badge.text());
+  if (badge == nullptr) return std::nullopt;
+  if (const auto* whole = badge->get<std::int64_t>()) return *whole;
+  const auto* real = badge->get<double>();
+  return real != nullptr ? std::optional(device::integerValue(*real)) : std::nullopt;
+}
+
+}  // namespace
+
+bool hasTextToShow(const json::Dictionary& payload) {
+  constexpr std::array<std::string_view, 6> kShown{"title",         "body",    "subtitle",
+                                                   "title-loc-key", "loc-key", "subtitle-loc-key"};
+  const Value* alert = inAps(payload, payload::alert.text());
+  if (alert == nullptr) return false;
+  return isText(alert) || std::any_of(kShown.begin(), kShown.end(),
+                                      [&](std::string_view key) { return isText(alert->find(key)); });
+}
+
+SystemEffects effectsInBackground(const json::Dictionary& payload) {
+  const Value* sound = inAps(payload, "sound");
+  const bool playsSound = isText(sound) || (sound != nullptr && isText(sound->find("name")));
+  return {hasTextToShow(payload), badgeIn(payload), playsSound};
+}
+
+}  // namespace quorvantis::lint
