@@ -1,12 +1,15 @@
 // Steps that are played one at a time, as a person asks for them.
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <string>
 
 #include "json/write.h"
 #include "scenario/host.h"
 #include "scenario/player.h"
+#include "scenario/step_table.h"
 
 namespace quorvantis::scenario {
 namespace {
@@ -61,6 +64,37 @@ TEST(SteppedPhone, WaitsForAPersonsAnswerAndGoesOnAsAScenarioWould) {
       lines += phone.takeLines();
     }
     EXPECT_EQ(lines, played({kHost, kActivate, answer, kAdvance, kTap, kAdvance}));
+  }
+}
+
+TEST(StepTable, IsInTheDocument) {
+  std::string expected;
+  const auto row = [&](const std::string& step, const std::string& key, const std::string& value,
+                       const std::string& about) {
+    for (const std::string& cell : {step, key, value, about})
+      expected += (cell.empty() ? "| " : "| " + cell + ' ');
+    expected += "|\n";
+  };
+  for (const StepRow& step : stepTable()) {
+    std::string name = json::write(step.name);
+    if (step.variant) name += ", " + json::write(step.variant->key) + ": " + json::write(step.variant->value);
+    row(name, "", "", step.about);
+    for (const KeyFacts& key : step.keys()) {
+      row("", json::write(key.name), key.kind.description, key.isRequired ? "required" : "");
+    }
+  }
+  std::ifstream document(QUORVANTIS_SCENARIOS_DOCUMENT);
+  std::string found;
+  std::string line;
+  while (std::getline(document, line) && line != "| Step | Key | Its value | |") {
+  }
+  std::getline(document, line);
+  while (std::getline(document, line) && !line.empty()) found += line + '\n';
+  EXPECT_EQ(found, expected);
+
+  std::string rest(std::istreambuf_iterator<char>(document), {});
+  for (const auto& fault : kNamed<Fault>) {
+    EXPECT_NE(rest.find("\n| \"" + std::string(fault.name) + "\" |"), std::string::npos) << fault.name;
   }
 }
 
