@@ -13,6 +13,11 @@ bool isUTF8(std::string_view bytes);
 /// nothing.
 std::optional<char32_t> takeCharacter(std::string_view& bytes);
 
+/// The bytes without the byte order mark that they may begin with.
+constexpr std::string_view withoutByteOrderMark(std::string_view bytes) {
+  return bytes.starts_with("\xEF\xBB\xBF") ? bytes.substr(3) : bytes;
+}
+
 /// Whether a byte of a text goes on with a character that began before it.
 constexpr bool isContinuation(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;

@@ -11,6 +11,7 @@ struct KindNamer {
   std::string operator()(std::nullptr_t) const { return "null"; }
   std::string operator()(bool boolean) const { return boolean ? "true" : "false"; }
   std::string operator()(std::int64_t) const { return "a number"; }
+  std::string operator()(std::uint64_t) const { return "a number"; }
   std::string operator()(double) const { return "a number"; }
   std::string operator()(const std::string&) const { return "a string"; }
   std::string operator()(const json::Data&) const { return "data"; }

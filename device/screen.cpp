@@ -25,6 +25,11 @@ void Screen::hide(int number) {
   alerts_.erase(number);
 }
 
+const Alert* Screen::find(int number) const {
+  const auto alert = alerts_.find(number);
+  return alert == alerts_.end() ? nullptr : &alert->second;
+}
+
 std::vector<int> Screen::alerts() const {
   std::vector<int> numbers;
   for (const auto& [number, alert] : alerts_) numbers.push_back(number);

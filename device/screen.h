@@ -10,10 +10,21 @@
 
 namespace quorvantis::device {
 
+/// A place on the screen, in points.
+struct Frame {
+  double x = 0, y = 0, width = 0, height = 0;
+
+  friend bool operator==(const Frame&, const Frame&) = default;
+};
+
+inline constexpr Frame kScreenBounds{0, 0, 390, 844};
+
 struct Alert {
   json::Value title, message;  ///< null: none
   std::vector<std::string> buttons;
   double windowLevel = 0;
+  Frame windowFrame;
+  bool animated = false;
   std::function<void()> onTap;  ///< the first button's; let go after the alert was dismissed
 };
 
@@ -33,6 +44,9 @@ class Screen {
 
   /// The alert's window is hidden.
   void hide(int number);
+
+  /// The alert of that number, nullptr when it is not on screen. Valid until the next call.
+  [[nodiscard]] const Alert* find(int number) const;
 
   /// Numbers of the alerts that wait for a tap.
   [[nodiscard]] std::vector<int> alerts() const;

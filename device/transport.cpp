@@ -252,8 +252,7 @@ void Transport::Connection::configure(const Target& target, const std::string& a
   set(handle, CURLOPT_HTTP_VERSION, long{CURL_HTTP_VERSION_1_1});
   set(handle, CURLOPT_FOLLOWLOCATION, 0L);
   set(handle, CURLOPT_HTTP_CONTENT_DECODING, 0L);
-  set(handle, CURLOPT_PROXY, "");
-  set(handle, CURLOPT_NOPROXY, "*");
+  set(handle, CURLOPT_PROXY, "");  // none, whatever the environment names
   set(handle, CURLOPT_NOSIGNAL, 1L);
 
   set(handle, CURLOPT_SSLVERSION, long{CURL_SSLVERSION_TLSv1_2});

@@ -26,6 +26,20 @@ Push::Push(void* front) : UIResponder(front) {}
 
 Push::~Push() = default;
 
+void Push::emptyFields() {
+  appHash_ = nullptr;
+  TAG = nullptr;
+  registerLib = nullptr;
+  recogidaDatos = {};
+  dirAAbrir = nullptr;
+  pushVersion = nullptr;
+  valorConexion = nullptr;
+  urlConexion = nullptr;
+  conn = nullptr;
+  responseData = nullptr;
+  aplication = nullptr;
+}
+
 void Push::init() {
   activeInForegroundApp = false;
   pushVersion = NSBundle::bundleForClass({"Push"})
@@ -53,7 +67,7 @@ void Push::activePushNotificationsInForegroundApp(bool active) {
 bool Push::checkAppHash() {
   if (!appHash_ || appHash_.isEqualToString(kEmpty)) {
     const NSString& text = kNoHash;
-    sendIfResponds(delegate_, callbacks::OnError::selector, text);
+    callbacks::sendIfResponds(delegate_, callbacks::onError, text);
     return false;
   }
   NSUserDefaults::standardUserDefaults().setObject(appHash_, settings_keys::pushAppHash);
@@ -69,11 +83,11 @@ NSString Push::getVersion() {
 }
 
 bool Push::respondsToSelector(platform::Selector selector) const {
-  return callbacks::implements<Push>(selector);
+  return callbacks::All::implements<Push>(selector);
 }
 
 void Push::performSelector(platform::Selector selector, const Object& withObject) {
-  callbacks::perform(*this, selector, withObject);
+  callbacks::All::perform(*this, selector, withObject);
 }
 
 }  // namespace quorvantis

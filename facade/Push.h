@@ -110,13 +110,14 @@ class QUORVANTIS_PUSH_API Push : public platform::UIResponder,
   void performSelector(platform::Selector selector, const platform::Object& withObject) override;
 
  protected:
+  void emptyFields() override;
+
   /// The name of the object's class, as log lines show it.
   [[nodiscard]] virtual platform::NSString className() const;
 
   /// The initialised registration client.
   [[nodiscard]] virtual platform::Ref<PushRequestData> makePushRequestData();
 
-  // Destruction lets go of the fields in reverse order.
   platform::UIApplication aplication;
   platform::NSMutableData responseData;
   platform::NSURLConnection conn;

@@ -11,10 +11,11 @@
 #include <type_traits>
 
 #include "platform/NSDictionary.h"
+#include "registration/callbacks.h"
 
 namespace quorvantis {
 
-/// Each callback by what the platform calls it, its member's name and its argument. The argument may be nil
+/// Each callback by what the platform calls it, its argument and its member's name. The argument may be nil
 /// where the callback's own comment says so.
 namespace callbacks {
 
@@ -22,60 +23,52 @@ namespace callbacks {
 /// gave empty data (system version 13.0 or newer).
 struct OnGetToken {
   using Argument = platform::NSString;
-  static constexpr platform::Selector selector{"onGetToken:"};
+  static constexpr platform::Selector selector = onGetToken;
   struct Name {
     int onGetToken;
   };
-  template <class T>
-  static auto member() -> decltype(&T::onGetToken);
-  template <class T>
-  static auto send(T& host, const Argument& token) -> decltype(host.onGetToken(token), void()) {
-    host.onGetToken(token);
+  static auto member(auto& host) -> decltype(&std::remove_reference_t<decltype(host)>::onGetToken);
+  static auto send(auto& host, const Argument& token) -> decltype(host.onGetToken(token)) {
+    return host.onGetToken(token);
   }
 };
 
 /// A remote notification was handled: an immutable dictionary that tells of it.
 struct OnReceiveNotification {
   using Argument = platform::NSDictionary;
-  static constexpr platform::Selector selector{"onReceiveNotification:"};
+  static constexpr platform::Selector selector = onReceiveNotification;
   struct Name {
     int onReceiveNotification;
   };
-  template <class T>
-  static auto member() -> decltype(&T::onReceiveNotification);
-  template <class T>
-  static auto send(T& host, const Argument& report) -> decltype(host.onReceiveNotification(report), void()) {
-    host.onReceiveNotification(report);
+  static auto member(auto& host) -> decltype(&std::remove_reference_t<decltype(host)>::onReceiveNotification);
+  static auto send(auto& host, const Argument& report) -> decltype(host.onReceiveNotification(report)) {
+    return host.onReceiveNotification(report);
   }
 };
 
 /// The push server registered the token: its answer's "token", of whatever type, nil when it had none.
 struct OnRegisterToken {
   using Argument = platform::Object;
-  static constexpr platform::Selector selector{"onRegisterToken:"};
+  static constexpr platform::Selector selector = onRegisterToken;
   struct Name {
     int onRegisterToken;
   };
-  template <class T>
-  static auto member() -> decltype(&T::onRegisterToken);
-  template <class T>
-  static auto send(T& host, const Argument& token) -> decltype(host.onRegisterToken(token), void()) {
-    host.onRegisterToken(token);
+  static auto member(auto& host) -> decltype(&std::remove_reference_t<decltype(host)>::onRegisterToken);
+  static auto send(auto& host, const Argument& token) -> decltype(host.onRegisterToken(token)) {
+    return host.onRegisterToken(token);
   }
 };
 
 /// The push server changed the token: as OnRegisterToken.
 struct OnUpdateToken {
   using Argument = platform::Object;
-  static constexpr platform::Selector selector{"onUpdateToken:"};
+  static constexpr platform::Selector selector = onUpdateToken;
   struct Name {
     int onUpdateToken;
   };
-  template <class T>
-  static auto member() -> decltype(&T::onUpdateToken);
-  template <class T>
-  static auto send(T& host, const Argument& token) -> decltype(host.onUpdateToken(token), void()) {
-    host.onUpdateToken(token);
+  static auto member(auto& host) -> decltype(&std::remove_reference_t<decltype(host)>::onUpdateToken);
+  static auto send(auto& host, const Argument& token) -> decltype(host.onUpdateToken(token)) {
+    return host.onUpdateToken(token);
   }
 };
 
@@ -83,15 +76,13 @@ struct OnUpdateToken {
 /// whatever type the server's answer gave, or nil.
 struct OnError {
   using Argument = platform::Object;
-  static constexpr platform::Selector selector{"onError:"};
+  static constexpr platform::Selector selector = onError;
   struct Name {
     int onError;
   };
-  template <class T>
-  static auto member() -> decltype(&T::onError);
-  template <class T>
-  static auto send(T& host, const Argument& error) -> decltype(host.onError(error), void()) {
-    host.onError(error);
+  static auto member(auto& host) -> decltype(&std::remove_reference_t<decltype(host)>::onError);
+  static auto send(auto& host, const Argument& error) -> decltype(host.onError(error)) {
+    return host.onError(error);
   }
 };
 
@@ -107,51 +98,44 @@ struct WithName : T, Callback::Name {};
 /// The class has a member of the callback's name, of whatever kind: with a second one beside it the name is
 /// ambiguous.
 template <class Callback, class T>
-concept Names = (std::is_final_v<T> && requires { Callback::template member<T>(); }) ||
-                (!std::is_final_v<T> && !requires { Callback::template member<WithName<Callback, T>>(); });
+concept Names = (std::is_final_v<T> && requires(T & host) { Callback::member(host); }) ||
+                (!std::is_final_v<T> && !requires(WithName<Callback, T> & both) { Callback::member(both); });
 
-template <class Callback, class T>
-inline constexpr bool isWellFormed = !Names<Callback, T> || Has<Callback, T>;
+template <class... Callbacks>
+struct SetOf {
+  template <class T>
+  static constexpr bool hasAny = (Has<Callbacks, T> || ...);
 
-template <class T>
-inline constexpr bool hasAny = Has<OnGetToken, T> || Has<OnReceiveNotification, T> ||
-                               Has<OnRegisterToken, T> || Has<OnUpdateToken, T> || Has<OnError, T>;
+  template <class T>
+  static constexpr bool areWellFormed = ((!Names<Callbacks, T> || Has<Callbacks, T>)&&...);
 
-template <class T>
-inline constexpr bool areWellFormed = isWellFormed<OnGetToken, T>&& isWellFormed<OnReceiveNotification, T>&&
-    isWellFormed<OnRegisterToken, T>&& isWellFormed<OnUpdateToken, T>&& isWellFormed<OnError, T>;
-
-/// Whether the class has the callback of that selector.
-template <class T>
-bool implements(platform::Selector selector) {
-  return (Has<OnGetToken, T> && selector == OnGetToken::selector) ||
-         (Has<OnReceiveNotification, T> && selector == OnReceiveNotification::selector) ||
-         (Has<OnRegisterToken, T> && selector == OnRegisterToken::selector) ||
-         (Has<OnUpdateToken, T> && selector == OnUpdateToken::selector) ||
-         (Has<OnError, T> && selector == OnError::selector);
-}
-
-template <class Callback, class T>
-bool sendIf(T& host, platform::Selector selector, const platform::Object& argument) {
-  if constexpr (Has<Callback, T>) {
-    if (selector == Callback::selector) {
-      Callback::send(host, argument.as<typename Callback::Argument>());
-      return true;
-    }
+  /// Whether the class has the callback of that selector.
+  template <class T>
+  static bool implements(platform::Selector selector) {
+    return ((Has<Callbacks, T> && selector == Callbacks::selector) || ...);
   }
-  return false;
-}
 
-/// Calls the member of that selector. Raises if the class has none.
-template <class T>
-void perform(T& host, platform::Selector selector, const platform::Object& argument) {
-  const bool sent = sendIf<OnGetToken>(host, selector, argument) ||
-                    sendIf<OnReceiveNotification>(host, selector, argument) ||
-                    sendIf<OnRegisterToken>(host, selector, argument) ||
-                    sendIf<OnUpdateToken>(host, selector, argument) ||
-                    sendIf<OnError>(host, selector, argument);
-  if (!sent) platform::doesNotRecognizeSelector(selector);
-}
+  /// Calls the member of that selector. Raises if the class has none.
+  template <class T>
+  static void perform(T& host, platform::Selector selector, const platform::Object& argument) {
+    const bool sent = (sendIf<Callbacks>(host, selector, argument) || ...);
+    if (!sent) platform::doesNotRecognizeSelector(selector);
+  }
+
+ private:
+  template <class Callback, class T>
+  static bool sendIf(T& host, platform::Selector selector, const platform::Object& argument) {
+    if constexpr (Has<Callback, T>) {
+      if (selector == Callback::selector) {
+        Callback::send(host, argument.as<typename Callback::Argument>());
+        return true;
+      }
+    }
+    return false;
+  }
+};
+
+using All = SetOf<OnGetToken, OnReceiveNotification, OnRegisterToken, OnUpdateToken, OnError>;
 
 }  // namespace callbacks
 
@@ -173,10 +157,10 @@ class PushDelegate {
   requires std::is_class_v<T> &&
       (!std::is_same_v<T, PushDelegate>)PushDelegate(T& host)  // NOLINT(google-explicit-constructor)
       : object_(&host), table_(&tableOf<T>) {
-    static_assert(callbacks::areWellFormed<T>,
+    static_assert(callbacks::All::areWellFormed<T>,
                   "a callback of this delegate can't be called with the argument that the library sends");
     static_assert(
-        callbacks::hasAny<T>,
+        callbacks::All::hasAny<T>,
         "this class has none of the five callbacks; PushDelegate::withoutCallbacks() says that on purpose");
   }
 
@@ -210,7 +194,7 @@ class PushDelegate {
     if constexpr (requires(T & host) { bool(host.respondsToSelector(selector)); }) {
       return static_cast<T*>(object)->respondsToSelector(selector);
     } else {
-      return callbacks::implements<T>(selector);
+      return callbacks::All::implements<T>(selector);
     }
   }
 
@@ -218,17 +202,11 @@ class PushDelegate {
   static constexpr Table tableOf{
       &responds<T>, [](void* object, platform::Selector selector, const platform::Object& argument) {
         if (!responds<T>(object, selector)) platform::doesNotRecognizeSelector(selector);
-        callbacks::perform(*static_cast<T*>(object), selector, argument);
+        callbacks::All::perform(*static_cast<T*>(object), selector, argument);
       }};
 
   void* object_ = nullptr;
   const Table* table_ = nullptr;
 };
-
-/// The two steps of a guarded send: ask, then send. For every kind of delegate.
-template <class Delegate>
-void sendIfResponds(const Delegate& delegate, platform::Selector selector, const platform::Object& argument) {
-  if (delegate.respondsToSelector(selector)) delegate.performSelector(selector, argument);
-}
 
 }  // namespace quorvantis

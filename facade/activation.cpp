@@ -51,7 +51,7 @@ NSString withoutPunctuation(const NSString& description) {
 void Push::activePushNotifications(std::uint8_t activate) {
   if (systemIsOlderThan(kOldestSystem)) {
     const NSString& text = kSystemTooOld;
-    delegate_.performSelector(callbacks::OnError::selector, text);
+    delegate_.performSelector(callbacks::onError, text);
     return;
   }
   if (activate != 1) return;
@@ -66,7 +66,7 @@ void Push::activePushNotifications(std::uint8_t activate) {
 void Push::registerFinish() {
   if (systemIsOlderThan(kOldestSystem)) {
     const NSString& text = kSystemTooOld;
-    delegate_.performSelector(callbacks::OnError::selector, text);
+    delegate_.performSelector(callbacks::onError, text);
     return;
   }
   const UNUserNotificationCenter center = UNUserNotificationCenter::currentNotificationCenter();
@@ -87,7 +87,7 @@ void Push::registerForRemoteNotificationsWithDeviceToken(const NSData& deviceTok
   const NSString token = systemIsOlderThan(kFirstSystemWithOpaqueData)
                              ? withoutPunctuation(deviceToken.description())
                              : hexadecimalStringFromData(deviceToken);
-  sendIfResponds(delegate_, callbacks::OnGetToken::selector, token);
+  callbacks::sendIfResponds(delegate_, callbacks::onGetToken, token);
   // Nil in an object whose class did not send init on: then there is nobody to hand the token to.
   if (!recogidaDatos) return;
   recogidaDatos->registerForRemoteNotificationsWithDeviceToken(token, appHash_, pushVersion);
@@ -117,11 +117,11 @@ void Push::applicationDidFailToRegisterForRemoteNotificationsWithError(const UIA
 }
 
 void Push::onRegisterToken(const Object& token) {
-  sendIfResponds(delegate_, callbacks::OnRegisterToken::selector, token);
+  callbacks::sendIfResponds(delegate_, callbacks::onRegisterToken, token);
 }
 
 void Push::onUpdateToken(const Object& token) {
-  sendIfResponds(delegate_, callbacks::OnUpdateToken::selector, token);
+  callbacks::sendIfResponds(delegate_, callbacks::onUpdateToken, token);
 }
 
 void Push::onError(const Object& error) {

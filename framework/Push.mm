@@ -2,16 +2,12 @@
 // a message, so that a subclass may override it.
 #import <QuorvantisPush/QuorvantisPush.h>
 
-#include <utility>
-
 #include "facade/Push.h"
-#include "framework/core_behind.h"
 #include "framework/make_request_data.h"
 #import "platform/ios/CompletionHandler.h"
 #include "platform/ios/bridge.h"
 
 using quorvantis::PushDelegate;
-using quorvantis::framework::coreBehind;
 using quorvantis::platform::Object;
 using quorvantis::platform::Ref;
 using quorvantis::platform::Selector;
@@ -26,7 +22,7 @@ using Center = quorvantis::platform::UNUserNotificationCenter;
 using Dictionary = quorvantis::platform::NSDictionary;
 using Text = quorvantis::platform::NSString;
 
-double QuorvantisPushVersionNumber = 1.0;
+const double QuorvantisPushVersionNumber = 1.0;
 const unsigned char QuorvantisPushVersionString[] = "@(#)PROGRAM:QuorvantisPush  PROJECT:QuorvantisPush-1\n";
 
 namespace {
@@ -35,6 +31,7 @@ class PushCore final : public quorvantis::Push {
  public:
   explicit PushCore(::Push* object) : quorvantis::Push(object) {}
 
+  using quorvantis::Push::emptyFields;
   bool checkAppHash() override { return [object() checkAppHash]; }
   [[nodiscard]] Text hexadecimalStringFromData(const Bytes& data) override {
     return retained<Text>([object() hexadecimalStringFromData:objectOf(data)]);
@@ -66,7 +63,7 @@ constexpr PushDelegate::Table kDelegateTable{
 
 @implementation Push
 
-static quorvantis::Push& coreOf(Push* object) { return coreBehind<quorvantis::Push>(object->_core); }
+static PushCore& coreOf(Push* object) { return *static_cast<PushCore*>(object->_core); }
 
 static Ref<quorvantis::Push> allocInit(void* receiver) {
   Push* object = [[static_cast<Class>(receiver) alloc] init];
@@ -78,15 +75,24 @@ static Ref<quorvantis::Push> allocInit(void* receiver) {
   return shared == nullptr ? nil : autoreleased(shared->self());
 }
 
+// The fields are there from the beginning to the end, as plain ones are: before init, and while they are let
+// go.
++ (instancetype)allocWithZone:(NSZone*)zone {
+  Push* object = [super allocWithZone:zone];
+  object->_core = new PushCore(object);
+  return object;
+}
+
 - (instancetype)init {
   self = [super init];
-  _core = static_cast<quorvantis::Push*>(new PushCore(self));
   coreOf(self).quorvantis::Push::init();
   return self;
 }
 
 - (void)dealloc {
-  delete static_cast<quorvantis::Push*>(std::exchange(_core, nullptr));
+  coreOf(self).emptyFields();
+  coreOf(self).emptyFields();  // what was set by those that went
+  delete &coreOf(self);
   [super dealloc];
 }
 

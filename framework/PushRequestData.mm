@@ -2,13 +2,9 @@
 // comes back as a message, so that a subclass may override it.
 #import <QuorvantisPush/PushRequestData.h>
 
-#include <utility>
-
-#include "framework/core_behind.h"
 #include "framework/make_request_data.h"
 #include "platform/ios/bridge.h"
 
-using quorvantis::framework::coreBehind;
 using quorvantis::platform::Object;
 using quorvantis::platform::ios::autoreleased;
 using quorvantis::platform::ios::objectOf;
@@ -21,6 +17,7 @@ class RequestDataCore final : public quorvantis::PushRequestData {
  public:
   explicit RequestDataCore(::PushRequestData* object) : quorvantis::PushRequestData(object) {}
 
+  using quorvantis::PushRequestData::emptyFields;
   [[nodiscard]] Object delegate() const override { return retained([object() delegate]); }
   void setDelegate(Object delegate) override { [object() setDelegate:objectOf(delegate)]; }
   void sendConnexion(const Text& connexion, const Text& postParameters, const Text& url) override {
@@ -47,23 +44,32 @@ class RequestDataCore final : public quorvantis::PushRequestData {
 
 @implementation PushRequestData
 
-static quorvantis::PushRequestData& coreOf(PushRequestData* object) {
-  return coreBehind<quorvantis::PushRequestData>(object->_core);
+static RequestDataCore& coreOf(PushRequestData* object) {
+  return *static_cast<RequestDataCore*>(object->_core);
 }
 
 quorvantis::platform::Ref<quorvantis::PushRequestData> quorvantis::framework::makeRequestData() {
   return platform::Ref<quorvantis::PushRequestData>::adopt(&coreOf([[::PushRequestData alloc] init]));
 }
 
+// The fields are there from the beginning to the end, as plain ones are: before init, and while they are let
+// go.
++ (instancetype)allocWithZone:(NSZone*)zone {
+  PushRequestData* object = [super allocWithZone:zone];
+  object->_core = new RequestDataCore(object);
+  return object;
+}
+
 - (instancetype)init {
   self = [super init];
-  _core = static_cast<quorvantis::PushRequestData*>(new RequestDataCore(self));
   coreOf(self).quorvantis::PushRequestData::init();
   return self;
 }
 
 - (void)dealloc {
-  delete static_cast<quorvantis::PushRequestData*>(std::exchange(_core, nullptr));
+  coreOf(self).emptyFields();
+  coreOf(self).emptyFields();  // what was set by those that went
+  delete &coreOf(self);
   [super dealloc];
 }
 

@@ -161,6 +161,9 @@ bool Builder::addNumber(std::string_view digits) {
     std::int64_t whole = 0;
     if (std::from_chars(digits.data(), last, whole).ec == std::errc()) return addScalar(whole);
     if (options_.refuseWideIntegers) return refuse(wideInteger(tokenStart()));
+    std::uint64_t wide = 0;
+    const bool isUnsigned = std::from_chars(digits.data(), last, wide).ec == std::errc();
+    if (isUnsigned && options_.keepUnsignedIntegers) return addScalar(wide);
   }
   double real = 0;
   if (std::from_chars(digits.data(), last, real).ec == std::errc()) return addScalar(real);

@@ -14,8 +14,9 @@ namespace quorvantis::json {
 inline constexpr std::size_t kDeepest = 512;
 
 struct ReadOptions {
-  bool refuseDuplicateKeys = false;  ///< Otherwise the last one counts.
-  bool refuseWideIntegers = false;   ///< Whole numbers beyond signed 64 bits; otherwise they become reals.
+  bool refuseDuplicateKeys = false;   ///< Otherwise the last one counts.
+  bool refuseWideIntegers = false;    ///< Whole numbers beyond signed 64 bits; otherwise they become reals,
+  bool keepUnsignedIntegers = false;  ///< but for those that fit into unsigned 64 bits.
 };
 
 struct Problem {

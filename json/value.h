@@ -26,14 +26,22 @@ using Dictionary = std::map<std::string, Value, std::less<>>;
 
 class Value {
  public:
-  using Variant =
-      std::variant<std::nullptr_t, bool, std::int64_t, double, std::string, Data, Array, Dictionary>;
+  using Variant = std::variant<std::nullptr_t, bool, std::int64_t, std::uint64_t, double, std::string, Data,
+                               Array, Dictionary>;
 
   Value() = default;
   Value(std::nullptr_t) {}
   Value(bool boolean) : variant_(boolean) {}
   Value(int number) : variant_(std::int64_t{number}) {}
   Value(std::int64_t number) : variant_(number) {}
+  /// Whole numbers that fit are signed ones.
+  Value(std::uint64_t number) {
+    if (std::in_range<std::int64_t>(number)) {
+      variant_ = static_cast<std::int64_t>(number);
+    } else {
+      variant_ = number;
+    }
+  }
   Value(double number) : variant_(number) {}
   Value(const char* text) : variant_(std::string(text)) {}
   Value(std::string_view text) : variant_(std::string(text)) {}

@@ -52,6 +52,7 @@ struct Writer {
   void operator()(std::nullptr_t) const { out += "null"; }
   void operator()(bool boolean) const { out += boolean ? "true" : "false"; }
   void operator()(std::int64_t number) const { out += std::to_string(number); }
+  void operator()(std::uint64_t number) const { out += std::to_string(number); }
   void operator()(double number) const {
     if (!std::isfinite(number)) {
       out += "null";

@@ -63,7 +63,7 @@ void Push::didReceiveRemoteNotification(const NSDictionary& userInfo) {
   if (const auto aps = userInfo.objectForKey(payload::aps).as<NSDictionary>()) reportOn(aps, report);
 
   const NSDictionary copy = report.copy();
-  sendIfResponds(delegate_, callbacks::OnReceiveNotification::selector, copy);
+  callbacks::sendIfResponds(delegate_, callbacks::onReceiveNotification, copy);
 }
 
 void Push::reportOn(const NSDictionary& aps, const NSMutableDictionary& report) {

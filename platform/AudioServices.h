@@ -10,7 +10,7 @@ namespace quorvantis::platform {
 /// A system sound by its number.
 using SystemSoundID = std::uint32_t;
 
-/// kSystemSoundID_Vibrate, a macro where it comes from.
+/// kSystemSoundID_Vibrate, a constant of an enumeration where it comes from.
 inline constexpr SystemSoundID vibrateSystemSoundID = 0xFFF;
 
 /// Returns at once.

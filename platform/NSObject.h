@@ -1,8 +1,8 @@
 // The root of the classes that the library itself defines, seen from C++.
 //
 // Every such object has a platform object in front of it: that is what others hold, count, ask and send
-// messages to, and it owns this one. Where hosts see objects of another language, the front is theirs and is
-// passed in; otherwise one is made along with the object.
+// messages to, and it owns this one. On iOS the front is an object of an exported class, which makes this one
+// along with itself and passes itself in; the simulated phone makes a front along with this object.
 //
 // Threads: counting may happen on any thread; the rest is said by the derived class.
 #pragma once
@@ -29,10 +29,14 @@ class QUORVANTIS_PUSH_API NSObject {
   [[nodiscard]] void* front() const noexcept { return front_; }
 
  protected:
-  /// `front`: the platform object that owns this one, not retained; nil makes one, whose first count is the
-  /// maker's.
+  /// `front`: the platform object that owns this one, not retained. Nil, on the simulated phone alone, makes
+  /// one, whose first count is the maker's.
   explicit NSObject(void* front = nullptr);
   virtual ~NSObject();
+
+  /// Lets go of the fields in their order, each of them nil from then on. Comes once, when the front's last
+  /// count has gone and before destruction, while messages to this object still find it whole.
+  virtual void emptyFields() {}
 
  private:
   friend struct FrontAccess;

@@ -25,7 +25,10 @@ class QUORVANTIS_PUSH_API QuorvantisConnexion : public Object {
   /// An idle transport.
   static QuorvantisConnexion init();
 
-  /// A QuorvantisConnexionDelegate; not retained, and forgotten when this handle's object is destroyed.
+  /// A QuorvantisConnexionDelegate, which owns this transport: it must not be retained. Nothing tells the
+  /// transport when its delegate is destroyed, and a request may still be under way; the simulated phone's
+  /// forgets it then, and of the maker's we can but hope for it. The library's own client lives as long as
+  /// the process.
   void setDelegate(const Object& delegate) const;
   /// Whether requests are protected with the hash key.
   void setEncryption(bool encryption) const;

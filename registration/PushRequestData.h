@@ -51,10 +51,11 @@ class QUORVANTIS_PUSH_API PushRequestData : public platform::NSObject,
   void downloadFinished(const platform::NSString& connexionValue) override;
 
  protected:
+  void emptyFields() override;
+
   /// The name of the object's class.
   [[nodiscard]] virtual platform::NSString className() const;
 
-  // Destruction lets go of the fields in reverse order.
   platform::QuorvantisConnexion conexion;
   platform::NSString camposComunes;
   platform::NSString camposLocalizacion;

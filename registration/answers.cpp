@@ -1,7 +1,7 @@
 // PushRequestData: what a request's outcome is told as.
-#include "facade/PushDelegate.h"
 #include "platform/NSJSONSerialization.h"
 #include "registration/PushRequestData.h"
+#include "registration/callbacks.h"
 #include "registration/tasks.h"
 
 namespace quorvantis {
@@ -49,9 +49,9 @@ NSDictionary membersOf(const NSData& body) {
 
 void PushRequestData::downloadFinished(const NSString& connexionValue) {
   const Outcome outcomes[] = {
-      {tasks::registrarToken, callbacks::OnRegisterToken::selector, kRegisterUnusable},
-      {tasks::cambioToken, callbacks::OnUpdateToken::selector, kChangeUnusable},
-      {tasks::actualizarDatosTerminal, callbacks::OnUpdateToken::selector, kUpdateUnusable},
+      {tasks::registrarToken, callbacks::onRegisterToken, kRegisterUnusable},
+      {tasks::cambioToken, callbacks::onUpdateToken, kChangeUnusable},
+      {tasks::actualizarDatosTerminal, callbacks::onUpdateToken, kUpdateUnusable},
   };
   for (const Outcome& outcome : outcomes) {
     if (connexionValue.isEqualToString(outcome.task)) handleAnswer(outcome);
@@ -59,21 +59,23 @@ void PushRequestData::downloadFinished(const NSString& connexionValue) {
 }
 
 void PushRequestData::handleAnswer(const Outcome& outcome) {
+  using callbacks::sendIfResponds;
   const auto body = conexion.receivedData().objectForKey(outcome.task).as<NSData>();
-  const Object receiver = delegate();
   if (isUnusable(body)) {
     const NSString& text = outcome.unusable;
-    sendIfResponds(receiver, callbacks::OnError::selector, text);
+    sendIfResponds(delegate_.get(), callbacks::onError, text);
     return;
   }
 
   const NSDictionary answer = membersOf(body);
   const NSString& refused = kRefused;
   if (answer.objectForKey(kErrorKey).isEqual(refused)) {
-    sendIfResponds(receiver, callbacks::OnError::selector, answer.objectForKey(kDescriptionKey));
+    const Object description = answer.objectForKey(kDescriptionKey);
+    sendIfResponds(delegate_.get(), callbacks::onError, description);
     return;
   }
-  sendIfResponds(receiver, outcome.success, answer.objectForKey(kTokenKey));
+  const Object token = answer.objectForKey(kTokenKey);
+  sendIfResponds(delegate_.get(), outcome.success, token);
 }
 
 }  // namespace quorvantis

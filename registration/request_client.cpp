@@ -24,6 +24,15 @@ PushRequestData::PushRequestData(void* front) : NSObject(front) {}
 
 PushRequestData::~PushRequestData() = default;
 
+void PushRequestData::emptyFields() {
+  userDefaultsPrefix_ = nullptr;
+  delegate_.set(nullptr);
+  TAG = nullptr;
+  camposLocalizacion = nullptr;
+  camposComunes = nullptr;
+  conexion = nullptr;
+}
+
 void PushRequestData::init() {
   conexion = platform::QuorvantisConnexion::init();
   conexion.setDelegate(self());

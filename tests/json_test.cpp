@@ -37,6 +37,11 @@ TEST(JsonReading, KeepsTheKindOfEveryValue) {
             Value(Array{std::numeric_limits<std::int64_t>::max(), std::numeric_limits<std::int64_t>::min()}));
   EXPECT_EQ(valueOf("[9223372036854775808,-123456789012345678901234567890]"),
             Value(Array{9223372036854775808.0, -123456789012345678901234567890.0}));
+  const auto unsignedOnes =
+      read("[18446744073709551615,18446744073709551616,7]", {.keepUnsignedIntegers = true});
+  EXPECT_EQ(std::get<Value>(unsignedOnes),
+            Value(Array{std::uint64_t{18446744073709551615U}, 18446744073709551616.0, 7}));
+  EXPECT_EQ(Value(std::uint64_t{7}), Value(7));
 }
 
 TEST(JsonReading, RoundsRealsCorrectlyAtTheEdgesOfTheirRange) {

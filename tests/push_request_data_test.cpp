@@ -187,13 +187,8 @@ TEST_F(PushRequestDataTest, SendsItselfWhatASubclassMayOverride) {
                        const NSString& url) override {
       sent.push_back({read(connexion), read(postParameters), read(url)});
     }
-    [[nodiscard]] Object delegate() const override {
-      ++asked;
-      return Client::delegate();
-    }
     NSString className() const override { return text("Overriding"); }
     std::vector<std::array<std::optional<std::string>, 3>> sent;
-    mutable int asked = 0;
   };
   const auto overriding = make<Overriding>();
   EXPECT_EQ(read(overriding->TAG), "[Overriding]");
@@ -209,10 +204,62 @@ TEST_F(PushRequestDataTest, SendsItselfWhatASubclassMayOverride) {
   EXPECT_EQ(overriding->sent[1][0], kChange);
   EXPECT_EQ(overriding->sent[1][1], "&tarea=" + kChange + "&tokenAntiguo=aa&tokenNuevo=bb&fields");
   EXPECT_FALSE(overriding->sent[1][2]);
+}
 
-  // One answer goes to one delegate.
-  overriding->downloadFinished(text(kRegister));
-  EXPECT_EQ(overriding->asked, 1);
+TEST_F(PushRequestDataTest, TellsTheFieldsObjectWhateverItsGetterSays) {
+  class Hiding : public Client {
+    [[nodiscard]] Object delegate() const override { return nullptr; }
+  };
+  client = make<Hiding>();
+  client->setDelegate(listener->self());
+  EXPECT_EQ(answerTo(kRegister, 200, ""), (std::vector<Heard>{{"onError:", "Error --> registerToken"}}));
+  EXPECT_EQ(answerTo(kRegister, 200, R"({"error":"si","errorDescripcion":"no"})"),
+            (std::vector<Heard>{{"onError:", "no"}}));
+  EXPECT_EQ(answerTo(kRegister, 200, R"({"token":"t"})"), (std::vector<Heard>{{"onRegisterToken:", "t"}}));
+}
+
+TEST_F(PushRequestDataTest, TellsTheObjectThatItHasAsked) {
+  class Replacing : public Listener {
+   public:
+    [[nodiscard]] bool respondsToSelector(platform::Selector selector) const override {
+      client->setDelegate(successor->self());
+      return Listener::respondsToSelector(selector);
+    }
+    Client* client = nullptr;
+    Listener* successor = nullptr;
+  };
+  const auto replacing = make<Replacing>();
+  replacing->client = client.get();
+  replacing->successor = listener.get();
+  client->setDelegate(replacing->self());
+  answerTo(kRegister, 200, R"({"token":"t"})");
+  EXPECT_EQ(replacing->heard.size(), 1U);
+  EXPECT_TRUE(listener->heard.empty());
+}
+
+// What it owned sends it messages while it is let go.
+TEST_F(PushRequestDataTest, IsWholeUntilItsFieldsAreGone) {
+  class Parting : public Counted<Listener> {
+   public:
+    ~Parting() override {
+      EXPECT_FALSE(client->userDefaultsPrefix_) << "what was declared after it has gone before it";
+      EXPECT_FALSE(client->delegate());
+      EXPECT_TRUE(client->conexion);
+      client->cancel();
+      client->downloadFinished(text(kRegister));
+      client->setDelegate(make<Counted<Listener>>()->self());
+    }
+    Client* client = nullptr;
+  };
+  auto ending = make<Client>();
+  auto parting = make<Parting>();
+  parting->client = ending.get();
+  ending->setDelegate(parting->self());
+  parting = {};
+  const int clients = Client::live;
+  ending = {};
+  EXPECT_EQ(Client::live, clients - 1);
+  EXPECT_EQ(Counted<Listener>::live, 0);
 }
 
 TEST_F(PushRequestDataTest, CancelsTheRequestUnderWayAndNoOther) {

@@ -310,12 +310,59 @@ TEST_F(PushTest, PassesTheObjectsOnThatItWasGiven) {
   EXPECT_TRUE(host.heard[1].second.isSame(token) && host.heard[2].second.isSame(token));
 }
 
+TEST_F(PushTest, TellsTheObjectThatItHasAsked) {
+  struct Replacing : Host {
+    bool respondsToSelector(platform::Selector /*selector*/) {
+      push->setDelegate(*successor);
+      return true;
+    }
+    Push* push = nullptr;
+    Host* successor = nullptr;
+  };
+  Replacing replacing;
+  replacing.push = push.get();
+  replacing.successor = &host;
+  push->setDelegate(replacing);
+  push->onRegisterToken(text("token"));
+  EXPECT_EQ(replacing.heard.size(), 1U);
+  EXPECT_TRUE(host.heard.empty());
+}
+
+// What it owned sends it messages while it is let go.
+TEST_F(PushTest, IsWholeUntilItsFieldsAreGone) {
+  class Parting : public platform::NSObject {
+   public:
+    ~Parting() override {
+      EXPECT_FALSE(push->appHash()) << "what was declared after it has gone before it";
+      EXPECT_TRUE(push->recogidaDatos);
+      push->setAppHash(text("again"));
+      push->setDelegate(*host);
+      push->onRegisterToken(text("token"));
+    }
+    void init() {}
+    TestPush* push = nullptr;
+    Host* host = nullptr;
+  };
+  auto parting = make<Parting>();
+  parting->push = push.get();
+  parting->host = &host;
+  push->setAppHash(text("f00d"));
+  push->registerLib = parting->self().as<platform::QuorvantisRegisterLib>();
+  parting = {};
+  end(push);
+  EXPECT_EQ(TestPush::live, 0);
+  EXPECT_EQ(host.heard.size(), 1U);
+}
+
 TEST_F(PushTest, IsKeptByTheAlertOnScreenUntilItsButtonIsTapped) {
   push->didReceiveRemoteNotification(dictionary(linkPayload("https://a.example/")));
   push->didReceiveRemoteNotification(dictionary(linkPayload("https://b.example/")));
   end(push);
   EXPECT_EQ(TestPush::live, 1);
   take({});
+  ASSERT_NE(device.screen.find(1), nullptr);
+  EXPECT_EQ(device.screen.find(1)->windowFrame, device::kScreenBounds);
+  EXPECT_TRUE(device.screen.find(1)->animated);
   EXPECT_TRUE(device.screen.tap(1));
   EXPECT_EQ(TestPush::live, 1);
   EXPECT_TRUE(device.screen.tap(2));

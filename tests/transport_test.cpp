@@ -1,7 +1,10 @@
 #include "device/transport.h"
 
 #include <gtest/gtest.h>
+#include <netinet/in.h>
 #include <openssl/ssl.h>
+#include <poll.h>
+#include <sys/socket.h>
 
 #include <array>
 #include <chrono>
@@ -14,6 +17,8 @@
 
 #include "jose/jwe.h"
 #include "server/misbehaving_server.h"
+#include "server/openssl_handles.h"
+#include "server/socket.h"
 
 namespace quorvantis::device {
 namespace {
@@ -197,6 +202,59 @@ TEST_F(TransportTest, GoesNowhereElse) {
   ASSERT_EQ(requests.size(), 1U);
   EXPECT_TRUE(requests[0].head.starts_with("POST /x HTTP/1.1\r\nHost: push.quorvantis.com:8443\r\n"));
   EXPECT_EQ(requests[0].head.find("Authorization"), std::string::npos);
+}
+
+TEST_F(TransportTest, OffersNoProtocolButHTTP11) {
+  using namespace server::openssl;
+  const server::Identity identity = authority.issue(kHost);
+  const auto pem = [](const std::string& text) {
+    return Bio(BIO_new_mem_buf(text.data(), static_cast<int>(text.size())));
+  };
+  const Certificate certificate(
+      PEM_read_bio_X509(pem(identity.certificate).get(), nullptr, nullptr, nullptr));
+  const Key key(PEM_read_bio_PrivateKey(pem(identity.privateKey).get(), nullptr, nullptr, nullptr));
+  const Context context(SSL_CTX_new(TLS_server_method()));
+  SSL_CTX_use_certificate(context.get(), certificate.get());
+  SSL_CTX_use_PrivateKey(context.get(), key.get());
+  std::string offered;
+  SSL_CTX_set_alpn_select_cb(
+      context.get(),
+      [](SSL*, const unsigned char**, unsigned char*, const unsigned char* list, unsigned size, void* into) {
+        static_cast<std::string*>(into)->assign(reinterpret_cast<const char*>(list), size);
+        return SSL_TLSEXT_ERR_ALERT_FATAL;
+      },
+      &offered);
+
+  const server::Socket listening = server::listenOnLoopback(0);
+  network.setHost(kHost, {"127.0.0.1", server::boundPort(listening)});
+  auto ended = std::async(std::launch::async, [&] { return post(); });
+  pollfd arrival{listening.get(), POLLIN, 0};
+  ASSERT_EQ(::poll(&arrival, 1, static_cast<int>(kLimit.count())), 1);
+  const server::Socket accepted(::accept(listening.get(), nullptr, nullptr));
+  const Ssl ssl(SSL_new(context.get()));
+  SSL_set_fd(ssl.get(), accepted.get());
+  SSL_accept(ssl.get());
+  EXPECT_EQ(ended.get(), std::nullopt);
+  EXPECT_EQ(offered, "\x08http/1.1");
+}
+
+// A listener whose queue is full answers no connection at all.
+TEST_F(TransportTest, WaitsForAConnectionNoLongerThanItsLimit) {
+  const server::Socket listening = server::bindToLoopback(0);
+  ASSERT_EQ(::listen(listening.get(), 0), 0);
+  sockaddr_in address{};
+  socklen_t size = sizeof address;
+  ASSERT_EQ(::getsockname(listening.get(), reinterpret_cast<sockaddr*>(&address), &size), 0);
+  std::vector<server::Socket> waiting;
+  for (int i = 0; i < 4; ++i) {
+    waiting.emplace_back(::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+    ::connect(waiting.back().get(), reinterpret_cast<const sockaddr*>(&address), size);
+  }
+  network.setHost(kHost, {"127.0.0.1", server::boundPort(listening)});
+  network.setLimits({milliseconds(300), kLimit, std::size_t{1} << 20});
+  const auto begun = std::chrono::steady_clock::now();
+  EXPECT_EQ(post(), std::nullopt);
+  EXPECT_LT(std::chrono::steady_clock::now() - begun, kFarBeyond);
 }
 
 TEST_F(TransportTest, FailsUnlessASuccessArrivesWhole) {

@@ -30,7 +30,8 @@ inline id autoreleased(const Object& handle) { return [[objectOf(handle) retain]
 /// The runtime's own form of a message's name.
 inline SEL selectorOf(Selector selector) { return sel_registerName(selector.name.data()); }
 
-/// The class of that name; where the process has several, the library's own.
+/// The library's own class of that name, of which the process may have several. Defined beside the classes,
+/// which nothing here knows.
 ::Class runtimeClass(Class aClass);
 
 /// A text that the code holds as bytes, autoreleased.

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "base/utf8.h"
 #include "json/read.h"
 #include "platform/simulated/values.h"
 
@@ -60,7 +61,7 @@ Object objectFrom(const dom::element& element) {
     case dom::element_type::INT64:
       return makeInstance<Object, NumberInstance>(std::int64_t(element));
     case dom::element_type::UINT64:
-      return makeInstance<Object, NumberInstance>(static_cast<double>(std::uint64_t(element)));
+      return makeInstance<Object, NumberInstance>(std::uint64_t(element));
     case dom::element_type::DOUBLE:
       return makeInstance<Object, NumberInstance>(double(element));
     case dom::element_type::BOOL:
@@ -77,7 +78,7 @@ bool isContainer(const json::Value& value) {
 
 /// The project's own reader, which has the last word on what the quick one does not take.
 Object readCarefully(std::string_view text) {
-  const auto read = json::read(text);
+  const auto read = json::read(text, {.keepUnsignedIntegers = true});
   const auto* value = std::get_if<json::Value>(&read);
   return value != nullptr && isContainer(*value) ? simulated::objectFrom(*value) : Object();
 }
@@ -92,7 +93,7 @@ dom::parser makeParser() {
 
 Object JSONObjectWithData(const NSData& data, unsigned long /*options*/) {
   if (!data) return nullptr;
-  const std::string& text = known<DataInstance>(data)->bytes;
+  const std::string_view text = base::withoutByteOrderMark(known<DataInstance>(data)->bytes);
   thread_local dom::parser parser = makeParser();
   dom::element root;
   if (parser.parse(text).get(root) != simdjson::SUCCESS) return readCarefully(text);

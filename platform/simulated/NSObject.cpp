@@ -7,7 +7,11 @@ namespace quorvantis::platform {
 using simulated::Front;
 
 struct FrontAccess {
-  static void destroy(NSObject* object) { delete object; }
+  static void destroy(NSObject* object) {
+    object->emptyFields();
+    object->emptyFields();  // what was set by those that went
+    delete object;
+  }
 };
 
 NSObject::NSObject(void* front) : front_(front), ownsFront_(front == nullptr) {

@@ -19,7 +19,7 @@ NSString NSString::stringWithUTF8String(std::string_view text) {
 NSString NSString::initWithData(const NSData& data) {
   const auto* instance = known<DataInstance>(data);
   if (instance == nullptr || !base::isUTF8(instance->bytes)) return nullptr;
-  return stringWithUTF8String(instance->bytes);
+  return stringWithUTF8String(base::withoutByteOrderMark(instance->bytes));
 }
 
 NSString NSString::stringWithFormat(std::string_view format, std::initializer_list<Object> arguments) {

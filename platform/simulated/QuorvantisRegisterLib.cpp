@@ -22,7 +22,7 @@ class RegisterLibInstance final : public Instance {
   }
 
   WeakObject delegate;
-  bool waitUntilGPS = false;
+  bool waitUntilGPS = true;
   bool deactivateGPS = false;
 
  private:

@@ -1,5 +1,6 @@
 #include "platform/UIScreen.h"
 
+#include "device/screen.h"
 #include "platform/simulated/Instance.h"
 
 namespace quorvantis::platform {
@@ -10,7 +11,9 @@ UIScreen UIScreen::mainScreen() {
 }
 
 CGRect UIScreen::bounds() const {
-  return *this ? CGRect{0, 0, 390, 844} : CGRect{};
+  if (!*this) return {};
+  const auto [x, y, width, height] = device::kScreenBounds;
+  return {x, y, width, height};
 }
 
 }  // namespace quorvantis::platform

@@ -12,7 +12,7 @@ UIViewController UIViewController::new_() {
 }
 
 void UIViewController::presentViewController(const UIViewController& viewControllerToPresent,
-                                             bool /*animated*/) const {
+                                             bool animated) const {
   if (!*this) return;
   WindowInstance* window = known<ViewControllerInstance>(*this)->window;
   if (window == nullptr || !window->visible) return;  // as on a phone, only what is in a window is seen
@@ -22,6 +22,8 @@ void UIViewController::presentViewController(const UIViewController& viewControl
   alert.title = controller->title;
   alert.message = controller->message;
   alert.windowLevel = window->level;
+  alert.windowFrame = {window->frame.x, window->frame.y, window->frame.width, window->frame.height};
+  alert.animated = animated;
   for (const UIAlertAction& action : controller->actions) {
     alert.buttons.push_back(known<AlertActionInstance>(action)->title);
   }

@@ -17,8 +17,8 @@ void simulated::WindowInstance::setRoot(UIViewController controller) {
   if (root) known<ViewControllerInstance>(root)->window = this;
 }
 
-UIWindow UIWindow::initWithFrame(CGRect /*frame*/) {
-  return simulated::makeInstance<UIWindow, WindowInstance>();
+UIWindow UIWindow::initWithFrame(CGRect frame) {
+  return simulated::makeInstance<UIWindow, WindowInstance>(frame);
 }
 
 void UIWindow::setRootViewController(const UIViewController& controller) const {

@@ -17,6 +17,7 @@ struct ObjectMaker {
   Object operator()(std::nullptr_t) const { return Object::adopt(new NullInstance); }
   Object operator()(bool boolean) const { return Object::adopt(new NumberInstance(boolean)); }
   Object operator()(std::int64_t number) const { return Object::adopt(new NumberInstance(number)); }
+  Object operator()(std::uint64_t number) const { return Object::adopt(new NumberInstance(number)); }
   Object operator()(double number) const { return Object::adopt(new NumberInstance(number)); }
   Object operator()(const std::string& text) const { return Object::adopt(StringInstance::make(text)); }
   Object operator()(const json::Data& data) const { return Object::adopt(new DataInstance(data.bytes)); }
@@ -64,15 +65,16 @@ bool StringInstance::isEqual(const Instance& other) const {
 bool NumberInstance::isEqual(const Instance& other) const {
   if (other.kind() != classKind) return false;
   const Number& otherNumber = static_cast<const NumberInstance&>(other).number;
-  if (const auto* whole = std::get_if<std::int64_t>(&number)) {
-    if (const auto* otherWhole = std::get_if<std::int64_t>(&otherNumber)) return *whole == *otherWhole;
-  }
+  const bool isWhole =
+      std::holds_alternative<std::int64_t>(number) || std::holds_alternative<std::uint64_t>(number);
+  if (isWhole && number.index() == otherNumber.index()) return number == otherNumber;
   return asReal(number) == asReal(otherNumber);
 }
 
 std::string NumberInstance::description() const {
   if (const auto* boolean = std::get_if<bool>(&number)) return *boolean ? "1" : "0";
   if (const auto* whole = std::get_if<std::int64_t>(&number)) return std::to_string(*whole);
+  if (const auto* wide = std::get_if<std::uint64_t>(&number)) return std::to_string(*wide);
   return json::shortest(std::get<double>(number));
 }
 

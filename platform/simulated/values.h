@@ -41,7 +41,7 @@ class StringInstance final : public Instance {
 class NumberInstance final : public Instance {
  public:
   static constexpr Kind classKind = Kind::number;
-  using Number = std::variant<bool, std::int64_t, double>;
+  using Number = std::variant<bool, std::int64_t, std::uint64_t, double>;
   explicit NumberInstance(Number itsNumber) : Instance(classKind), number(itsNumber) {}
 
   [[nodiscard]] bool isEqual(const Instance& other) const override;

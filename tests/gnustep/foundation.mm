@@ -1,5 +1,8 @@
 // Foundation where GNUstep's differs from the phone's, or has nothing to say: the user defaults, bundles, the
 // locale, URLs, JSON reading, and some of the numbers' and texts' operations.
+#import <QuorvantisPush/QuorvantisPush.h>
+
+#include "base/utf8.h"
 #include "device/text.h"
 #include "json/read.h"
 #include "json/write.h"
@@ -79,7 +82,7 @@ namespace json = quorvantis::json;
 }
 
 + (NSBundle*)bundleForClass:(Class)aClass {
-  return [DeviceBundle bundleOfLibrary:YES];
+  return [DeviceBundle bundleOfLibrary:[aClass isSubclassOfClass:[Push class]]];
 }
 
 + (NSBundle*)bundleWithIdentifier:(NSString*)identifier {
@@ -146,7 +149,8 @@ namespace json = quorvantis::json;
 @implementation NSJSONSerialization (Device)
 
 + (id)JSONObjectWithData:(NSData*)data options:(NSJSONReadingOptions)options error:(NSError**)error {
-  const auto read = json::read({static_cast<const char*>([data bytes]), [data length]});
+  const std::string_view bytes(static_cast<const char*>([data bytes]), [data length]);
+  const auto read = json::read(quorvantis::base::withoutByteOrderMark(bytes), {.keepUnsignedIntegers = true});
   const auto* value = std::get_if<json::Value>(&read);
   if (value == nullptr) return nil;
   const bool isContainer = value->get<json::Dictionary>() != nullptr || value->get<json::Array>() != nullptr;

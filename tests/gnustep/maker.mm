@@ -144,6 +144,7 @@ namespace device = quorvantis::device;
 - (instancetype)init {
   self = [super init];
   _registration = new device::Registration(*deviceInUse());
+  _waitUntilGPS = YES;
   return self;
 }
 

@@ -10,12 +10,22 @@
 
 #include "device/device.h"
 #include "facade/shared_slot.h"
+#include "platform/Object.h"
+#import "platform/ios/CompletionHandler.h"
 #include "tests/gnustep/standins.h"
 
 // GNUstep's counts of living objects; its header hides them from optimised builds.
 extern "C" BOOL GSDebugAllocationActive(BOOL active);
 extern "C" int GSDebugAllocationCount(Class aClass);
 extern "C" int GSDebugAllocationTotal(Class aClass);
+
+// The runtime's lock, by way of the linker: what is locked is written down.
+static std::vector<id> lockedClasses;
+extern "C" int __real_objc_sync_enter(id object);
+extern "C" int __wrap_objc_sync_enter(id object) {
+  lockedClasses.push_back(object);
+  return __real_objc_sync_enter(object);
+}
 
 using quorvantis::standins::textOf;
 using Events = std::vector<std::string>;
@@ -122,9 +132,46 @@ std::string raisedBy(Work work) {
 @implementation UnmadePush
 
 - (instancetype)init {
-  EXPECT_NE(raisedBy([self] { [self resetBadge]; }), "");
+  EXPECT_EQ(raisedBy([self] { [self resetBadge]; }), "");
   [self release];
   return nil;
+}
+
+@end
+
+/// Owned by a client, and sends it messages when it goes.
+@interface PartingDelegate : TestDelegate {
+ @public
+  PushRequestData* client;
+}
+@end
+
+@implementation PartingDelegate
+
+- (void)dealloc {
+  EXPECT_EQ([client userDefaultsPrefix], nil) << "what was declared after it has gone before it";
+  EXPECT_EQ([client delegate], nil);
+  [client cancel];
+  [client downloadFinished:@"pushlibRegistrarToken"];
+  [client setDelegate:[[[TestDelegate alloc] init] autorelease]];
+  [super dealloc];
+}
+
+@end
+
+/// Puts another object in its place while it is asked.
+@interface ReplacingDelegate : TestDelegate {
+ @public
+  PushRequestData* client;
+  id successor;
+}
+@end
+
+@implementation ReplacingDelegate
+
+- (BOOL)respondsToSelector:(SEL)selector {
+  if (client != nil && sel_isEqual(selector, @selector(onRegisterToken:))) [client setDelegate:successor];
+  return [super respondsToSelector:selector];
 }
 
 @end
@@ -135,8 +182,7 @@ std::string raisedBy(Work work) {
 @implementation SubRequestData
 
 - (id)delegate {
-  calls.push_back(sel_getName(_cmd));
-  return [super delegate];
+  return nil;
 }
 
 - (NSString*)crearCamposComunes {
@@ -150,6 +196,41 @@ std::string raisedBy(Work work) {
 @end
 
 namespace {
+
+PushRequestData* endingClient = nil;
+IMP deallocTransport = nullptr;
+
+void tellTheClientWhileEnding(id transport, SEL selector) {
+  [endingClient cancel];
+  [endingClient downloadFinished:@"pushlibRegistrarToken"];
+  [endingClient setDelegate:nil];
+  reinterpret_cast<void (*)(id, SEL)>(deallocTransport)(transport, selector);
+}
+
+TestDelegate* lateDelegate = nil;
+
+NSDictionary* replaceTheDelegateWhileAsked(id, SEL) {
+  [endingClient setDelegate:lateDelegate];
+  return @{@"pushlibRegistrarToken" : [@"{}" dataUsingEncoding:NSUTF8StringEncoding]};
+}
+
+void countCancel(id, SEL) { calls.push_back("transport cancel"); }
+
+/// What a class does at a selector, for as long as this lives.
+class Replaced {
+ public:
+  Replaced(Class aClass, SEL selector, IMP by)
+      : method_(class_getInstanceMethod(aClass, selector)),
+        original_(method_setImplementation(method_, by)) {}
+  ~Replaced() { method_setImplementation(method_, original_); }
+  Replaced(const Replaced&) = delete;
+  Replaced& operator=(const Replaced&) = delete;
+  [[nodiscard]] IMP original() const { return original_; }
+
+ private:
+  Method method_;
+  IMP original_;
+};
 
 void keepSettingsObject(id, SEL, id object, NSString* key) { settingsObjects[*textOf(key)] = object; }
 
@@ -225,9 +306,8 @@ TEST_F(ObjectiveC, SendsNothingToNil) {
 TEST_F(ObjectiveC, PassesTheVeryObjects) {
   TestDelegate* delegate = [[[TestDelegate alloc] init] autorelease];
   [[Push shared] setDelegate:delegate];
-  Method set = class_getInstanceMethod([[NSUserDefaults standardUserDefaults] class], @selector(setObject:
-                                                                                                   forKey:));
-  const IMP original = method_setImplementation(set, reinterpret_cast<IMP>(&keepSettingsObject));
+  const Replaced set([[NSUserDefaults standardUserDefaults] class], @selector(setObject:forKey:),
+                     reinterpret_cast<IMP>(&keepSettingsObject));
 
   NSDictionary* alert = @{@"title" : @"t"};
   NSString* type = [NSMutableString stringWithString:@"pushlib-extras"];
@@ -238,7 +318,6 @@ TEST_F(ObjectiveC, PassesTheVeryObjects) {
   NSMutableString* hash = [NSMutableString stringWithString:@"f00d"];
   [[Push shared] setAppHash:hash];
   EXPECT_TRUE([[Push shared] checkAppHash]);
-  method_setImplementation(set, original);
 
   EXPECT_EQ([delegate->last objectForKey:@"alert"], alert);
   EXPECT_EQ([delegate->last objectForKey:@"type"], type);
@@ -291,7 +370,7 @@ TEST_F(ObjectiveC, TheRequestClientWorksByItself) {
   [delegate->callbacks addObject:@"onError:"];
   [client setDelegate:delegate];
   [client downloadFinished:@"pushlibRegistrarToken"];
-  EXPECT_EQ(calls, (Events{"delegate", "onError:"}));
+  EXPECT_EQ(calls, Events{"onError:"}) << "the field counts, not an override of its getter";
   EXPECT_EQ(textOf(delegate->last), "Error --> registerToken");
 
   calls.clear();
@@ -304,6 +383,117 @@ TEST_F(ObjectiveC, TheRequestClientWorksByItself) {
   device.storeFromElsewhere({{"jsonDevice", 1.0}});
   EXPECT_EQ(textOf([plain crearCamposComunes]), "jsonApp=(null)&jsonDevice=1&jsonLibreria=(null)&jsonGeo={}");
   [client setDelegate:nil];
+}
+
+TEST_F(ObjectiveC, ReadsTheDelegateOnceAtTheSend) {
+  PushRequestData* client = [[[PushRequestData alloc] init] autorelease];
+  ReplacingDelegate* replacing = [[[ReplacingDelegate alloc] init] autorelease];
+  replacing->client = client;
+  replacing->successor = [[[TestDelegate alloc] init] autorelease];
+  [client setDelegate:replacing];
+  endingClient = client;
+  lateDelegate = replacing;
+  const Replaced answers(NSClassFromString(@"DeviceConnexion"), @selector(receivedData),
+                         reinterpret_cast<IMP>(&replaceTheDelegateWhileAsked));
+  [client setDelegate:nil];
+  [client downloadFinished:@"pushlibRegistrarToken"];
+  EXPECT_EQ(calls, Events{"onRegisterToken:"}) << "the delegate of the moment of sending is told";
+  EXPECT_EQ([client delegate], replacing -> successor);
+  replacing->client = nil;
+}
+
+// As plain fields: there before init, which touches no more than it must, and nil one after the other at the
+// end.
+TEST_F(ObjectiveC, FieldsAreThereFromTheBeginningToTheEnd) {
+  Push* push = [Push alloc];
+  TestDelegate* delegate = [[[TestDelegate alloc] init] autorelease];
+  [push setAppHash:@"f00d"];
+  [push setDeactivateGPS:YES];
+  [push setDelegate:delegate];
+  [push registerForRemoteNotificationsWithDeviceToken:[NSData data]];
+  EXPECT_EQ(events(), (Events{"stored", "synchronized"}));
+  for (int times = 0; times < 2; ++times) {
+    push = [push init];
+    EXPECT_EQ(textOf([push appHash]), "f00d");
+    EXPECT_TRUE([push deactivateGPS]);
+    EXPECT_EQ([push delegate], delegate);
+    [push activePushNotificationsInForegroundApp:YES];
+  }
+  [push setDelegate:nil];
+  quorvantis::standins::forgetDelegate(push);
+
+  PushRequestData* client = [PushRequestData alloc];
+  [client setUserDefaultsPrefix:@"early"];
+  [client setDelegate:delegate];
+  [client downloadFinished:@"pushlibRegistrarToken"];
+  EXPECT_EQ(textOf([client crearCamposComunes]),
+            "jsonApp=(null)&jsonDevice=(null)&jsonLibreria=(null)&jsonGeo={}");
+  client = [[client init] init];
+  EXPECT_EQ(textOf([client userDefaultsPrefix]), "quorvantis_");
+  EXPECT_EQ([client delegate], delegate);
+  [client release];
+}
+
+TEST_F(ObjectiveC, WhatAClientOwnedMaySendItMessagesWhileItEnds) {
+  PushRequestData* client = [[PushRequestData alloc] init];
+  PartingDelegate* parting = [[PartingDelegate alloc] init];
+  parting->client = client;
+  [client setDelegate:parting];
+  [parting release];
+  drain();
+  [client release];
+  drain();
+  EXPECT_EQ(liveDelegates, 0);
+
+  endingClient = [[PushRequestData alloc] init];
+  const Replaced dealloc(NSClassFromString(@"DeviceConnexion"), @selector(dealloc),
+                         reinterpret_cast<IMP>(&tellTheClientWhileEnding));
+  deallocTransport = dealloc.original();
+  [endingClient release];
+  drain();
+}
+
+TEST_F(ObjectiveC, ClientsPassACancelOn) {
+  PushRequestData* client = [[[PushRequestData alloc] init] autorelease];
+  const Replaced cancel(NSClassFromString(@"DeviceConnexion"), @selector(cancel),
+                        reinterpret_cast<IMP>(&countCancel));
+  [client cancel];
+  EXPECT_EQ(calls, Events{"transport cancel"});
+}
+
+// A block that is handed on outlives the place where it was written, and no longer than its handler.
+TEST_F(ObjectiveC, HandlersOwnACopyOfTheirBlock) {
+  const auto calledTimes = std::make_shared<int>(0);
+  const auto handlerOfABlockThatIsGone = [](std::shared_ptr<int> times) {
+    return quorvantis::platform::ios::handlerFrom(^{
+      ++*times;
+    });
+  };
+  @autoreleasepool {
+    const auto handler = handlerOfABlockThatIsGone(calledTimes);
+    EXPECT_EQ(calledTimes.use_count(), 2);
+    id block = [static_cast<QuorvantisPushCompletionHandler*>(handler.get()) block];
+    ((void (^)(void))block)();
+    EXPECT_EQ(*calledTimes, 1);
+  }
+  EXPECT_EQ(calledTimes.use_count(), 1);
+  EXPECT_FALSE(quorvantis::platform::ios::handlerFrom(nil));
+}
+
+TEST_F(ObjectiveC, LocksItsClassWhileItMakesTheSharedInstance) {
+  lockedClasses.clear();
+  [SubPush shared];
+  EXPECT_EQ(lockedClasses, (std::vector<id>{[Push class]}));
+}
+
+TEST_F(ObjectiveC, ShowsItsAlertAnimatedOnTheWholeScreen) {
+  NSDictionary* aps = @{@"alert" : @{}, @"type" : @"pushlib-abrirurl", @"urlnoti" : @"https://example.com"};
+  [[Push shared] didReceiveRemoteNotification:payload(aps)];
+  const auto* alert = device.screen.find(1);
+  ASSERT_NE(alert, nullptr);
+  EXPECT_EQ(alert->windowFrame, quorvantis::device::kScreenBounds);
+  EXPECT_TRUE(alert->animated);
+  EXPECT_TRUE(device.screen.tap(1));
 }
 
 TEST_F(ObjectiveC, SharedIsOfTheReceivingClassAndSendsItselfMessages) {

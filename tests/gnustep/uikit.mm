@@ -87,7 +87,8 @@ const UIWindowLevel UIWindowLevelAlert = quorvantis::device::kAlertWindowLevel;
 }
 
 - (CGRect)bounds {
-  return {{0, 0}, {390, 844}};
+  const auto [x, y, width, height] = quorvantis::device::kScreenBounds;
+  return {{x, y}, {width, height}};
 }
 
 @end
@@ -105,6 +106,7 @@ const UIWindowLevel UIWindowLevelAlert = quorvantis::device::kAlertWindowLevel;
 @interface DeviceWindow : UIWindow {
  @public
   DeviceViewController* _root;
+  quorvantis::device::Frame _frame;
   UIWindowLevel _level;
   BOOL _visible;
   int _alert;  // the number of the alert that it shows; 0: none
@@ -133,7 +135,10 @@ const UIWindowLevel UIWindowLevelAlert = quorvantis::device::kAlertWindowLevel;
 }
 
 - (instancetype)initWithFrame:(CGRect)frame {
-  return [super init];
+  self = [super init];
+  static_cast<DeviceWindow*>(self)->_frame = {frame.origin.x, frame.origin.y, frame.size.width,
+                                              frame.size.height};
+  return self;
 }
 
 @dynamic rootViewController, windowLevel, hidden;
@@ -209,6 +214,8 @@ const UIWindowLevel UIWindowLevelAlert = quorvantis::device::kAlertWindowLevel;
   alert.title = *valueFrom(controller->_title);
   alert.message = *valueFrom(controller->_message);
   alert.windowLevel = _window->_level;
+  alert.windowFrame = _window->_frame;
+  alert.animated = animated;
   for (DeviceAlertAction* action in controller->_actions) {
     alert.buttons.push_back(*textOf(action->_title));
     if (alert.onTap) continue;

@@ -35,6 +35,7 @@ struct ObjectMaker {
   id operator()(std::nullptr_t) const { return [NSNull null]; }
   id operator()(bool boolean) const { return [NSNumber numberWithBool:boolean]; }
   id operator()(std::int64_t number) const { return [NSNumber numberWithLongLong:number]; }
+  id operator()(std::uint64_t number) const { return [NSNumber numberWithUnsignedLongLong:number]; }
   id operator()(double number) const { return [NSNumber numberWithDouble:number]; }
   id operator()(const std::string& text) const { return stringFrom(text); }
   id operator()(const json::Data& data) const {
@@ -59,6 +60,7 @@ json::Value numberFrom(NSNumber* number) {
   if (number == [NSNumber numberWithBool:NO]) return false;
   const char type = *[number objCType];
   if (type == 'd' || type == 'f') return [number doubleValue];
+  if (type == 'Q') return std::uint64_t{[number unsignedLongLongValue]};
   return std::int64_t{[number longLongValue]};
 }
 

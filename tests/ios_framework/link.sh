@@ -22,6 +22,7 @@ case $(uname -m) in
 esac
 
 mkdir -p "$folder"
+rm -f "$folder"/*.o  # of sources that are gone
 # shellcheck disable=SC2016,SC2046,SC2086 # the inner shell expands; an empty architecture is no argument
 find $(sed "s#^#$root/#" "$root/cmake/core-folders") "$root/platform/ios" "$root/framework" \
     -name '*.mm' -o -name '*.cpp' |

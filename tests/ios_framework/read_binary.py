@@ -71,6 +71,12 @@ def flavour(folder):
     return {"#0": "device", "#1": "simulator"}.get(re.search(r"mov\s+w0, (#\d)", code).group(1))
 
 
+def section(binary, symbol):
+    """Where the symbol's value is kept."""
+    lines = output("llvm-objdump-14", "--syms", binary).splitlines()
+    return next(line.split()[-2] for line in lines if line.endswith(" " + symbol))
+
+
 def main():
     folder, kind = Path(sys.argv[1]), sys.argv[2]
     subprocess.run([HERE / "link.sh", folder, kind], check=True)
@@ -86,10 +92,12 @@ def main():
         "linked frameworks": (sorted(name for name in used if not name.endswith(".dylib")), LINKED),
         "methods of Push": (sorted(methods(push[0])), sorted(PUSH_METHODS)),
         "switches of Push": ({name: types for name, types in methods(push[0]).items() if "B" in types}, PUSH_SWITCHES),
-        "class methods of Push": (methods(push[1]), {"shared": "@16@0:8"}),
+        "class methods of Push": (methods(push[1]), {"shared": "@16@0:8", "allocWithZone:": "@24@0:8^{_NSZone=}16"}),
         "methods of PushRequestData": (sorted(methods(client[0])), sorted(CLIENT_METHODS)),
         "properties of Push": ({name: value for name, value in properties(push[0]).items()
                                 if name not in INHERITED_PROPERTIES}, PUSH_PROPERTIES),
+        "constants": ([section(binary, "_QuorvantisPushVersion" + of) for of in ("Number", "String")],
+                      ["__TEXT,__const"] * 2),
         "build flavour": (flavour(folder), kind),
         "properties of PushRequestData": (properties(client[0]), CLIENT_PROPERTIES),
         "protocols of Push": (protocols(push[0]), {"UIApplicationDelegate", "UNUserNotificationCenterDelegate"}),

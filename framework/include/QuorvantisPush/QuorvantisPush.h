@@ -2,7 +2,7 @@
 #import <Foundation/Foundation.h>
 
 /// The version number of the framework: 1.0.
-FOUNDATION_EXPORT __attribute__((visibility("default"))) double QuorvantisPushVersionNumber;
+FOUNDATION_EXPORT __attribute__((visibility("default"))) const double QuorvantisPushVersionNumber;
 
 /// The version text of the framework.
 FOUNDATION_EXPORT __attribute__((visibility("default"))) const unsigned char QuorvantisPushVersionString[];

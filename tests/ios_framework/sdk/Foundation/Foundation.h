@@ -48,6 +48,7 @@ __attribute__((objc_root_class))
 }
 + (instancetype)new;
 + (instancetype)alloc;
++ (instancetype)allocWithZone:(struct _NSZone*)zone;
 + (Class)class;
 - (instancetype)init;
 - (id)copy;
