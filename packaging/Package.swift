@@ -1,10 +1,10 @@
 // swift-tools-version:5.5
-// The package that is published: beside it lie the three XCFrameworks.
+// The package that is published: beside it lie the three XCFrameworks. make-xcframework writes the oldest iOS.
 import PackageDescription
 
 let package = Package(
   name: "QuorvantisPush",
-  platforms: [.iOS(.v10)],
+  platforms: [.iOS("15.0")],
   products: [
     .library(
       name: "QuorvantisPush",

@@ -1,21 +1,20 @@
-# The pod that is published: beside it lies QuorvantisPush.xcframework.
+# The pod that is published: beside it lie the XCFrameworks. make-xcframework writes the oldest iOS and the version.
 Pod::Spec.new do |spec|
   spec.name = 'QuorvantisPush'
-  spec.version = '1.0'
+  spec.version = '@VERSION@'
   spec.summary = 'Receives remote notifications from the Quorvantis push service.'
   spec.homepage = 'https://www.quorvantis.com'
   spec.license = { :type => 'Apache-2.0', :file => 'LICENSE' }
   spec.author = 'Quorvantis'
-  # To be replaced: where you publish the folder that make-xcframework made, as a zip.
-  spec.source = { :http => 'https://www.quorvantis.com/QuorvantisPush-1.0.zip' }
-  spec.platform = :ios, '10.0'
-  spec.vendored_frameworks = 'QuorvantisPush.xcframework'
+  # To be replaced: where you publish the zip that make-xcframework made.
+  spec.source = { :http => 'https://www.quorvantis.com/QuorvantisPush-@VERSION@.zip', :flatten => false }
+  spec.platform = :ios, '15.0'
+  # The second and the third are the maker's closed frameworks.
+  spec.vendored_frameworks = 'QuorvantisPush.xcframework', 'QuorvantisRegister.xcframework',
+                             'QuorvantisUtils.xcframework'
   spec.libraries = 'c++'
   # The second line's are linked although nothing calls them.
   spec.frameworks = 'AudioToolbox', 'CoreFoundation', 'Foundation', 'UIKit', 'UserNotifications',
                     'AdSupport', 'CoreGraphics', 'CoreLocation', 'CoreTelephony', 'MediaPlayer', 'Security',
                     'SystemConfiguration'
-  # The maker's closed frameworks.
-  spec.dependency 'QuorvantisRegister'
-  spec.dependency 'QuorvantisUtils'
 end

@@ -28,6 +28,17 @@ cp "$headers/../../module.modulemap" "$framework/Modules"
 echo '@import QuorvantisPush; Push *push(void); Push *push(void) { return [Push shared]; }' >"$1/import.m"
 compile -fmodules -fmodules-cache-path="$1/modules" -Wno-non-modular-include-in-framework-module -F "$1" "$1/import.m"
 
+# What comes on other threads than the main one is not the main actor's: five of Push, three of its delegate.
+"$clang" -fsyntax-only -target arm64-apple-ios15.0 -nostdlibinc -isystem "$here/sdk" -isystem "$here/../apple_sdk" \
+  -I "$headers/.." -x objective-c -Xclang -ast-dump -include QuorvantisPush/QuorvantisPush.h /dev/null |
+  awk '/ObjC(Method|Interface|Protocol)Decl/ {method = $0} /SwiftAttrAttr.*"nonisolated"/ {print method}' |
+  grep -oE '[-+] (shared|registerFinish|on[A-Z][A-Za-z]*:) ' | sort | uniq -c | tr -s ' \n' ' ' >"$1/nonisolated"
+expected=' 1 + shared 2 - onError: 2 - onRegisterToken: 2 - onUpdateToken: 1 - registerFinish '
+if [ "$(cat "$1/nonisolated")" != "$expected" ]; then
+  echo "marked nonisolated for Swift are$(cat "$1/nonisolated")" >&2
+  exit 1
+fi
+
 if grep -hvE '^ *///' "$headers"/*.h |
   grep -E '(^|[^@])\b(class|template|namespace)\b|::|#(include|import) <[a-z_]+>'; then
   echo "a public header shows C++" >&2

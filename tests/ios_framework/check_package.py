@@ -27,7 +27,6 @@ def main():
                 for entry in privacy["NSPrivacyAccessedAPITypes"]}
     checks = {
         "identifier": (info["CFBundleIdentifier"], "com.quorvantis.QuorvantisPush"),
-        "version": (info["CFBundleShortVersionString"], "1.0"),
         "manifest's keys": (set(privacy), {"NSPrivacyTracking", "NSPrivacyTrackingDomains", "NSPrivacyCollectedDataTypes",
                                            "NSPrivacyAccessedAPITypes"}),
         "tracking": (privacy["NSPrivacyTracking"], False),
@@ -37,7 +36,7 @@ def main():
                          {"NSPrivacyCollectedDataType" + end for end in ("", "Linked", "Tracking", "Purposes")}),
         "accessed": (accessed, {"NSPrivacyAccessedAPICategoryUserDefaults": ["CA92.1"]}),
         "CMake's frameworks": (words("CMakeLists.txt", r"foreach\(framework(.*?)\)"), set(LINKED)),
-        "pod's frameworks": (words("QuorvantisPush.podspec", r"spec.frameworks =(.*?)#") | MAKERS, set(LINKED)),
+        "pod's frameworks": (words("QuorvantisPush.podspec", r"spec.frameworks =(.*?)\nend") | MAKERS, set(LINKED)),
     }
     wrong = {what: pair for what, pair in checks.items() if pair[0] != pair[1]}
     for what, (found, expected) in wrong.items():

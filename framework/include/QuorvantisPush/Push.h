@@ -1,11 +1,6 @@
+#import <QuorvantisPush/QuorvantisPushDefines.h>
 #import <UIKit/UIKit.h>
 #import <UserNotifications/UserNotifications.h>
-
-#if __has_attribute(swift_async)
-#define QUORVANTIS_NOT_ASYNC_IN_SWIFT __attribute__((swift_async(none)))
-#else
-#define QUORVANTIS_NOT_ASYNC_IN_SWIFT
-#endif
 
 NS_ASSUME_NONNULL_BEGIN
 
@@ -21,7 +16,7 @@ __attribute__((visibility("default")))
 }
 
 /// The process's one instance, made on the first call by the class that gets it, and never destroyed.
-+ (Push*)shared NS_SWIFT_NAME(shared());
++ (Push*)shared NS_SWIFT_NAME(shared()) QUORVANTIS_NONISOLATED_IN_SWIFT;
 
 /// An instance of its own, independent of the shared one.
 - (instancetype)init;
@@ -72,8 +67,6 @@ __attribute__((visibility("default")))
 
 #pragma mark - What the system sends, or your application delegate passes on
 
-// Their handlers may never be called: Swift is not to wait for one.
-
 /// Writes a log line. The token itself goes to `registerForRemoteNotificationsWithDeviceToken:`.
 - (void)application:(UIApplication*)application
     didRegisterForRemoteNotificationsWithDeviceToken:(NSData*)deviceToken;
@@ -112,12 +105,13 @@ __attribute__((visibility("default")))
     NS_SWIFT_NAME(hexadecimalString(from:));
 
 /// The registration framework has registered this user and device. Comes on a thread of its choice.
-- (void)registerFinish;
+- (void)registerFinish QUORVANTIS_NONISOLATED_IN_SWIFT;
 
-/// The registration client's reports. The first two go on to the delegate, errors to the log.
-- (void)onRegisterToken:(nullable id)token NS_SWIFT_NAME(onRegisterToken(_:));
-- (void)onUpdateToken:(nullable id)token NS_SWIFT_NAME(onUpdateToken(_:));
-- (void)onError:(nullable id)error NS_SWIFT_NAME(onError(_:));
+/// The registration client's reports, on the transport's thread. The first two go on to the delegate, errors
+/// to the log.
+- (void)onRegisterToken:(nullable id)token NS_SWIFT_NAME(onRegisterToken(_:)) QUORVANTIS_NONISOLATED_IN_SWIFT;
+- (void)onUpdateToken:(nullable id)token NS_SWIFT_NAME(onUpdateToken(_:)) QUORVANTIS_NONISOLATED_IN_SWIFT;
+- (void)onError:(nullable id)error NS_SWIFT_NAME(onError(_:)) QUORVANTIS_NONISOLATED_IN_SWIFT;
 
 @end
 

@@ -1,4 +1,5 @@
 #import <Foundation/Foundation.h>
+#import <QuorvantisPush/QuorvantisPushDefines.h>
 
 NS_ASSUME_NONNULL_BEGIN
 
@@ -26,18 +27,18 @@ NS_ASSUME_NONNULL_BEGIN
 /// The push server registered the token.
 ///
 /// @param token The "token" of the server's answer, of whatever type it has there; nil when there was none.
-- (void)onRegisterToken:(nullable id)token NS_SWIFT_NAME(onRegisterToken(_:));
+- (void)onRegisterToken:(nullable id)token NS_SWIFT_NAME(onRegisterToken(_:)) QUORVANTIS_NONISOLATED_IN_SWIFT;
 
 /// The push server replaced the token it knew.
 ///
 /// @param token As for `onRegisterToken:`.
-- (void)onUpdateToken:(nullable id)token NS_SWIFT_NAME(onUpdateToken(_:));
+- (void)onUpdateToken:(nullable id)token NS_SWIFT_NAME(onUpdateToken(_:)) QUORVANTIS_NONISOLATED_IN_SWIFT;
 
 /// A precondition of the library failed: no application hash is set, or the system is too old (then the
 /// message is sent without asking first). Errors of the push server are not reported here.
 ///
 /// @param error A fixed text.
-- (void)onError:(nullable NSString*)error NS_SWIFT_NAME(onError(_:));
+- (void)onError:(nullable NSString*)error NS_SWIFT_NAME(onError(_:)) QUORVANTIS_NONISOLATED_IN_SWIFT;
 
 @end
 

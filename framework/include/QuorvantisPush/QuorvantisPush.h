@@ -10,3 +10,4 @@ FOUNDATION_EXPORT __attribute__((visibility("default"))) const unsigned char Quo
 #import <QuorvantisPush/Push.h>
 #import <QuorvantisPush/PushDelegate.h>
 #import <QuorvantisPush/PushRequestData.h>
+#import <QuorvantisPush/QuorvantisPushDefines.h>
