@@ -49,4 +49,16 @@ void Network::beforeRequest() const {
   if (hook) hook();
 }
 
+void Network::setOnFailure(std::function<void(const std::string& reason)> hook) {
+  const std::lock_guard lock(mutex_);
+  onFailure_.swap(hook);
+}
+
+void Network::requestFailed(const std::string& reason) const {
+  std::unique_lock lock(mutex_);
+  const auto hook = onFailure_;
+  lock.unlock();
+  if (hook) hook(reason);
+}
+
 }  // namespace quorvantis::device

@@ -45,12 +45,18 @@ class Network {
   void setBeforeRequest(std::function<void()> hook);
   void beforeRequest() const;
 
+  /// Told why a request failed, as for a person who looks at the network, on the thread that posts it. On a
+  /// phone there is nobody to tell. Not of one that was cancelled.
+  void setOnFailure(std::function<void(const std::string& reason)> hook);
+  void requestFailed(const std::string& reason) const;
+
  private:
   mutable std::mutex mutex_;
   std::map<std::string, Endpoint, std::less<>> hosts_;
   std::string authorities_;
   TransportLimits limits_;
   std::function<void()> beforeRequest_;
+  std::function<void(const std::string& reason)> onFailure_;
 };
 
 }  // namespace quorvantis::device

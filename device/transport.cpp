@@ -198,6 +198,19 @@ long atLeastOne(std::chrono::milliseconds limit) {
   return std::max(1L, static_cast<long>(limit.count()));
 }
 
+const char* reasonOf(CURLcode code) {
+  switch (code) {
+    case CURLE_COULDNT_CONNECT:
+      return "nobody listens there";
+    case CURLE_PEER_FAILED_VERIFICATION:
+      return "the certificate there is none of the trusted authority";
+    case CURLE_OPERATION_TIMEDOUT:
+      return "no whole answer in time";
+    default:
+      return curl_easy_strerror(code);
+  }
+}
+
 }  // namespace
 
 struct Transport::Connection {
@@ -293,9 +306,8 @@ void Transport::Connection::perform(const std::stop_token& stop) {
   curl_easy_getinfo(easy.get(), CURLINFO_ACTIVESOCKET, &keptSocket);
   int left = 0;
   const CURLMsg* message = curl_multi_info_read(multi.get(), &left);
-  if (message == nullptr || message->msg != CURLMSG_DONE || message->data.result != CURLE_OK) {
-    throw Failure("no whole answer");
-  }
+  if (message == nullptr || message->msg != CURLMSG_DONE) throw Failure("no whole answer");
+  if (message->data.result != CURLE_OK) throw Failure(reasonOf(message->data.result));
 }
 
 std::optional<std::string> Transport::Connection::post(const Request& request, const std::stop_token& stop) {
@@ -339,7 +351,7 @@ std::optional<std::string> Transport::Connection::post(const Request& request, c
   const char* contentType = nullptr;
   curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &status);
   curl_easy_getinfo(handle, CURLINFO_CONTENT_TYPE, &contentType);
-  if (status < 200 || status > 299) throw Failure("no success");
+  if (status < 200 || status > 299) throw Failure("the answer's status is " + std::to_string(status));
   if (!isProtected(contentType)) return std::move(exchange.answer);
   if (!request.hashKey) throw Failure("no key for the answer");
   return jose::open(exchange.answer, *request.hashKey);
@@ -352,8 +364,11 @@ std::optional<std::string> Transport::post(const Request& request, const std::st
   try {
     // Made for the first request: an application that sends none does not start libcurl.
     if (!connection_) connection_ = std::make_unique<Connection>(network_);
-    return connection_->post(request, stop);
-  } catch (const std::exception&) {
+    std::optional<std::string> answer = connection_->post(request, stop);
+    if (!answer) network_.requestFailed("the answer is not protected with the key");
+    return answer;
+  } catch (const std::exception& failure) {
+    if (!stop.stop_requested()) network_.requestFailed(failure.what());
     return std::nullopt;
   }
 }

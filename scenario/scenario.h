@@ -2,7 +2,7 @@
 // thread.
 #pragma once
 
-#include <iosfwd>
+#include <string_view>
 #include <vector>
 
 #include "scenario/step.h"
@@ -21,6 +21,6 @@ class ScenarioError : public StepError {
 };
 
 /// Throws ScenarioError for the first bad line. Where the push server runs elsewhere, "server" steps are bad.
-std::vector<Step> readScenario(std::istream& text, bool serverIsElsewhere);
+std::vector<Step> readScenario(std::string_view text, bool serverIsElsewhere);
 
 }  // namespace quorvantis::scenario

@@ -81,8 +81,13 @@ def check_others(tool, folder):
         result = run(GET_VERSION, *arguments)
         if result.returncode != 2 or result.stdout or result.stderr.count(b"\n") != 1:
             yield f"{arguments}: {result}"
-        if arguments and arguments[-1].startswith(str(folder / "is")) and not result.stderr.startswith(f"{arguments[-1]}:1: ".encode()):
+        named = f"quorvantis-push: {arguments[-1]}: can't be read: ".encode() if arguments and len(arguments) == 1 else b""
+        if not result.stderr.startswith(named):
             yield f"{arguments}: {result}"
+    for redirection in ("<&-", "<."):
+        result = subprocess.run(["sh", "-c", f'"$0" run - {redirection}', tool], capture_output=True, timeout=300)
+        if result.returncode != 2 or not result.stderr.startswith(b"quorvantis-push: standard input: can't be read: "):
+            yield f"run - {redirection}: {result}"
     with open("/dev/full", "wb") as full:
         result = subprocess.run([tool, "run", "-"], input=GET_VERSION, stdout=full, stderr=subprocess.PIPE, timeout=300)
         if result.returncode != 1 or result.stderr.count(b"\n") != 1:

@@ -155,9 +155,12 @@ class Server(Options):
         self.assertEqual(process.returncode, 0)
         return printed
 
-    def outcomes(self, scenario, where):
-        return [event.get("message", event.get("argument"))
-                for event in self.events(scenario, "--server", where, "--authority", self.authority)
+    def outcomes(self, scenario, where, said=""):
+        """What the host and the log are told of; `said` is what the run says of a request that failed."""
+        run = self.run_tool(scenario, "--server", where, "--authority", self.authority)
+        message = said and f"quorvantis-push: a request to {where} failed: {said}\n"
+        self.assertEqual((run.returncode, run.stderr.decode()), (0, message))
+        return [event.get("message", event.get("argument")) for event in map(json.loads, run.stdout.splitlines())
                 if event["event"] == "log" or event.get("selector") in ("onRegisterToken:", "onUpdateToken:")]
 
     def test_gets_the_requests_of_a_run(self):
@@ -171,7 +174,7 @@ class Server(Options):
         printed = self.stop(process)
         for text in ("pushlibRegistrarToken", "pushlibCambioToken", '{"error":"no","token":"02"}', '"si"'):
             self.assertIn(text, printed)
-        self.assertEqual(self.outcomes(token("01"), where), [FAILED])
+        self.assertEqual(self.outcomes(token("01"), where, "nobody listens there"), [FAILED])
 
     def test_remembers_registrations_in_its_file(self):
         data = self.folder / "registrations.db"
@@ -203,7 +206,8 @@ class Server(Options):
         self.stop(process)
         process, where = self.serve()
         self.authority.write_bytes(kept)
-        self.assertEqual(self.outcomes(token("01"), where), [FAILED])
+        said = "the certificate there is none of the trusted authority"
+        self.assertEqual(self.outcomes(token("01"), where, said), [FAILED])
         self.assertNotIn("pushlib", self.stop(process))
 
     def test_said_wrongly(self):

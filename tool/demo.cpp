@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <iostream>
 #include <memory>
-#include <sstream>
 
 #include "scenario/host.h"
 #include "scenario/player.h"
@@ -68,8 +67,7 @@ class Demo {
   bool play(const Scene& scene, std::size_t number) {
     story_.scene(number, scene.title, scene.about);
     std::vector<std::string> moments;
-    std::istringstream steps(scene.steps);
-    for (const scenario::Step& step : scenario::readScenario(steps, false)) {
+    for (const scenario::Step& step : scenario::readScenario(scene.steps, false)) {
       story_.step(step);
       player_.play(step);
       const std::vector<device::Event> events = device_.record.take();

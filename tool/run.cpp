@@ -7,9 +7,9 @@
 #include <iostream>
 #include <iterator>
 #include <memory>
-#include <sstream>
 #include <stdexcept>
 
+#include "console/input.h"
 #include "json/write.h"
 #include "scenario/host.h"
 #include "scenario/player.h"
@@ -32,11 +32,11 @@ class UsageError : public std::runtime_error {
 
 std::vector<scenario::Step> readScenarioFile(const RunOptions& options) {
   const bool serverIsElsewhere = options.server.has_value();
-  if (options.scenario == "-") return scenario::readScenario(std::cin, serverIsElsewhere);
-  std::ifstream file(options.scenario, std::ios::binary);
-  file.peek();  // a folder opens, and fails when it is read
-  if (!file && !file.eof()) throw scenario::ScenarioError(1, "can't be read; is it there, and a file?");
-  return scenario::readScenario(file, serverIsElsewhere);
+  const console::Input input = console::readInput(options.scenario);
+  if (!input.problem.empty()) {
+    throw UsageError(console::nameOfInput(options.scenario) + ": can't be read: " + input.problem);
+  }
+  return scenario::readScenario(input.bytes, serverIsElsewhere);
 }
 
 std::string readAuthority(const std::string& path) {
@@ -66,6 +66,10 @@ device::Endpoint endpointFrom(const std::string& hostAndPort) {
   return endpoint;
 }
 
+void say(const std::string& message) {
+  std::cerr << "quorvantis-push: " << message << '\n';
+}
+
 void print(device::Record& record) {
   for (const device::Event& event : record.take()) std::cout << json::write(event) << '\n';
 }
@@ -93,6 +97,9 @@ void playOnFreshDevice(const RunOptions& options, const std::vector<scenario::St
   if (options.server) {
     device.network.setHost(scenario::kPushHost, endpointFrom(*options.server));
     device.network.setTrustedAuthorities(readAuthority(options.authority.value_or("")));
+    device.network.setOnFailure([&options](const std::string& reason) {
+      say("a request to " + *options.server + " failed: " + reason);
+    });
     playAll(steps, device, nullptr);
   } else {
     scenario::PushService service(device);
@@ -113,11 +120,11 @@ int run(const RunOptions& options) {
     std::cerr << options.scenario << ':' << error.line() << ": " << error.what() << '\n';
     return kUnreadable;
   } catch (const UsageError& error) {
-    std::cerr << error.what() << '\n';
+    say(error.what());
     return kUnreadable;
   } catch (const std::exception& error) {
     std::cout.flush();
-    std::cerr << error.what() << '\n';
+    say(error.what());
     return kFailed;
   }
 }

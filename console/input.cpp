@@ -1,0 +1,47 @@
+#include "console/input.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <memory>
+#include <system_error>
+
+#include "console/wording.h"
+
+namespace quorvantis::console {
+
+namespace {
+
+struct Closer {
+  void operator()(std::FILE* stream) const { static_cast<void>(std::fclose(stream)); }
+};
+
+Input readFrom(std::FILE* stream, std::size_t most) {
+  Input input;
+  std::array<char, 1 << 16> part;
+  while (const std::size_t size = std::fread(part.data(), 1, part.size(), stream)) {
+    input.bytes.append(part.data(), size);
+    if (input.bytes.size() > most) return {{}, "it is larger than " + grouped(most) + " bytes"};
+  }
+  if (std::ferror(stream) != 0) return {{}, std::strerror(errno)};
+  return input;
+}
+
+}  // namespace
+
+Input readInput(const std::string& file, std::size_t most) {
+  if (file == "-") return readFrom(stdin, most);
+  std::error_code ignored;
+  if (std::filesystem::is_directory(file, ignored)) return {{}, "it is a folder"};
+  const std::unique_ptr<std::FILE, Closer> stream(std::fopen(file.c_str(), "rbe"));
+  if (stream == nullptr) return {{}, std::strerror(errno)};
+  return readFrom(stream.get(), most);
+}
+
+std::string nameOfInput(const std::string& file) {
+  return file == "-" ? "standard input" : harmless(file);
+}
+
+}  // namespace quorvantis::console
