@@ -71,7 +71,7 @@ def main():
     print(f"Measured on: {machine()}\n")
     print("\n".join(lines(folder)))
     print()
-    for file in ("effects.txt", "exact.txt"):
+    for file in ("effects.txt", "exact.txt", "files.txt"):
         for name, value in figures(folder, file).items():
             print(f"{value:>10}  {name}")
 

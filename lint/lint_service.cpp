@@ -11,7 +11,7 @@ namespace {
 /// The request is the version, a line feed and the text.
 std::string answer(const std::string& request) {
   const std::size_t end = request.find('\n');
-  return json::write(jsonOf(reportOnText(request.substr(end + 1), request.substr(0, end))));
+  return json::write(jsonOf(explained(checkText(request.substr(end + 1)), request.substr(0, end))));
 }
 
 }  // namespace

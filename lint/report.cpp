@@ -16,11 +16,15 @@ constexpr std::size_t kLargestExplained = 16 * kLargestPayload;
 
 }  // namespace
 
-PayloadReport reportOn(const std::string& file, const std::string& systemVersion) {
+bool PayloadReport::isOnlyChecked() const {
+  return payload && bytes > kLargestExplained;
+}
+
+PayloadReport checkFile(const std::string& file) {
   PayloadSource source = readPayloadSource(file);
   PayloadReport report;
   if (source.problem.empty()) {
-    report = reportOnText(std::move(source.bytes), systemVersion);
+    report = checkText(std::move(source.bytes));
   } else {
     report.problem = std::move(source.problem);
   }
@@ -28,17 +32,19 @@ PayloadReport reportOn(const std::string& file, const std::string& systemVersion
   return report;
 }
 
-PayloadReport reportOnText(std::string text, const std::string& systemVersion) {
+PayloadReport checkText(std::string text) {
   PayloadReport report;
   const PayloadDocument document(std::move(text));
   report.text = document.text();
   report.bytes = document.size();
   report.isForSimulator = document.isForSimulator();
   report.findings = findIn(document);
-  const auto* payload = document.value().get<json::Dictionary>();
-  if (payload == nullptr) return report;
-  report.isOnlyChecked = report.bytes > kLargestExplained;
-  if (!report.isOnlyChecked) report.explanation = explain(*payload, systemVersion);
+  if (const auto* payload = document.value().get<json::Dictionary>()) report.payload = *payload;
+  return report;
+}
+
+PayloadReport explained(PayloadReport report, const std::string& systemVersion) {
+  if (report.payload && !report.isOnlyChecked()) report.explanation = explain(*report.payload, systemVersion);
   return report;
 }
 
@@ -48,6 +54,14 @@ void PayloadTotals::add(const PayloadReport& report) {
   errors += report.findings.errors;
   warnings += report.findings.warnings;
   notes += report.findings.notes;
+}
+
+void PayloadTotals::add(const PayloadTotals& more) {
+  files += more.files;
+  unreadable += more.unreadable;
+  errors += more.errors;
+  warnings += more.warnings;
+  notes += more.notes;
 }
 
 }  // namespace quorvantis::lint

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,22 +18,27 @@ struct PayloadReport {
   std::size_t bytes = 0;
   bool isForSimulator = false;
   Findings findings;
-  bool isOnlyChecked = false;  ///< far too large to be delivered
-  /// Empty when there is no payload to deliver: no object, or far too large a one.
+  std::optional<json::Dictionary> payload;  ///< nothing when the text is no object
+  /// Empty when there is no payload to deliver, or it is far too large.
   std::vector<Explained> explanation;
+
+  /// Far too large to be delivered.
+  [[nodiscard]] bool isOnlyChecked() const;
 };
 
-/// Reads the file, "-" for standard input.
-PayloadReport reportOn(const std::string& file, const std::string& systemVersion);
+/// What is found in a file, "-" for standard input, or in a text; nothing is explained.
+PayloadReport checkFile(const std::string& file);
+PayloadReport checkText(std::string text);
 
-/// On a text that is there already.
-PayloadReport reportOnText(std::string text, const std::string& systemVersion);
+/// Adds the explanation.
+PayloadReport explained(PayloadReport report, const std::string& systemVersion);
 
 /// Sums over several reports.
 struct PayloadTotals {
   std::size_t files = 0, unreadable = 0, errors = 0, warnings = 0, notes = 0;
 
   void add(const PayloadReport& report);
+  void add(const PayloadTotals& more);
 };
 
 }  // namespace quorvantis::lint

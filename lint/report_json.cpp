@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "json/write.h"
 #include "lint/words.h"
 
 namespace quorvantis::lint {
@@ -103,14 +104,15 @@ Value jsonOf(const PayloadReport& report) {
                     {"outcomes", arrayOf(report.explanation)}};
 }
 
-Value jsonOf(const std::string& systemVersion, Array reports, const PayloadTotals& totals) {
-  return Dictionary{{"systemVersion", systemVersion},
-                    {"files", std::move(reports)},
-                    {"summary", Dictionary{{"files", number(totals.files)},
-                                           {"unreadable", number(totals.unreadable)},
-                                           {"errors", number(totals.errors)},
-                                           {"warnings", number(totals.warnings)},
-                                           {"notes", number(totals.notes)}}}};
+std::string jsonReport(const std::string& systemVersion, const std::string& reports,
+                       const PayloadTotals& totals) {
+  const Dictionary summary{{"files", number(totals.files)},
+                           {"unreadable", number(totals.unreadable)},
+                           {"errors", number(totals.errors)},
+                           {"warnings", number(totals.warnings)},
+                           {"notes", number(totals.notes)}};
+  return R"({"files":[)" + reports + R"(],"summary":)" + json::write(summary) + R"(,"systemVersion":)" +
+         json::write(systemVersion) + '}';
 }
 
 }  // namespace quorvantis::lint

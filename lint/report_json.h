@@ -11,6 +11,8 @@ namespace quorvantis::lint {
 
 json::Value jsonOf(const PayloadReport& report);
 
-json::Value jsonOf(const std::string& systemVersion, json::Array reports, const PayloadTotals& totals);
+/// The document around reports, which are the elements of an array, written already.
+std::string jsonReport(const std::string& systemVersion, const std::string& reports,
+                       const PayloadTotals& totals);
 
 }  // namespace quorvantis::lint

@@ -289,7 +289,7 @@ void print(const PayloadReport& report, const console::Terminal& terminal, std::
                " of " + console::counted(kLargestPayload, "byte") +
                (report.isForSimulator ? ", without \"" + std::string(kSimulatorKey) + '"' : ""));
   printer.line();
-  if (report.isOnlyChecked) {
+  if (report.isOnlyChecked()) {
     printer.paragraph(kSituationIndent,
                       "Too large to be delivered to the simulated phone: it was only checked.");
     printer.line();

@@ -40,7 +40,8 @@ inline constexpr Rule apsInEnvelope{
     "aps-in-envelope", Severity::error,
     "`\"aps\"` stands inside another object, as in a request to a service that sends it on. Sent to Apple "
     "as it is, it is a payload without `\"aps\"`"};
-inline constexpr Rule apsIsNoObject{"aps-is-no-object", Severity::error, "The application ends", true};
+inline constexpr Rule apsIsNoObject{"aps-is-no-object", Severity::error,
+                                    "`\"aps\"` is not an object. The application ends", true};
 inline constexpr Rule alertIsText{"alert-is-text", Severity::error,
                                   "`\"alert\"` is a string. The application ends", true};
 inline constexpr Rule alertIsNoObject{"alert-is-no-object", Severity::error,
@@ -64,7 +65,8 @@ inline constexpr Rule systemValue{
     "system-value", Severity::warning,
     "The value of one of Apple's own keys is of the wrong kind, or none of those that Apple documents. The "
     "system passes over it"};
-inline constexpr Rule typeIsNoText{"type-is-no-text", Severity::error, "The application ends", true};
+inline constexpr Rule typeIsNoText{"type-is-no-text", Severity::error,
+                                   "`\"type\"` is not a string. The application ends", true};
 inline constexpr Rule unknownType{
     "unknown-type", Severity::warning,
     "None of the four types; the nearest is named. The notification is shown, its badge set and reported, "

@@ -1,5 +1,8 @@
 #include "lint/source.h"
 
+#include <glob.h>
+
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -11,6 +14,44 @@
 namespace quorvantis::lint {
 
 namespace {
+
+namespace fs = std::filesystem;
+
+bool isHidden(const fs::path& path) {
+  return path.filename().string().starts_with('.');
+}
+
+bool isPayload(const fs::path& path) {
+  return path.extension() == ".json" || path.extension() == ".apns";
+}
+
+void listFolder(const fs::path& folder, std::vector<std::string>& files) {
+  std::error_code problem;
+  std::vector<fs::path> entries;
+  for (fs::directory_iterator entry(folder, problem), end; !problem && entry != end;
+       entry.increment(problem)) {
+    if (!isHidden(entry->path())) entries.push_back(entry->path());
+  }
+  // Said when it is read as a file.
+  if (problem) files.push_back(folder.string());
+  std::sort(entries.begin(), entries.end());
+  for (const fs::path& path : entries) {
+    std::error_code ignored;
+    if (fs::is_directory(fs::symlink_status(path, ignored))) {
+      listFolder(path, files);
+    } else if (isPayload(path) && !fs::is_directory(path, ignored)) {
+      files.push_back(path.string());
+    }
+  }
+}
+
+void listMatches(const std::string& pattern, std::vector<std::string>& files) {
+  glob_t found{};
+  if (glob(pattern.c_str(), 0, nullptr, &found) == 0) {
+    for (std::size_t i = 0; i < found.gl_pathc; ++i) files.emplace_back(found.gl_pathv[i]);
+  }
+  globfree(&found);
+}
 
 struct Closer {
   void operator()(std::FILE* stream) const { static_cast<void>(std::fclose(stream)); }
@@ -27,10 +68,27 @@ PayloadSource readFrom(std::FILE* stream) {
 
 }  // namespace
 
+std::vector<std::string> payloadFiles(const std::vector<std::string>& arguments) {
+  std::vector<std::string> files;
+  for (const std::string& argument : arguments) {
+    const std::size_t before = files.size();
+    std::error_code ignored;
+    const fs::file_status status = fs::status(argument, ignored);
+    if (fs::is_directory(status)) {
+      listFolder(argument, files);
+    } else if (!fs::exists(status) && argument.find_first_of("*?[") != std::string::npos) {
+      listMatches(argument, files);
+    }
+    if (files.size() == before) files.push_back(argument);
+  }
+  return files;
+}
+
 PayloadSource readPayloadSource(const std::string& file) {
   if (file == "-") return readFrom(stdin);
   std::error_code ignored;
-  if (std::filesystem::is_directory(file, ignored)) return {{}, "it is a folder"};
+  if (fs::is_directory(file, ignored))
+    return {{}, "the folder holds no .json or .apns file that can be listed"};
   const std::unique_ptr<std::FILE, Closer> stream(std::fopen(file.c_str(), "rbe"));
   if (stream == nullptr) return {{}, std::strerror(errno)};
   return readFrom(stream.get());

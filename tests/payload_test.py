@@ -5,20 +5,24 @@ payloads/CODE.*.json draws the finding CODE, at the path, line and column of pay
 payloads/valid.* draws none.
 """
 import json
+import os
 import random
 import re
 import resource
 import subprocess
 import sys
 import tempfile
+import textwrap
 import unittest
 from pathlib import Path
+from urllib.parse import unquote
 
 import jsonschema
 
 TESTS = Path(__file__).resolve().parent
 FOLDER = TESTS / "payloads"
-DOCS = TESTS.parent / "docs"
+SOURCE = TESTS.parent
+DOCS = SOURCE / "docs"
 SYSTEM_VERSIONS = ("17.0", "16.4")
 TYPES = ["pushlib-normal", "pushlib-abrirapp", "pushlib-abrirurl", "pushlib-extras", "pushlib-Normal"]
 TOOL = None
@@ -102,6 +106,15 @@ def random_payloads(count):
         if not isinstance(aps.get("urlnoti", ""), str):
             del aps["urlnoti"]
         yield chance.choice([{"aps": aps}] * 9 + [{"aps": chance.choice(values)}, {"other": aps}])
+
+
+def sarif(*files):
+    """The one run of the SARIF log on the files, held to the schema."""
+    done = run("payload", "--sarif", *files)
+    log = json.loads(done.stdout)
+    jsonschema.validate(log, json.loads((TESTS / "sarif" / "sarif-2.1.0.json").read_text()))
+    assert not done.stderr, done.stderr
+    return log["runs"][0], done.returncode
 
 
 class Payloads(unittest.TestCase):
@@ -288,12 +301,14 @@ class Payloads(unittest.TestCase):
     def test_status_and_sections(self):
         good, bad, odd = (FOLDER / name for name in ("valid.silent.json", "alert-is-text.json", "unknown-type.json"))
         self.assertEqual([run("payload", path).returncode for path in (good, odd, bad)], [0, 0, 1])
-        several = run("payload", bad, "no/such/file", FOLDER, good, odd)
+        empty = Path(self.scratch.name) / "empty"
+        empty.mkdir()
+        several = run("payload", bad, "no/such/file", empty, good, odd)
         text = several.stdout.decode()
         self.assertEqual(several.returncode, 2)
         self.assertIn(f"{bad}:3:5: error: \"alert\" is a string and must be an object [alert-is-text]", text)
         self.assertIn("no/such/file: can't be read: No such file or directory", text)
-        self.assertIn(f"{FOLDER}: can't be read: it is a folder", text)
+        self.assertIn(f"{empty}: can't be read: the folder holds no .json or .apns file", text)
         self.assertTrue(text.endswith("5 files: 1 error, 1 warning, 0 notes; 2 can't be read\n"), text[-200:])
         self.assertIn(b"standard input:1:1: error: can't be read as JSON", run("payload", "-", stdin=b"").stdout)
         for redirection, reason in ((f"<{FOLDER}", "Is a directory"), ("<&-", "Bad file descriptor")):
@@ -301,9 +316,131 @@ class Payloads(unittest.TestCase):
             self.assertEqual(done.returncode, 2)
             self.assertIn("standard input: can't be read: " + reason, done.stdout)
 
+    def test_every_finding_is_in_sarif_where_it_is_in_text(self):
+        files = payload_files()
+        wanted = []
+        for path, found in zip(files, report(files)):
+            for finding in found["findings"]:
+                begin = found["file"], finding["line"], finding["column"], finding["endLine"], finding["endColumn"]
+                wanted.append((finding["code"], finding["severity"], *begin, bool(finding["edits"])))
+        log, status = sarif(*files)
+        results = []
+        for result in log["results"]:
+            place = result["locations"][0]["physicalLocation"]
+            region = place["region"]
+            self.assertEqual(log["tool"]["driver"]["rules"][result["ruleIndex"]]["id"], result["ruleId"])
+            results.append((result["ruleId"], result["level"], unquote(place["artifactLocation"]["uri"])[len("file://"):],
+                            region["startLine"], region["startColumn"], region["endLine"], region["endColumn"],
+                            "fixes" in result))
+        self.assertEqual((results, status), (wanted, 1))
+        text = run("payload", *files).stdout.decode()
+        self.assertEqual([place for place in re.findall(r"^(/.*?:\d+:\d+): (?:error|warning|note): ", text, re.M)],
+                         [f"{file}:{line}:{column}" for _, _, file, line, column, *_ in wanted])
+
+    def test_a_fix_in_sarif_is_the_exact_remedy(self):
+        # Columns count characters, whatever they take in bytes or UTF-16.
+        path = self.write("a b%é.apns", '{"aps": {"alert": {"body": "x"}, "😀": 1, "Badge": 2}}')
+        log, status = sarif(path)
+        result, = log["results"]
+        change = result["fixes"][0]["artifactChanges"][0]
+        self.assertTrue(change["artifactLocation"]["uri"].endswith("/a%20b%25%c3%a9.apns"))
+        region = change["replacements"][0]["deletedRegion"]
+        line = path.read_text()
+        self.assertEqual(line[region["startColumn"] - 1:region["endColumn"] - 1], '"Badge"')
+        self.assertEqual((change["replacements"][0]["insertedContent"]["text"], status), ('"badge"', 0))
+
+    def test_sarif_tells_what_it_could_not_read(self):
+        repeated = self.write("repeated.json", "{" + ",".join(['"a":1'] * 200) + "}")
+        log, status = sarif("no/such file", repeated)
+        invocation, = log["invocations"]
+        self.assertEqual((invocation["executionSuccessful"], status), (False, 2))
+        notices = [notice["message"]["text"] for notice in invocation["toolExecutionNotifications"]]
+        self.assertEqual(notices[0], "no/such file can't be read: No such file or directory")
+        self.assertRegex(notices[1], "^100 more findings in .*repeated.json left out$")
+
+    def test_the_sarif_schema_holds(self):
+        log = json.loads(run("payload", "--sarif", FOLDER / "misspelt-key.json").stdout)
+        schema = json.loads((TESTS / "sarif" / "sarif-2.1.0.json").read_text())
+        jsonschema.validate(log, schema)
+        for path, member in ((["runs", 0], "tool"), (["runs", 0, "results", 0], "message"), ([], "version"),
+                             (["runs", 0, "results", 0, "fixes", 0, "artifactChanges", 0], "replacements"),
+                             (["runs", 0, "tool", "driver", "rules", 0], "id")):
+            broken = json.loads(json.dumps(log))
+            node = broken
+            for step in path:
+                node = node[step]
+            del node[member]
+            with self.assertRaises(jsonschema.ValidationError, msg=member):
+                jsonschema.validate(broken, schema)
+
+    def test_the_documents_say_of_each_code_what_sarif_says(self):
+        rules = sarif(FOLDER / "valid.silent.json")[0]["tool"]["driver"]["rules"]
+        table = re.findall(r"^\| `([a-z-]+)` \| (error|warning|note) \| (.*) \|$", (DOCS / "payloads.md").read_text(), re.M)
+        self.assertEqual([(rule["id"], rule["defaultConfiguration"]["level"], rule["help"]["markdown"]) for rule in rules],
+                         [(code, severity, help + ".") for code, severity, help in table])
+
+    def test_many_files_are_reported_as_one_after_the_other(self):
+        folder = Path(self.scratch.name) / "campaigns"
+        kinds = [path for path in payload_files() if code_of(path) not in ("too-large",)]
+        for number in range(150):
+            path = folder / f"{number % 7}" / f"{number}.{'apns' if number % 2 else 'json'}"
+            path.parent.mkdir(parents=True, exist_ok=True)
+            path.write_bytes(kinds[number % len(kinds)].read_bytes())
+        (folder / "3" / "unreadable.json").symlink_to("nowhere")
+        (folder / "notes.txt").write_text("no payload")
+        (folder / ".hidden.json").write_text("no payload")
+        files = sorted(path for path in folder.glob("*/*"))
+        one_by_one = [run("payload", path).stdout for path in files]
+        together = run("payload", folder)
+        self.assertTrue(together.stdout.startswith(b"".join(one_by_one)))
+        self.assertRegex(together.stdout.decode().splitlines()[-1], r"^151 files: .*; 1 can't be read$")
+        self.assertEqual(together.returncode, 2)
+        for option in ("--json", "--sarif"):
+            name = "files" if option == "--json" else "results"
+            def parts(*arguments):
+                document = json.loads(run("payload", option, *arguments).stdout)
+                return (document if option == "--json" else document["runs"][0])[name]
+            self.assertEqual(parts(folder), [part for path in files for part in parts(path)])
+
+    def test_patterns_are_matched(self):
+        for name in ("b.apns", "a.apns", "c.json", "[d].apns"):
+            self.write(name, (FOLDER / "valid.silent.json").read_text())
+        found = report([f"{self.scratch.name}/*.apns", f"{self.scratch.name}/[d].apns", f"{self.scratch.name}/[c].json"])
+        self.assertEqual([Path(one["file"]).name for one in found], ["[d].apns", "a.apns", "b.apns", "[d].apns", "c.json"])
+        nothing, = report([f"{self.scratch.name}/*.none"])
+        self.assertEqual(nothing["problem"], "No such file or directory")
+
+    def test_a_commit_hook_and_a_workflow_lint_what_changed(self):
+        repository = Path(self.scratch.name) / "repository"
+        repository.mkdir()
+        tools = Path(self.scratch.name) / "bin"
+        tools.mkdir()
+        (tools / "quorvantis-push").symlink_to(Path(TOOL).resolve())
+        environment = {**os.environ, "PATH": f"{tools}:{os.environ['PATH']}", "HOME": self.scratch.name, "BASE": "HEAD~1"}
+
+        def shell(script):
+            return subprocess.run(["bash", "-eo", "pipefail", "-c", script], cwd=repository, env=environment,
+                                  capture_output=True, text=True, timeout=60)
+
+        commit = "git add -A && git -c user.name=a -c user.email=a@example.com commit -qm x"
+        (repository / "old.apns").write_text("no JSON")
+        self.assertEqual(shell("git init -q && " + commit).returncode, 0)
+        (repository / "new one.apns").write_bytes((FOLDER / "alert-is-text.json").read_bytes())
+        self.assertEqual(shell(commit).returncode, 0)
+
+        workflow = (SOURCE / "packaging" / "lint-payloads.yml").read_text()
+        script = textwrap.dedent(re.search(r"shell: bash\n +run: \|\n((?: {10}.*\n)+)", workflow).group(1))
+        self.assertEqual(shell(script).returncode, 1)
+        results = json.loads((repository / "payloads.sarif").read_text())["runs"][0]["results"]
+        self.assertEqual([(result["ruleId"], result["locations"][0]["physicalLocation"]["artifactLocation"]["uri"])
+                          for result in results], [("alert-is-text", "new%20one.apns")])
+
+        entry = re.search(r"^  entry: (.*)$", (SOURCE / ".pre-commit-hooks.yaml").read_text(), re.M).group(1)
+        self.assertEqual([shell(f"{entry} '{name}'").returncode for name in ("new one.apns", "old.apns")], [1, 1])
+
     def test_wrong_arguments(self):
         path = FOLDER / "valid.silent.json"
-        for arguments in ([], ["--yaml", path], ["--system-version", "9.3", path], ["--system-version", "new", path],
+        for arguments in ([], ["--yaml", path], ["--json", "--sarif", path], ["--system-version", "9.3", path], ["--system-version", "new", path],
                           ["-", "-"]):
             done = run("payload", *arguments)
             self.assertEqual((done.returncode, done.stdout, done.stderr.count(b"\n")), (2, b"", 1), arguments)

@@ -60,14 +60,23 @@ void addPayload(CLI::App& app, PayloadOptions& options, int (*payload)(const Pay
   command->footer(
       "\"switch\" in the output is activePushNotificationsInForegroundApp:. Status: 0 when no finding is an "
       "error, 1 when one is, 2 when a file can't be read.");
-  command->add_flag("--json", options.asJson, "print one JSON document, for other programs");
+  using Format = PayloadOptions::Format;
+  options.version = kVersion + std::string_view(kVersion).find(' ') + 1;
+  auto* json = command->add_flag_callback(
+      "--json", [&options] { options.format = Format::json; }, "print one JSON document, for other programs");
+  command
+      ->add_flag_callback(
+          "--sarif", [&options] { options.format = Format::sarif; },
+          "print the findings as a SARIF 2.1.0 log, for code hosts")
+      ->excludes(json);
   command->add_option("--system-version", options.systemVersion, "the phone's version of iOS")
       ->check(problemOfVersion)
       ->type_name("V")
       ->capture_default_str();
   command
       ->add_option("FILE", options.files,
-                   "a payload, or an .apns file for the simulator; - for standard input")
+                   "a payload, an .apns file for the simulator, a folder of them, or a pattern such as "
+                   "'campaigns/*.apns'; - for standard input")
       ->required()
       ->type_name(" ");
   command->callback([&options, payload] {

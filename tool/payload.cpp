@@ -2,44 +2,96 @@
 
 #include <exception>
 #include <iostream>
+#include <sstream>
 
 #include "json/write.h"
+#include "lint/pieces.h"
 #include "lint/report.h"
 #include "lint/report_json.h"
+#include "lint/report_sarif.h"
 #include "lint/report_text.h"
+#include "lint/side_by_side.h"
+#include "lint/source.h"
 
 namespace quorvantis::tool {
 
 namespace {
+
+using Format = PayloadOptions::Format;
 
 int statusOf(const lint::PayloadTotals& totals) {
   if (totals.unreadable != 0) return 2;
   return totals.errors != 0 ? 1 : 0;
 }
 
-lint::PayloadTotals reportAsJson(const PayloadOptions& options) {
-  lint::PayloadTotals totals;
-  json::Array reports;
-  for (const std::string& file : options.files) {
-    const lint::PayloadReport report = lint::reportOn(file, options.systemVersion);
-    totals.add(report);
-    reports.push_back(lint::jsonOf(report));
-  }
-  std::cout << json::write(lint::jsonOf(options.systemVersion, std::move(reports), totals)) << '\n';
-  return totals;
+/// Elements of a JSON array behind others.
+void append(const json::Value& element, std::string& elements) {
+  if (!elements.empty()) elements += ',';
+  elements += json::write(element);
 }
 
-lint::PayloadTotals reportAsText(const PayloadOptions& options) {
-  const console::Terminal terminal = console::Terminal::ofStandardOutput();
-  lint::PayloadTotals totals;
-  for (const std::string& file : options.files) {
-    const lint::PayloadReport report = lint::reportOn(file, options.systemVersion);
-    totals.add(report);
-    print(report, terminal, std::cout);
-    std::cout.flush();
+lint::Pieces printed(const std::string& file, const PayloadOptions& options,
+                     const console::Terminal& terminal) {
+  lint::Pieces pieces;
+  lint::PayloadReport report = lint::checkFile(file);
+  if (options.format != Format::sarif) report = lint::explained(std::move(report), options.systemVersion);
+  pieces.totals.add(report);
+  switch (options.format) {
+    case Format::text: {
+      std::ostringstream text;
+      print(report, terminal, text);
+      pieces.reports = text.str();
+      break;
+    }
+    case Format::json:
+      append(lint::jsonOf(report), pieces.reports);
+      break;
+    case Format::sarif:
+      for (const json::Value& result : lint::sarifResults(file, report)) append(result, pieces.reports);
+      for (const json::Value& notice : lint::sarifNotifications(file, report)) append(notice, pieces.notices);
   }
-  if (totals.files > 1) print(totals, terminal, std::cout);
-  return totals;
+  return pieces;
+}
+
+void join(const lint::Pieces& more, const char* separator, lint::Pieces& all) {
+  const auto add = [&](const std::string& text, std::string& whole) {
+    if (!whole.empty() && !text.empty()) whole += separator;
+    whole += text;
+  };
+  all.totals.add(more.totals);
+  add(more.reports, all.reports);
+  add(more.notices, all.notices);
+}
+
+lint::PayloadTotals report(const std::vector<std::string>& files, const PayloadOptions& options) {
+  const console::Terminal terminal = console::Terminal::ofStandardOutput();
+  const bool isText = options.format == Format::text;
+  const char* separator = isText ? "" : ",";
+  const auto work = [&](std::size_t first, std::size_t end) {
+    lint::Pieces pieces;
+    for (std::size_t i = first; i < end; ++i) join(printed(files[i], options, terminal), separator, pieces);
+    return packed(pieces);
+  };
+  lint::Pieces all;
+  lint::sideBySide(files.size(), work, [&](const std::string& bytes) {
+    join(lint::unpacked(bytes), separator, all);
+    if (!isText) return;
+    std::cout << all.reports << std::flush;
+    all.reports.clear();
+  });
+
+  switch (options.format) {
+    case Format::text:
+      if (all.totals.files > 1) print(all.totals, terminal, std::cout);
+      break;
+    case Format::json:
+      std::cout << lint::jsonReport(options.systemVersion, all.reports, all.totals) << '\n';
+      break;
+    case Format::sarif:
+      std::cout << lint::sarifLog(options.version, all.reports, all.notices, all.totals.unreadable == 0)
+                << '\n';
+  }
+  return all.totals;
 }
 
 }  // namespace
@@ -47,7 +99,7 @@ lint::PayloadTotals reportAsText(const PayloadOptions& options) {
 int explainPayloads(const PayloadOptions& options) {
   constexpr int kFailed = 3;
   try {
-    const lint::PayloadTotals totals = options.asJson ? reportAsJson(options) : reportAsText(options);
+    const lint::PayloadTotals totals = report(lint::payloadFiles(options.files), options);
     if (!std::cout.flush()) return kFailed;
     return statusOf(totals);
   } catch (const std::exception& error) {

@@ -7,9 +7,12 @@
 namespace quorvantis::tool {
 
 struct PayloadOptions {
-  bool asJson = false;
+  enum class Format { text, json, sarif };
+
+  Format format = Format::text;
   std::string systemVersion = "17.0";
-  std::vector<std::string> files;  ///< "-" is standard input
+  std::string version;             ///< the tool's
+  std::vector<std::string> files;  ///< folders and patterns, too; "-" is standard input
 };
 
 /// Returns the exit status; what went wrong with the output is on standard error.
