@@ -54,7 +54,11 @@ TEST_F(MainQueueTest, GoesOnAfterATaskThatFails) {
 TEST_F(MainQueueTest, StopsBeforeATaskThatIsNotReadyAndGoesOnFromThere) {
   bool isReady = false;
   queue.post(note("first"));
-  queue.postWhen([&] { return isReady; }, note("answer"));
+  queue.postWhen([&] { return isReady; },
+                 [this] {
+                   note("answer")();
+                   queue.postAfter(nanoseconds(1), note("soon"));
+                 });
   queue.post(note("behind"));
   queue.postAfter(nanoseconds(3), note("late"));
   queue.postAfter(nanoseconds(4), note("too-late"));
@@ -65,12 +69,12 @@ TEST_F(MainQueueTest, StopsBeforeATaskThatIsNotReadyAndGoesOnFromThere) {
   isReady = true;
   queue.goOn(run);
   EXPECT_FALSE(queue.isStopped());
-  EXPECT_EQ(log, "first answer behind late ");
+  EXPECT_EQ(log, "first answer behind soon late ");
   queue.goOn(run);
   queue.advance(nanoseconds(0), run);
-  EXPECT_EQ(log, "first answer behind late ");
+  EXPECT_EQ(log, "first answer behind soon late ");
   queue.advance(nanoseconds(1), run);
-  EXPECT_EQ(log, "first answer behind late too-late ");
+  EXPECT_EQ(log, "first answer behind soon late too-late ");
 
   queue.postWhen([] { return false; }, note("never"));
   queue.settle(run);
