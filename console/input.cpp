@@ -23,7 +23,7 @@ Input readFrom(std::FILE* stream, std::size_t most) {
   std::array<char, 1 << 16> part;
   while (const std::size_t size = std::fread(part.data(), 1, part.size(), stream)) {
     input.bytes.append(part.data(), size);
-    if (input.bytes.size() > most) return {{}, "it is larger than " + grouped(most) + " bytes"};
+    if (input.bytes.size() > most) return {{}, "it is larger than " + grouped(most >> 20) + " MiB"};
   }
   if (std::ferror(stream) != 0) return {{}, std::strerror(errno)};
   return input;

@@ -12,7 +12,8 @@ struct Input {
   std::string problem;  ///< why there are no bytes; empty when they were read
 };
 
-/// Reads all of it, but no more than is needed to see that it is larger than `most` bytes, and so too large.
+/// Reads all of it, but no more than is needed to see that it is too large: larger than `most` bytes, some
+/// mebibytes.
 Input readInput(const std::string& file, std::size_t most = SIZE_MAX);
 
 /// The input as messages name it.

@@ -21,14 +21,14 @@ bool PayloadReport::isOnlyChecked() const {
 }
 
 PayloadReport checkFile(const std::string& file) {
-  PayloadSource source = readPayloadSource(file);
+  console::Input source = readPayload(file);
   PayloadReport report;
   if (source.problem.empty()) {
     report = checkText(std::move(source.bytes));
   } else {
     report.problem = std::move(source.problem);
   }
-  report.file = file == "-" ? "standard input" : console::harmless(file);
+  report.file = console::nameOfInput(file);
   return report;
 }
 

@@ -3,13 +3,8 @@
 #include <glob.h>
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
 #include <filesystem>
-#include <memory>
 #include <system_error>
-#include <utility>
 
 namespace quorvantis::lint {
 
@@ -53,19 +48,6 @@ void listMatches(const std::string& pattern, std::vector<std::string>& files) {
   globfree(&found);
 }
 
-struct Closer {
-  void operator()(std::FILE* stream) const { static_cast<void>(std::fclose(stream)); }
-};
-
-PayloadSource readFrom(std::FILE* stream) {
-  std::string bytes(kLargestFile + 1, '\0');
-  bytes.resize(std::fread(bytes.data(), 1, bytes.size(), stream));
-  if (std::ferror(stream) != 0) return {{}, std::strerror(errno)};
-  if (bytes.size() > kLargestFile) return {{}, "larger than 4 MiB, which is no payload"};
-  bytes.shrink_to_fit();
-  return {std::move(bytes), {}};
-}
-
 }  // namespace
 
 std::vector<std::string> payloadFiles(const std::vector<std::string>& arguments) {
@@ -84,14 +66,12 @@ std::vector<std::string> payloadFiles(const std::vector<std::string>& arguments)
   return files;
 }
 
-PayloadSource readPayloadSource(const std::string& file) {
-  if (file == "-") return readFrom(stdin);
+console::Input readPayload(const std::string& file) {
   std::error_code ignored;
-  if (fs::is_directory(file, ignored))
+  if (file != "-" && fs::is_directory(file, ignored)) {
     return {{}, "the folder holds no .json or .apns file that can be listed"};
-  const std::unique_ptr<std::FILE, Closer> stream(std::fopen(file.c_str(), "rbe"));
-  if (stream == nullptr) return {{}, std::strerror(errno)};
-  return readFrom(stream.get());
+  }
+  return console::readInput(file, kLargestFile);
 }
 
 }  // namespace quorvantis::lint
