@@ -12,6 +12,7 @@
 #include <stdexcept>
 
 #include "base/c_handle.h"
+#include "jose/base64url.h"
 
 namespace quorvantis::jose {
 namespace {
@@ -41,33 +42,6 @@ Key contentKey(std::string_view key) {
   Key made(cjose_jwk_create_oct_spec(bytes(key), key.size(), nullptr));
   if (!made) throw std::runtime_error("the hash key can't be taken over");
   return made;
-}
-
-constexpr auto kDigits = [] {
-  constexpr std::string_view alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-_";
-  std::array<std::int8_t, 256> digits{};
-  digits.fill(-1);
-  for (std::size_t i = 0; i < alphabet.size(); ++i) {
-    digits[static_cast<unsigned char>(alphabet[i])] = static_cast<std::int8_t>(i);
-  }
-  return digits;
-}();
-
-/// The value of the base64url digit, or -1.
-int digit(char character) {
-  return kDigits[static_cast<unsigned char>(character)];
-}
-
-/// How many bytes the part stands for, or nothing when it is not the one way to write them.
-std::optional<std::size_t> decodedSize(std::string_view part) {
-  for (const char character : part) {
-    if (digit(character) < 0) return std::nullopt;
-  }
-  const std::size_t over = part.size() % 4;
-  if (over == 1) return std::nullopt;
-  const int unused = over == 2 ? 0x0F : over == 3 ? 0x03 : 0;
-  if (over != 0 && (digit(part.back()) & unused) != 0) return std::nullopt;
-  return part.size() / 4 * 3 + (over == 0 ? 0 : over - 1);
 }
 
 /// header, encrypted key, initialization vector, ciphertext, tag
