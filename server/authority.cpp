@@ -1,12 +1,16 @@
 #include "server/authority.h"
 
+#include <arpa/inet.h>
+#include <netinet/in.h>
 #include <openssl/ec.h>
 #include <openssl/rand.h>
 #include <openssl/rsa.h>
 
 #include <array>
 #include <ctime>
+#include <optional>
 #include <stdexcept>
+#include <utility>
 
 #include "server/openssl_handles.h"
 
@@ -59,18 +63,54 @@ void addExtension(X509* certificate, X509* issuer, int kind, const char* value) 
   require(extension != nullptr && X509_add_ext(certificate, extension.get(), -1) == 1, "an extension");
 }
 
-/// Not by the textual form above, in which a comma would begin another name.
-void addHost(X509* certificate, const std::string& host) {
+/// The address's 4 or 16 bytes; nothing for a name.
+std::optional<std::string> addressBytes(const std::string& host) {
+  std::string bytes(sizeof(in6_addr), '\0');
+  if (::inet_pton(AF_INET, host.c_str(), bytes.data()) == 1) return bytes.substr(0, sizeof(in_addr));
+  return ::inet_pton(AF_INET6, host.c_str(), bytes.data()) == 1 ? std::optional(bytes) : std::nullopt;
+}
+
+/// Not by the textual form above, in which a comma would begin another name. A name that an authority is
+/// limited to has its mask behind an address.
+openssl::Name generalName(const std::string& host, bool withMask = false) {
+  auto address = addressBytes(host);
+  if (address && withMask) address->append(address->size(), '\xFF');
+  const std::string& value = address ? *address : host;
+  openssl::Name name(GENERAL_NAME_new());
+  ASN1_STRING* text = ASN1_STRING_type_new(address ? V_ASN1_OCTET_STRING : V_ASN1_IA5STRING);
+  require(name != nullptr && text != nullptr &&
+              ASN1_STRING_set(text, value.data(), static_cast<int>(value.size())) == 1,
+          "a host's name");
+  GENERAL_NAME_set0_value(name.get(), address ? GEN_IPADD : GEN_DNS, text);
+  return name;
+}
+
+void addHosts(X509* certificate, const std::vector<std::string>& hosts) {
   const openssl::Names names(GENERAL_NAMES_new());
-  GENERAL_NAME* name = GENERAL_NAME_new();
-  ASN1_IA5STRING* text = ASN1_IA5STRING_new();
-  require(names != nullptr && name != nullptr && text != nullptr &&
-              ASN1_STRING_set(text, host.data(), static_cast<int>(host.size())) == 1,
+  require(names != nullptr, "a host's name");
+  for (const std::string& host : hosts) {
+    openssl::Name name = generalName(host);
+    require(sk_GENERAL_NAME_push(names.get(), name.get()) > 0, "a host's name");
+    (void)name.release();
+  }
+  require(X509_add1_ext_i2d(certificate, NID_subject_alt_name, names.get(), 0, X509V3_ADD_DEFAULT) == 1,
           "a host's name");
-  GENERAL_NAME_set0_value(name, GEN_DNS, text);
-  require(sk_GENERAL_NAME_push(names.get(), name) > 0 &&
-              X509_add1_ext_i2d(certificate, NID_subject_alt_name, names.get(), 0, X509V3_ADD_DEFAULT) == 1,
-          "a host's name");
+}
+
+void limitTo(X509* certificate, const std::vector<std::string>& hosts) {
+  const openssl::Constraints constraints(NAME_CONSTRAINTS_new());
+  require(constraints != nullptr, "a limit");
+  constraints->permittedSubtrees = sk_GENERAL_SUBTREE_new_null();
+  for (const std::string& host : hosts) {
+    openssl::Subtree subtree(GENERAL_SUBTREE_new());
+    require(subtree != nullptr, "a limit");
+    GENERAL_NAME_free(std::exchange(subtree->base, generalName(host, true).release()));
+    require(sk_GENERAL_SUBTREE_push(constraints->permittedSubtrees, subtree.get()) > 0, "a limit");
+    (void)subtree.release();
+  }
+  require(X509_add1_ext_i2d(certificate, NID_name_constraints, constraints.get(), 1, X509V3_ADD_DEFAULT) == 1,
+          "a limit");
+  addExtension(certificate, certificate, NID_ext_key_usage, "serverAuth");
 }
 
 template <class Write>
@@ -109,7 +149,7 @@ struct Authority::State {
   openssl::Certificate certificate;
 };
 
-Authority::Authority() : state_(std::make_unique<State>()) {
+Authority::Authority(const std::vector<std::string>& only) : state_(std::make_unique<State>()) {
   state_->key = newKey(0);
   state_->certificate = blank(state_->key.get(), -kAuthorityAge, kAuthorityLife);
   X509* certificate = state_->certificate.get();
@@ -118,6 +158,7 @@ Authority::Authority() : state_(std::make_unique<State>()) {
   addExtension(certificate, certificate, NID_basic_constraints, "critical,CA:TRUE,pathlen:0");
   addExtension(certificate, certificate, NID_key_usage, "critical,keyCertSign,cRLSign");
   addExtension(certificate, certificate, NID_subject_key_identifier, "hash");
+  if (!only.empty()) limitTo(certificate, only);
   require(X509_sign(certificate, state_->key.get(), EVP_sha256()) > 0, "a signature");
 }
 
@@ -130,6 +171,10 @@ std::string Authority::certificate() const {
 }
 
 Identity Authority::issue(const std::string& host, IssueOptions options) const {
+  return issue(std::vector{host}, options);
+}
+
+Identity Authority::issue(const std::vector<std::string>& hosts, IssueOptions options) const {
   const openssl::Key key = newKey(options.rsaBits);
   const openssl::Certificate certificate = blank(key.get(), options.notBefore, options.notAfter);
   X509* issuer = options.selfSigned ? certificate.get() : state_->certificate.get();
@@ -140,7 +185,7 @@ Identity Authority::issue(const std::string& host, IssueOptions options) const {
   addExtension(certificate.get(), issuer, NID_ext_key_usage, "serverAuth");
   addExtension(certificate.get(), issuer, NID_subject_key_identifier, "hash");
   addExtension(certificate.get(), issuer, NID_authority_key_identifier, "keyid:always");
-  addHost(certificate.get(), host);
+  addHosts(certificate.get(), hosts);
   EVP_PKEY* signer = options.selfSigned ? key.get() : state_->key.get();
   require(X509_sign(certificate.get(), signer, EVP_sha256()) > 0, "a signature");
   return {pem(certificate.get()), pem(key.get())};

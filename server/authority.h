@@ -4,6 +4,7 @@
 #include <chrono>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace quorvantis::server {
 
@@ -23,7 +24,9 @@ struct IssueOptions {
 
 class Authority {
  public:
-  Authority();
+  /// Can sign for the names and addresses in `only` and, as certificates have it, for what is below such a
+  /// name; for any when it is empty.
+  explicit Authority(const std::vector<std::string>& only = {});
   ~Authority();
   Authority(Authority&&) noexcept;
   Authority& operator=(Authority&&) noexcept;
@@ -31,8 +34,10 @@ class Authority {
   /// The authority's own certificate, PEM: what a device is to trust.
   [[nodiscard]] std::string certificate() const;
 
-  /// A server certificate for the host (a DNS name).
+  /// A server certificate for the host (a DNS name, or an IP address).
   [[nodiscard]] Identity issue(const std::string& host, IssueOptions options = {}) const;
+  /// The same for all of them.
+  [[nodiscard]] Identity issue(const std::vector<std::string>& hosts, IssueOptions options = {}) const;
 
  private:
   struct State;

@@ -30,7 +30,6 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
-constexpr std::size_t kMostConnections = 64;
 constexpr auto kGrace = milliseconds(200);  // for what is being sent when the listener stops
 constexpr auto kPauseWithoutResources = milliseconds(50);
 
@@ -55,28 +54,62 @@ Clock::time_point after(milliseconds patience) {
   return Clock::now() + std::min(patience, milliseconds(INT_MAX));
 }
 
-openssl::Context makeContext(const Identity& identity, int highestTlsVersion, bool takesWeakKeys) {
-  const auto memory = [](const std::string& text) {
-    return openssl::Bio(BIO_new_mem_buf(text.data(), static_cast<int>(text.size())));
-  };
-  const openssl::Certificate certificate(
-      PEM_read_bio_X509(memory(identity.certificate).get(), nullptr, nullptr, nullptr));
+openssl::Bio memory(const std::string& text) {
+  return openssl::Bio(BIO_new_mem_buf(text.data(), static_cast<int>(text.size())));
+}
+
+openssl::Certificate readCertificate(const std::string& pem) {
+  return openssl::Certificate(PEM_read_bio_X509(memory(pem).get(), nullptr, nullptr, nullptr));
+}
+
+/// A client that offers other protocols only would not understand what it got.
+int chooseProtocol(SSL*, const unsigned char** chosen, unsigned char* size, const unsigned char* offered,
+                   unsigned offeredSize, void* wanted) {
+  const std::string& name = *static_cast<const std::string*>(wanted);
+  for (unsigned i = 0; i < offeredSize; i += 1U + offered[i]) {
+    const std::string_view one(reinterpret_cast<const char*>(offered + i + 1), offered[i]);
+    if (one != name) continue;
+    *chosen = offered + i + 1;
+    *size = offered[i];
+    return SSL_TLSEXT_ERR_OK;
+  }
+  return SSL_TLSEXT_ERR_ALERT_FATAL;
+}
+
+/// Whom the client says to be is judged by the owner, not by the handshake.
+void askForCertificate(SSL_CTX* context, const std::string& authority) {
+  const openssl::Certificate certificate = readCertificate(authority);
+  if (!certificate || X509_STORE_add_cert(SSL_CTX_get_cert_store(context), certificate.get()) != 1 ||
+      SSL_CTX_add_client_CA(context, certificate.get()) != 1) {
+    throw ServerError("the authority for clients is no certificate in PEM form");
+  }
+  static constexpr std::string_view kSessions = "clients";  // none is taken up again elsewhere
+  SSL_CTX_set_session_id_context(context, reinterpret_cast<const unsigned char*>(kSessions.data()),
+                                 kSessions.size());
+  SSL_CTX_set_verify(context, SSL_VERIFY_PEER, [](int, X509_STORE_CTX*) { return 1; });
+}
+
+openssl::Context makeContext(const TlsListenerOptions& options) {
+  const openssl::Certificate certificate = readCertificate(options.identity.certificate);
   const openssl::Key key(
-      PEM_read_bio_PrivateKey(memory(identity.privateKey).get(), nullptr, nullptr, nullptr));
+      PEM_read_bio_PrivateKey(memory(options.identity.privateKey).get(), nullptr, nullptr, nullptr));
   openssl::Context context(SSL_CTX_new(TLS_server_method()));
-  if (context && takesWeakKeys) SSL_CTX_set_security_level(context.get(), 0);
+  if (context && options.takesWeakKeys) SSL_CTX_set_security_level(context.get(), 0);
   if (!certificate || !key || !context || SSL_CTX_use_certificate(context.get(), certificate.get()) != 1 ||
       SSL_CTX_use_PrivateKey(context.get(), key.get()) != 1) {
     throw ServerError("the server's certificate can't be used");
   }
-  const bool old = highestTlsVersion != 0 && highestTlsVersion < TLS1_2_VERSION;
+  const bool old = options.highestTlsVersion != 0 && options.highestTlsVersion < TLS1_2_VERSION;
   if (old) {
     SSL_CTX_set_cipher_list(context.get(), "DEFAULT@SECLEVEL=0");
   }
-  SSL_CTX_set_min_proto_version(context.get(), old ? highestTlsVersion : TLS1_2_VERSION);
-  SSL_CTX_set_max_proto_version(context.get(), highestTlsVersion);
+  SSL_CTX_set_min_proto_version(context.get(), old ? options.highestTlsVersion : TLS1_2_VERSION);
+  SSL_CTX_set_max_proto_version(context.get(), options.highestTlsVersion);
   SSL_CTX_set_options(context.get(), SSL_OP_NO_RENEGOTIATION);
   SSL_CTX_set_mode(context.get(), SSL_MODE_ENABLE_PARTIAL_WRITE | SSL_MODE_ACCEPT_MOVING_WRITE_BUFFER);
+  if (!options.protocol.empty())
+    SSL_CTX_set_alpn_select_cb(context.get(), chooseProtocol, const_cast<std::string*>(&options.protocol));
+  if (!options.clientAuthority.empty()) askForCertificate(context.get(), options.clientAuthority);
   return context;
 }
 
@@ -187,6 +220,20 @@ void TlsConnection::cut() {
   socket_ = -1;
 }
 
+std::optional<PeerCertificate> TlsConnection::peer() const {
+  X509* const certificate = tls_->ssl ? SSL_get0_peer_certificate(tls_->ssl.get()) : nullptr;
+  if (certificate == nullptr) return std::nullopt;
+  PeerCertificate peer;
+  peer.isTrusted = SSL_get_verify_result(tls_->ssl.get()) == X509_V_OK;
+  X509_NAME* const subject = X509_get_subject_name(certificate);
+  const int place = X509_NAME_get_index_by_NID(subject, NID_userId, -1);
+  if (place < 0) return peer;
+  const ASN1_STRING* const userId = X509_NAME_ENTRY_get_data(X509_NAME_get_entry(subject, place));
+  peer.userId.assign(reinterpret_cast<const char*>(ASN1_STRING_get0_data(userId)),
+                     static_cast<std::size_t>(ASN1_STRING_length(userId)));
+  return peer;
+}
+
 bool TlsConnection::stopping() const {
   pollfd watched{stop_, POLLIN, 0};
   return ::poll(&watched, 1, 0) > 0;
@@ -200,7 +247,7 @@ struct TlsListener::State {
 
   explicit State(TlsListenerOptions given)
       : options(std::move(given)),
-        context(makeContext(options.identity, options.highestTlsVersion, options.takesWeakKeys)),
+        context(makeContext(options)),
         listening(listenOnLoopback(options.port)),
         stop(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
     if (stop.get() < 0) throw ServerError(std::string("no event descriptor: ") + std::strerror(errno));
@@ -237,7 +284,7 @@ struct TlsListener::State {
   }
 
   void start(int client) {
-    if (workers.size() >= kMostConnections) {
+    if (workers.size() >= options.mostConnections) {
       ::close(client);
       return;
     }

@@ -10,11 +10,19 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include "server/authority.h"
 
 namespace quorvantis::server {
+
+/// What a client has shown of itself.
+struct PeerCertificate {
+  bool isTrusted = false;  ///< the listener's client authority has signed it
+  std::string userId;      ///< the subject's UID; empty: it has none
+};
 
 class TlsConnection {
  public:
@@ -41,6 +49,8 @@ class TlsConnection {
   /// Resets the connection. Nothing can be done with it then.
   void cut();
 
+  /// After the handshake; nothing when the client showed none, or was not asked.
+  [[nodiscard]] std::optional<PeerCertificate> peer() const;
   [[nodiscard]] bool stopping() const;
   [[nodiscard]] int socket() const { return socket_; }
 
@@ -56,6 +66,9 @@ struct TlsListenerOptions {
   Identity identity = {};
   int highestTlsVersion = 0;   ///< OpenSSL's number; 0: from 1.2 to the newest, otherwise this one at most
   bool takesWeakKeys = false;  ///< as the identity's
+  std::string protocol = {};   ///< by ALPN; clients that offer none are served all the same. Empty: not asked
+  std::string clientAuthority = {};  ///< PEM: clients are asked for a certificate, and need none
+  std::size_t mostConnections = 64;  ///< more are closed at once
   /// Called for each connection, before its handshake; it is closed after the return.
   std::function<void(TlsConnection&)> serve = {};
 };
