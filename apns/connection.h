@@ -1,0 +1,64 @@
+// One client's connection, from its handshake to its end. On the thread that it was given.
+#pragma once
+
+#include <chrono>
+#include <deque>
+#include <map>
+#include <string>
+
+#include "apns/faults.h"
+#include "apns/http2_session.h"
+#include "apns/judgement.h"
+#include "apns/phone.h"
+#include "server/tls_listener.h"
+
+namespace quorvantis::apns {
+
+/// How long things may take.
+struct Patience {
+  std::chrono::milliseconds handshake = std::chrono::seconds(10);
+  std::chrono::milliseconds request = std::chrono::seconds(30);  ///< from its headers to its end
+  std::chrono::milliseconds answer = std::chrono::seconds(30);   ///< until the client has read it
+  std::chrono::milliseconds idle = std::chrono::minutes(10);     ///< nothing under way
+};
+
+class Connection final : private Http2Session::Owner {
+ public:
+  /// All are used, not owned.
+  Connection(server::TlsConnection& wire, const Rules& rules, const Patience& patience, Phone& phone,
+             FaultQueue& faults);
+
+  /// Returns when the connection has ended.
+  void serve();
+
+ private:
+  using Clock = std::chrono::steady_clock;
+  using Stream = Http2Session::Stream;
+
+  void began(Stream stream) override;
+  void requested(Stream stream, const Request& request) override;
+  void closed(Stream stream) override;
+
+  void converse();
+  bool sendAll();
+  void act(Stream stream, const Request& request, const Fault& fault);
+  Judgement decide(const Request& request);
+  void give(const Judgement& judgement);
+  void answerWhatIsDue(Clock::time_point now);
+  void refuseUnfinished(Clock::time_point begunBefore, std::string_view reason);
+  [[nodiscard]] Clock::time_point nextDeadline() const;
+
+  server::TlsConnection& wire_;
+  const Rules& rules_;
+  const Patience& patience_;
+  Phone& phone_;
+  FaultQueue& faults_;
+  Provider provider_;
+  std::map<Stream, Clock::time_point> unfinished_;  ///< requests that are still read, and since when
+  std::multimap<Clock::time_point, std::pair<Stream, Answer>> delayed_;
+  Clock::time_point lastHeard_ = Clock::now();
+  bool isCut_ = false;
+  Http2Session session_;  // goes first
+};
+
+}  // namespace quorvantis::apns

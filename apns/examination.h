@@ -1,0 +1,42 @@
+// A request with all that its judgement looks at, worked out once. One thread.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include "apns/judgement.h"
+#include "json/value.h"
+
+namespace quorvantis::apns {
+
+/// What follows "/3/device/" in a path; nothing for another path.
+std::optional<std::string_view> deviceTokenIn(std::string_view path);
+
+/// What the documentation appends to the bundle identifier for this push type; empty for most, nothing for a
+/// type that there is not.
+std::optional<std::string_view> topicSuffixOf(std::string_view pushType);
+
+struct Examination {
+  Examination(const Request& given, const Provider& from, const Rules& by, const Phone& phone,
+              std::int64_t second);
+
+  const Request& request;
+  const Provider& provider;
+  const Rules& rules;
+  const std::int64_t now;
+
+  std::optional<std::string_view> deviceToken;
+  std::optional<KnownToken> known;
+  std::string pushType;
+  std::string topic;  ///< the bundle identifier; empty: none was named
+  std::optional<json::Value> payload;
+  std::string_view tokenText;  ///< empty: none was shown
+  std::optional<ProviderToken> token;
+  bool isTokenGood = false;
+
+ private:
+  void readProviderToken();
+};
+
+}  // namespace quorvantis::apns

@@ -1,0 +1,246 @@
+#include "apns/http2_session.h"
+
+#include <nghttp2/nghttp2.h>
+
+#include <algorithm>
+#include <array>
+#include <new>
+#include <optional>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "apns/uuid.h"
+#include "base/c_handle.h"
+#include "json/write.h"
+
+namespace quorvantis::apns {
+namespace {
+
+using Session = base::CHandle<nghttp2_session, nghttp2_session_del>;
+using Callbacks = base::CHandle<nghttp2_session_callbacks, nghttp2_session_callbacks_del>;
+
+constexpr std::size_t kMostOutput = std::size_t{32} * 1024;  // taken at once
+constexpr std::int32_t kConnectionWindow = 8 * 1024 * 1024;  // no client has to wait for it
+/// Read on so far beyond what counts, since clients in use don't look for an answer before they have sent
+/// all.
+constexpr std::size_t kMostReadBytes = std::size_t{4} * 1024 * 1024;
+
+std::string_view text(const std::uint8_t* bytes, std::size_t size) {
+  return {reinterpret_cast<const char*>(bytes), size};
+}
+
+/// nghttp2 takes names and values without const, and leaves them as they are.
+nghttp2_nv field(std::string_view name, std::string_view value) {
+  const auto bytes = [](std::string_view of) {
+    return reinterpret_cast<std::uint8_t*>(const_cast<char*>(of.data()));
+  };
+  return {bytes(name), bytes(value), name.size(), value.size(), NGHTTP2_NV_FLAG_NONE};
+}
+
+bool isRequest(const nghttp2_frame* frame) {
+  return frame->hd.type == NGHTTP2_HEADERS && frame->headers.cat == NGHTTP2_HCAT_REQUEST;
+}
+
+bool ends(const nghttp2_frame* frame) {
+  return (frame->hd.flags & NGHTTP2_FLAG_END_STREAM) != 0;
+}
+
+}  // namespace
+
+struct Http2Session::State {
+  struct Exchange {
+    Request request;
+    bool handedOver = false;
+    bool received = false;  ///< to its end
+    std::string body;       ///< of the answer
+    std::size_t sent = 0;
+  };
+
+  explicit State(Owner& given);
+
+  void receivedFrame(const nghttp2_frame* frame);
+  void handOver(Stream stream, Exchange& exchange);
+  void sentFrame(const nghttp2_frame* frame);
+  void part(std::string_view reason, Stream last);
+  void sayGoodBye();
+  Exchange* find(Stream stream) {
+    const auto found = exchanges.find(stream);
+    return found == exchanges.end() ? nullptr : &found->second;
+  }
+
+  Owner& owner;
+  Session session;
+  std::unordered_map<Stream, Exchange> exchanges;
+  struct Parting {
+    std::string reason;
+    Stream last;
+  };
+  std::optional<Parting>
+      parting;  ///< is told when all answers have been sent: some clients read none after it
+  bool isParting = false;
+  Stream newest = 0;   ///< handed over last
+  Stream highest = 0;  ///< of those handed over before
+};
+
+Http2Session::State::State(Owner& given) : owner(given) {
+  nghttp2_session_callbacks* made = nullptr;
+  if (nghttp2_session_callbacks_new(&made) != 0) throw std::bad_alloc();
+  const Callbacks callbacks(made);
+  nghttp2_session_callbacks_set_on_begin_headers_callback(
+      made, [](nghttp2_session*, const nghttp2_frame* frame, void* self) {
+        auto* const state = static_cast<State*>(self);
+        if (isRequest(frame) && state->exchanges.try_emplace(frame->hd.stream_id).second)
+          state->owner.began(frame->hd.stream_id);
+        return 0;
+      });
+  nghttp2_session_callbacks_set_on_header_callback(
+      made, [](nghttp2_session*, const nghttp2_frame* frame, const std::uint8_t* name, std::size_t nameSize,
+               const std::uint8_t* value, std::size_t valueSize, std::uint8_t, void* self) {
+        auto* const exchange = static_cast<State*>(self)->find(frame->hd.stream_id);
+        if (exchange != nullptr && isRequest(frame))
+          exchange->request.addHeader(text(name, nameSize), text(value, valueSize));
+        return 0;
+      });
+  nghttp2_session_callbacks_set_on_data_chunk_recv_callback(
+      made, [](nghttp2_session*, std::uint8_t, Stream stream, const std::uint8_t* bytes, std::size_t size,
+               void* self) {
+        auto* const state = static_cast<State*>(self);
+        auto* const exchange = state->find(stream);
+        if (exchange == nullptr || exchange->handedOver) return 0;
+        exchange->request.addBody(text(bytes, size));
+        if (exchange->request.bodyBytes() > kMostReadBytes) state->handOver(stream, *exchange);
+        return 0;
+      });
+  nghttp2_session_callbacks_set_on_frame_recv_callback(
+      made, [](nghttp2_session*, const nghttp2_frame* frame, void* self) {
+        static_cast<State*>(self)->receivedFrame(frame);
+        return 0;
+      });
+  nghttp2_session_callbacks_set_on_frame_send_callback(
+      made, [](nghttp2_session*, const nghttp2_frame* frame, void* self) {
+        static_cast<State*>(self)->sentFrame(frame);
+        return 0;
+      });
+  nghttp2_session_callbacks_set_on_stream_close_callback(
+      made, [](nghttp2_session*, Stream stream, std::uint32_t, void* self) {
+        auto* const state = static_cast<State*>(self);
+        if (state->exchanges.erase(stream) != 0) state->owner.closed(stream);
+        return 0;
+      });
+
+  nghttp2_session* opened = nullptr;
+  if (nghttp2_session_server_new(&opened, made, this) != 0) throw std::bad_alloc();
+  session.reset(opened);
+  const std::array settings = {
+      nghttp2_settings_entry{NGHTTP2_SETTINGS_MAX_CONCURRENT_STREAMS, kMostStreams},
+      nghttp2_settings_entry{NGHTTP2_SETTINGS_MAX_HEADER_LIST_SIZE, Request::kMostHeaderBytes}};
+  if (nghttp2_submit_settings(opened, NGHTTP2_FLAG_NONE, settings.data(), settings.size()) != 0 ||
+      nghttp2_session_set_local_window_size(opened, NGHTTP2_FLAG_NONE, 0, kConnectionWindow) != 0)
+    throw std::bad_alloc();
+}
+
+void Http2Session::State::receivedFrame(const nghttp2_frame* frame) {
+  if (frame->hd.type != NGHTTP2_HEADERS && frame->hd.type != NGHTTP2_DATA) return;
+  const Stream stream = frame->hd.stream_id;
+  auto* const exchange = find(stream);
+  if (exchange == nullptr) return;
+  if (!ends(frame)) return;
+  exchange->received = true;
+  if (!exchange->handedOver) handOver(stream, *exchange);
+}
+
+void Http2Session::State::handOver(Stream stream, Exchange& exchange) {
+  exchange.handedOver = true;
+  if (isParting) return;
+  highest = std::max(highest, std::exchange(newest, stream));
+  owner.requested(stream, exchange.request);
+}
+
+/// An answer that came before the request's end: nobody reads the rest of it.
+void Http2Session::State::sentFrame(const nghttp2_frame* frame) {
+  if ((frame->hd.type != NGHTTP2_HEADERS && frame->hd.type != NGHTTP2_DATA) || !ends(frame)) return;
+  const auto* const exchange = find(frame->hd.stream_id);
+  if (exchange != nullptr && !exchange->received)
+    nghttp2_submit_rst_stream(session.get(), NGHTTP2_FLAG_NONE, frame->hd.stream_id, NGHTTP2_NO_ERROR);
+}
+
+void Http2Session::State::part(std::string_view reason, Stream last) {
+  if (!isParting) parting = {std::string(reason), last};
+  isParting = true;
+}
+
+void Http2Session::State::sayGoodBye() {
+  const std::string data = json::write(json::Dictionary{{"reason", parting->reason}});
+  nghttp2_submit_goaway(session.get(), NGHTTP2_FLAG_NONE, parting->last, NGHTTP2_NO_ERROR,
+                        reinterpret_cast<const std::uint8_t*>(data.data()), data.size());
+  parting.reset();
+}
+
+Http2Session::Http2Session(Owner& owner) : state_(std::make_unique<State>(owner)) {}
+Http2Session::~Http2Session() = default;
+
+bool Http2Session::receive(std::string_view bytes) {
+  const auto taken = nghttp2_session_mem_recv(
+      state_->session.get(), reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+  return taken == static_cast<ssize_t>(bytes.size());
+}
+
+std::string Http2Session::takeOutput() {
+  std::string output;
+  while (output.size() < kMostOutput) {
+    const std::uint8_t* bytes = nullptr;
+    const auto size = nghttp2_session_mem_send(state_->session.get(), &bytes);
+    if (size < 0 || (size == 0 && !state_->parting)) break;
+    if (size == 0) state_->sayGoodBye();
+    output.append(text(bytes, static_cast<std::size_t>(size)));
+  }
+  return output;
+}
+
+void Http2Session::answer(Stream stream, const Answer& answer) {
+  auto* const exchange = state_->find(stream);
+  if (exchange == nullptr) return;
+  const std::string status = std::to_string(answer.status);
+  const std::string unique = answer.reason.empty() ? makeUuid() : "";
+  std::vector<nghttp2_nv> fields = {field(":status", status), field("apns-id", answer.id)};
+  if (answer.reason.empty()) {
+    fields.push_back(field("apns-unique-id", unique));
+    nghttp2_submit_response(state_->session.get(), stream, fields.data(), fields.size(), nullptr);
+    return;
+  }
+  fields.push_back(field("content-type", "application/json"));
+  exchange->body = bodyOf(answer);
+  nghttp2_data_provider provider{};
+  provider.source.ptr = exchange;
+  provider.read_callback = [](nghttp2_session*, Stream, std::uint8_t* into, std::size_t size,
+                              std::uint32_t* flags, nghttp2_data_source* source, void*) -> ssize_t {
+    auto& from = *static_cast<State::Exchange*>(source->ptr);
+    const std::size_t count = from.body.copy(reinterpret_cast<char*>(into), size, from.sent);
+    from.sent += count;
+    if (from.sent == from.body.size()) *flags |= NGHTTP2_DATA_FLAG_EOF;
+    return static_cast<ssize_t>(count);
+  };
+  nghttp2_submit_response(state_->session.get(), stream, fields.data(), fields.size(), &provider);
+}
+
+const Request* Http2Session::unfinished(Stream stream) const {
+  const auto* const exchange = state_->find(stream);
+  return exchange == nullptr || exchange->handedOver ? nullptr : &exchange->request;
+}
+
+void Http2Session::goAway(std::string_view reason) {
+  state_->part(reason, nghttp2_session_get_last_proc_stream_id(state_->session.get()));
+}
+
+void Http2Session::goAwayBefore(Stream stream, std::string_view reason) {
+  nghttp2_submit_rst_stream(state_->session.get(), NGHTTP2_FLAG_NONE, stream, NGHTTP2_REFUSED_STREAM);
+  state_->part(reason, state_->highest);
+}
+
+bool Http2Session::isOver() const {
+  return nghttp2_session_want_read(state_->session.get()) == 0 &&
+         nghttp2_session_want_write(state_->session.get()) == 0;
+}
+
+}  // namespace quorvantis::apns

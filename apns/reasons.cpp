@@ -1,0 +1,205 @@
+#include "apns/reasons.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+
+#include "apns/examination.h"
+#include "apns/uuid.h"
+#include "base/ascii.h"
+
+namespace quorvantis::apns {
+namespace {
+
+constexpr std::size_t kMostCollapseIdBytes = 64;
+constexpr std::size_t kMostExpirationDigits = 18;
+constexpr std::size_t kMostUsualPayloadBytes = 4096;
+constexpr std::int64_t kTokenLife = std::int64_t{60} * 60;     // seconds
+constexpr std::int64_t kTokenAtLeast = std::int64_t{20} * 60;  // seconds between two of them
+constexpr std::int64_t kClockDifference =
+    std::int64_t{5} * 60;  // seconds by which a provider's clock may be ahead
+
+bool isBackground(const Examination& seen) {
+  return seen.pushType == "background";
+}
+
+bool hasBadCollapseId(const Examination& seen) {
+  const auto& id = seen.request.header(Header::collapseId);
+  return id && id->size() > kMostCollapseIdBytes;
+}
+
+bool hasBadDeviceToken(const Examination& seen) {
+  return seen.deviceToken && !seen.deviceToken->empty() && !seen.known;
+}
+
+bool hasBadExpiration(const Examination& seen) {
+  const auto& date = seen.request.header(Header::expiration);
+  return date && (date->empty() || date->size() > kMostExpirationDigits ||
+                  !std::all_of(date->begin(), date->end(), base::isDigit));
+}
+
+bool hasBadMessageId(const Examination& seen) {
+  const auto& id = seen.request.header(Header::id);
+  return id && !isUuid(*id);
+}
+
+bool hasBadPriority(const Examination& seen) {
+  const auto& given = seen.request.header(Header::priority);
+  const std::string priority = given.value_or("10");
+  if (isBackground(seen)) return priority != "5";
+  return priority != "10" && priority != "5" && priority != "1";
+}
+
+bool hasBadTopic(const Examination& seen) {
+  const auto& topic = seen.request.header(Header::topic);
+  return topic && (topic->empty() || !std::all_of(topic->begin(), topic->end(), [](char c) {
+                     return base::isLetter(c) || base::isDigit(c) || c == '.' || c == '-' || c == '_';
+                   }));
+}
+
+bool isForAnotherTopic(const Examination& seen) {
+  return seen.known && !seen.topic.empty() && seen.topic != seen.rules.topic;
+}
+
+bool repeatsHeader(const Examination& seen) {
+  return seen.request.repeatsHeader();
+}
+
+bool hasInvalidPushType(const Examination& seen) {
+  if (!topicSuffixOf(seen.pushType)) return true;
+  const json::Value* const aps = seen.payload ? seen.payload->find("aps") : nullptr;
+  if (!isBackground(seen) || aps == nullptr) return false;
+  return aps->find("alert") != nullptr || aps->find("badge") != nullptr || aps->find("sound") != nullptr;
+}
+
+bool lacksDeviceToken(const Examination& seen) {
+  return seen.deviceToken && seen.deviceToken->empty();
+}
+
+bool lacksTopic(const Examination& seen) {
+  return seen.topic.empty();
+}
+
+bool isTopicDisallowed(const Examination& seen) {
+  return seen.provider.certificate == Provider::Certificate::trusted &&
+         !seen.provider.certificateTopic.empty() && seen.topic != seen.provider.certificateTopic;
+}
+
+bool hasBadCertificate(const Examination& seen) {
+  return seen.provider.certificate == Provider::Certificate::untrusted;
+}
+
+bool isTokenExpired(const Examination& seen) {
+  return seen.token && seen.now - seen.token->issuedAt > kTokenLife;
+}
+
+bool isTokenInvalid(const Examination& seen) {
+  if (seen.tokenText.empty()) return false;
+  return !seen.isTokenGood || seen.token->issuedAt - seen.now > kClockDifference;
+}
+
+bool lacksToken(const Examination& seen) {
+  return seen.tokenText.empty() && seen.provider.certificate != Provider::Certificate::trusted;
+}
+
+bool hasUnrelatedKey(const Examination& seen) {
+  return seen.token && seen.provider.token && seen.token->keyId != seen.provider.token->keyId;
+}
+
+bool hasBadPath(const Examination& seen) {
+  return !seen.deviceToken;
+}
+
+bool hasOtherMethod(const Examination& seen) {
+  return seen.request.method() != "POST";
+}
+
+bool isUnregistered(const Examination& seen) {
+  return seen.known && seen.known->invalidSince;
+}
+
+bool isTooLarge(const Examination& seen) {
+  const bool isVoip = seen.pushType == "voip";
+  return seen.request.bodyBytes() > (isVoip ? Request::kMostPayloadBytes : kMostUsualPayloadBytes);
+}
+
+bool lacksPayload(const Examination& seen) {
+  return !isTooLarge(seen) && !seen.payload;
+}
+
+bool changesTokensTooOften(const Examination& seen) {
+  if (!seen.token || !seen.provider.token || seen.tokenText == seen.provider.tokenText) return false;
+  return std::abs(seen.token->issuedAt - seen.provider.token->issuedAt) < kTokenAtLeast;
+}
+
+constexpr std::array kReasons = {
+    Reason{400, "BadCollapseId", "apns-collapse-id has more than 64 bytes", hasBadCollapseId},
+    Reason{400, "BadDeviceToken",
+           "the token in the path is none of this phone's; send to the one that it printed or registered",
+           hasBadDeviceToken},
+    Reason{400, "BadExpirationDate", "apns-expiration is no whole number of seconds since 1970",
+           hasBadExpiration},
+    Reason{400, "BadMessageId", "apns-id is no UUID of the form 8-4-4-4-12", hasBadMessageId},
+    Reason{400, "BadPriority",
+           "apns-priority is 10, 5 or 1, and 10 when it is left out; push type background goes with 5",
+           hasBadPriority},
+    Reason{400, "BadTopic", "apns-topic is no bundle identifier", hasBadTopic},
+    Reason{400, "DeviceTokenNotForTopic",
+           "the device token belongs to another application than apns-topic; --topic sets the phone's",
+           isForAnotherTopic},
+    Reason{400, "DuplicateHeaders", "authorization or an apns- header was sent twice", repeatsHeader},
+    Reason{400, "IdleTimeout", "the request was not finished in time", nullptr},
+    Reason{400, "InvalidPushType",
+           "apns-push-type is none that there is, or background with an alert, a badge or a sound",
+           hasInvalidPushType},
+    Reason{400, "MissingDeviceToken", "the path ends before the device token", lacksDeviceToken},
+    Reason{400, "MissingTopic", "apns-topic was not sent; it is needed with a provider token", lacksTopic},
+    Reason{400, "PayloadEmpty", "the body is empty, or no JSON object", lacksPayload},
+    Reason{400, "TopicDisallowed", "the client's certificate is for another topic", isTopicDisallowed},
+    Reason{403, "BadCertificate",
+           "the client's certificate is none of the authority's that --client-authority names",
+           hasBadCertificate},
+    Reason{403, "BadCertificateEnvironment", "the client's certificate is for the other environment",
+           nullptr},
+    Reason{403, "ExpiredProviderToken",
+           "the provider token was issued more than an hour ago, by its claim \"iat\"", isTokenExpired},
+    Reason{403, "Forbidden", "the action is not allowed", nullptr},
+    Reason{403, "InvalidProviderToken",
+           "the provider token is no JWT with \"alg\" ES256, a \"kid\" and an \"iss\" of 10 capitals and "
+           "digits, and an \"iat\" in seconds, not to come; or the key of --provider-key has not signed it",
+           isTokenInvalid},
+    Reason{403, "MissingProviderToken",
+           "there is neither a header \"authorization: bearer TOKEN\" nor a client's certificate",
+           lacksToken},
+    Reason{403, "UnrelatedKeyIdInToken",
+           "the provider token names another key than the first one on this connection", hasUnrelatedKey},
+    Reason{403, "BadEnvironmentKeyIdInToken", "the provider token's key is for the other environment",
+           nullptr},
+    Reason{404, "BadPath", "the path is not /3/device/ and a device token", hasBadPath},
+    Reason{405, "MethodNotAllowed", "the method is not POST", hasOtherMethod},
+    Reason{410, "ExpiredToken", "the device token has expired", nullptr},
+    Reason{410, "Unregistered", "the phone had this device token once, and has it no longer", isUnregistered},
+    Reason{413, "PayloadTooLarge", "the payload has more than 4,096 bytes, or 5,120 for push type voip",
+           isTooLarge},
+    Reason{429, "TooManyProviderTokenUpdates",
+           "a second provider token on this connection, issued within 20 minutes of the first; keep one and "
+           "use it again",
+           changesTokensTooOften},
+    Reason{429, "TooManyRequests", "too many requests for one device token", nullptr},
+    Reason{500, "InternalServerError", "the service failed", nullptr},
+    Reason{503, "ServiceUnavailable", "the service is not available", nullptr},
+    Reason{503, "Shutdown", "the service stops", nullptr}};
+
+}  // namespace
+
+std::span<const Reason> reasons() {
+  return kReasons;
+}
+
+const Reason* findReason(std::string_view name) {
+  const auto* const found = std::find_if(kReasons.begin(), kReasons.end(),
+                                         [&](const Reason& reason) { return reason.name == name; });
+  return found == kReasons.end() ? nullptr : found;
+}
+
+}  // namespace quorvantis::apns

@@ -1,0 +1,65 @@
+// A provider's request as it came over the wire, and the answer to it. Plain values.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quorvantis::apns {
+
+/// The headers that the service reads.
+enum class Header { authorization, topic, pushType, priority, expiration, collapseId, id };
+
+inline constexpr std::array<std::string_view, 7> kHeaderNames = {
+    "authorization",   "apns-topic",       "apns-push-type", "apns-priority",
+    "apns-expiration", "apns-collapse-id", "apns-id"};
+
+class Request {
+ public:
+  /// No payload of any kind may be longer.
+  static constexpr std::size_t kMostPayloadBytes = 5120;
+  /// What a client may send of headers, as HTTP/2 counts them: names, values and 32 bytes for each.
+  static constexpr std::size_t kMostHeaderBytes = std::size_t{32} * 1024;
+
+  /// Takes one header, ":method" and ":path" among them; others are counted and passed over.
+  void addHeader(std::string_view name, std::string_view value);
+  /// Takes a piece of the body, and keeps no more of it than counts.
+  void addBody(std::string_view bytes);
+
+  /// Nothing when it was not sent; the first one when there are several.
+  [[nodiscard]] const std::optional<std::string>& header(Header header) const {
+    return headers_[static_cast<std::size_t>(header)];
+  }
+  [[nodiscard]] const std::string& method() const { return method_; }
+  [[nodiscard]] const std::string& path() const { return path_; }
+  /// The start of it when it is longer than any may be.
+  [[nodiscard]] const std::string& body() const { return body_; }
+  [[nodiscard]] std::size_t bodyBytes() const { return bodyBytes_; }
+  [[nodiscard]] bool repeatsHeader() const { return repeatsHeader_; }
+  [[nodiscard]] bool hasTooManyHeaders() const { return headerBytes_ > kMostHeaderBytes; }
+
+ private:
+  std::string method_;
+  std::string path_;
+  std::array<std::optional<std::string>, kHeaderNames.size()> headers_;
+  std::string body_;
+  std::size_t bodyBytes_ = 0;
+  std::size_t headerBytes_ = 0;
+  bool repeatsHeader_ = false;
+};
+
+/// What a provider is answered.
+struct Answer {
+  int status = 200;
+  std::string reason = {};                     ///< empty with 200
+  std::optional<std::int64_t> timestamp = {};  ///< with 410, in milliseconds since 1970
+  std::string id = {};                         ///< `apns-id`
+};
+
+/// The JSON text of an error's body.
+std::string bodyOf(const Answer& answer);
+
+}  // namespace quorvantis::apns

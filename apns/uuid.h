@@ -1,0 +1,15 @@
+// Universally unique identifiers in their 8-4-4-4-12 form (RFC 4122). Any thread.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quorvantis::apns {
+
+/// Letters of either case.
+bool isUuid(std::string_view text);
+
+/// A random one (version 4), in capitals as Apple's service writes them.
+std::string makeUuid();
+
+}  // namespace quorvantis::apns

@@ -1,0 +1,175 @@
+#!/usr/bin/python3
+"""reasons_test.py STAND: every reason that a request can cause, by httpx, and which one comes first."""
+
+import pathlib
+import subprocess
+import sys
+import tempfile
+import time
+
+import httpx
+from stand import KEY_ID, OLD_TOKEN, OLD_TOKEN_ENDED, TOKEN, TOPIC, Client, Key, Stand, check
+
+GOOD = b'{"aps":{"alert":{"body":"b"}}}'
+DEVICE = "/3/device/"
+
+
+def sized(size):
+    return b'{"a":"' + b"x" * (size - 8) + b'"}'
+
+
+def cases(key, stranger):
+    """status, reason, what the request has in place of what is good."""
+    other_key = {"authorization": "bearer "}
+    for status, reason, *changes in (
+            (400, "BadCollapseId", {"apns-collapse-id": "x" * 65}),
+            (400, "BadDeviceToken", {"path": DEVICE + "00" * 32}, {"path": DEVICE + TOKEN[1:]},
+             {"path": DEVICE + "xyz"}, {"path": DEVICE + TOKEN + "?a=b"}),
+            (400, "BadExpirationDate", {"apns-expiration": "soon"}, {"apns-expiration": "-1"},
+             {"apns-expiration": "9" * 40}, {"apns-expiration": "1.5"}),
+            (400, "BadMessageId", {"apns-id": "zz"}, {"apns-id": "x" * 36}, {"apns-id": ""}),
+            (400, "BadPriority", {"apns-priority": "7"}, {"apns-push-type": "background", "apns-priority": "10"}),
+            (400, "BadTopic", {"apns-topic": "com example"}, {"apns-topic": ""}),
+            (400, "DeviceTokenNotForTopic", {"apns-topic": "com.example.other"},
+             {"apns-topic": TOPIC + ".voip"}),
+            (400, "DuplicateHeaders", {"apns-priority": "10", "again": ("apns-priority", "10")}, {"again": ("apns-topic", TOPIC)}),
+            (400, "InvalidPushType", {"apns-push-type": "Alert"},
+             *({"apns-push-type": "background", "apns-priority": "5", "body": b'{"aps":{"%s":1}}' % name}
+               for name in (b"alert", b"badge", b"sound"))),
+            (400, "MissingDeviceToken", {"path": DEVICE}, {"path": DEVICE[:-1]}),
+            (400, "MissingTopic", {"apns-topic": None}),
+            (400, "PayloadEmpty", {"body": b""}, {"body": b"no JSON"}, {"body": b'{"aps":"\0"}'}, {"body": b"[]"},
+             {"body": b"\0"}, {"body": b'{"a":"\xff"}'}, {"body": b"[" * 4096}),
+            (403, "ExpiredProviderToken", {"token": key.token(age=3700)}),
+            (403, "InvalidProviderToken", {"token": "a.b.c"}, {"token": "no token"}, {"token": key.token(kid="short")},
+             {"token": key.token(team="lowercased")}, {"token": key.token(iat="now")}, {"token": key.token(age=-3600)},
+             {"token": key.token(algorithm="HS256", key="secret")}, {"token": stranger.token()},
+             {"token": key.token(iat=2 ** 63)}, {"token": key.token()[:-5]}, {"token": "x" * 9000}),
+            (403, "MissingProviderToken", {"authorization": None}, {"authorization": "basic abc"}, other_key),
+            (404, "BadPath", {"path": "/"}, {"path": "/4/device/" + TOKEN}, {"path": "/3/devices/" + TOKEN}),
+            (405, "MethodNotAllowed", {"method": "PUT"}),
+            (410, "Unregistered", {"path": DEVICE + OLD_TOKEN.upper()}),
+            (413, "PayloadTooLarge", {"body": sized(4097)}, {"body": sized(1000000)},
+             {"body": sized(5121), "apns-push-type": "voip"}),
+            (431, "RequestHeaderFieldsTooLarge", {"x-large": "x" * 40000}),
+            (200, "", {}, {"body": sized(4096)}, {"body": sized(5120), "apns-push-type": "voip"},
+             {"path": DEVICE + TOKEN.upper()}, {"apns-expiration": "0"}, {"apns-collapse-id": "x" * 64},
+             {"apns-topic": TOPIC + ".voip", "apns-push-type": "voip"}, {"again": ("x-own", "2"), "x-own": "1"},
+             {"apns-push-type": "background", "apns-priority": "5", "body": b'{"aps":{"content-available":1}}'},
+             {"token": key.token(age=3500)}, {"token": key.token(iat=time.time() + 0.5)},
+             {"authorization": "Bearer " + key.token()})):
+        for change in changes:
+            yield status, reason, change
+
+
+def send(stand, key, changes):
+    changes = dict(changes)
+    method, path = changes.pop("method", "POST"), changes.pop("path", DEVICE + TOKEN)
+    body, again = changes.pop("body", GOOD), changes.pop("again", None)
+    headers = {"authorization": "bearer " + changes.pop("token", key.token()), "apns-topic": TOPIC} | changes
+    fields = [(name, value) for name, value in headers.items() if value is not None] + ([again] if again else [])
+    with httpx.Client(http2=True, verify=stand.authority) as client:
+        return client.request(method, f"https://localhost:{stand.port}{path}", content=body, headers=fields)
+
+
+def each_reason(stand, key):
+    for status, reason, changes in cases(key, Key()):
+        answer = send(stand, key, changes)
+        line = stand.next()
+        found = answer.json() if answer.content else {}
+        what = f"{str(changes)[:200]}: {answer.status_code} {found} {str(line)[:200]}"
+        check((answer.status_code, found.get("reason", "")) == (status, reason), what)
+        check((line["status"], line["reason"], line["id"]) == (status, reason, answer.headers["apns-id"]), what)
+        check(("payload" in line) == (status == 200) and bool(line["detail"]) == (status != 200), what)
+        check(answer.headers["apns-id"] == changes.get("apns-id", answer.headers["apns-id"]), what)
+        check(found.get("timestamp") == (OLD_TOKEN_ENDED if status == 410 else None), what)
+
+
+def one_after_the_other(stand, key):
+    """All that can be wrong at once is mended step by step: what is told is the first in the table's order."""
+    client = Client(stand, key.token())
+    good = client.token
+    check(client.exchange()[0] == 200, "the connection's first request is taken")
+    stand.next()
+    wrong = {"apns-collapse-id": "x" * 65, ":path": DEVICE + "00", "apns-expiration": "x", "apns-id": "zz",
+             "apns-priority": "7", "apns-topic": "a b", "apns-push-type": "zz", ":method": "PUT",
+             "authorization": "bearer " + key.token(age=7200, kid="X" * 10)}
+    body, again = b"", True
+    for reason, mended in (
+            ("BadCollapseId", {"apns-collapse-id": "x"}), ("BadDeviceToken", {":path": DEVICE + OLD_TOKEN}),
+            ("BadExpirationDate", {"apns-expiration": "0"}), ("BadMessageId", {"apns-id": "0" * 8 + "-0000" * 3 + "-" + "0" * 12}),
+            ("BadPriority", {"apns-priority": "10"}), ("BadTopic", {"apns-topic": "com.other"}),
+            ("DeviceTokenNotForTopic", {"apns-topic": TOPIC}), ("DuplicateHeaders", {":path": DEVICE}),
+            ("InvalidPushType", {"apns-push-type": "alert"}), ("MissingDeviceToken", {":path": "/", "apns-topic": None}),
+            ("MissingTopic", {"apns-topic": TOPIC}), ("PayloadEmpty", {}),
+            ("ExpiredProviderToken", {"authorization": "bearer a.b.c"}), ("InvalidProviderToken", {"authorization": None}),
+            ("MissingProviderToken", {"authorization": "bearer " + key.token(kid="X" * 10)}),
+            ("UnrelatedKeyIdInToken", {"authorization": "bearer " + key.token(age=60)}),
+            ("BadPath", {":path": DEVICE + OLD_TOKEN}), ("MethodNotAllowed", {":method": "POST"}),
+            ("Unregistered", {":path": DEVICE + TOKEN}), ("PayloadTooLarge", {}), ("TooManyProviderTokenUpdates", None)):
+        stream = client.begin(client.headers(**wrong) + ([("apns-id", "zz")] if again else []), ended=not body)
+        if body:
+            client.http.send_data(stream, body, end_stream=True)
+        client.flush()
+        status, found, _ = client.answer(stream)
+        check(found == reason, f"{found} in place of {reason}")
+        check(stand.next()["status"] == status, reason)
+        again = again and reason != "DuplicateHeaders"
+        if reason == "PayloadEmpty":
+            body = sized(4097)
+        elif reason == "PayloadTooLarge":
+            body = GOOD
+        wrong |= mended or {}
+    check(client.exchange(authorization="bearer " + good)[0] == 200, "the first token stays good")
+    check(client.exchange(authorization="bearer " + key.token(age=-250))[1] == "TooManyProviderTokenUpdates", "soon")
+    client.close()
+    client = Client(stand, key.token(age=1500))
+    check(client.exchange()[0] == client.exchange(authorization="bearer " + key.token())[0] == 200,
+          "a new token after 20 minutes is good")
+    client.close()
+
+
+def openssl(*words):
+    subprocess.run(["openssl", *words], check=True, capture_output=True)
+
+
+def certificates(program, folder):
+    """Those who come with a client's certificate need no token."""
+    for name in ("clients", "strangers"):
+        openssl("req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:P-256", "-nodes", "-subj", f"/CN={name}",
+                "-keyout", f"{folder}/{name}.key", "-out", f"{folder}/{name}.pem")
+        for topic in (TOPIC, "com.example.other", ""):
+            own = f"{folder}/{name}-{topic}"
+            openssl("req", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:P-256", "-nodes", "-keyout", own + ".key",
+                    "-subj", "/CN=backend" + (f"/UID={topic}" if topic else ""), "-out", own + ".csr")
+            openssl("x509", "-req", "-in", own + ".csr", "-CA", f"{folder}/{name}.pem", "-CAkey", f"{folder}/{name}.key",
+                    "-CAcreateserial", "-out", own + ".pem")
+    with Stand(program, folder, clients=folder / "clients.pem") as stand:
+        url = f"https://localhost:{stand.port}/3/device/{TOKEN}"
+        for own, headers, reason in (
+                (f"clients-{TOPIC}", {}, ""), (f"clients-{TOPIC}", {"apns-topic": TOPIC}, ""),
+                ("clients-", {"apns-topic": TOPIC}, ""), ("clients-", {}, "MissingTopic"),
+                ("clients-com.example.other", {"apns-topic": TOPIC}, "TopicDisallowed"),
+                (f"strangers-{TOPIC}", {"apns-topic": TOPIC}, "BadCertificate"),
+                (None, {"apns-topic": TOPIC}, "MissingProviderToken")):
+            cert = own and (f"{folder}/{own}.pem", f"{folder}/{own}.key")
+            with httpx.Client(http2=True, verify=stand.authority, cert=cert) as client:
+                answer = client.post(url, content=GOOD, headers=headers)
+            found = answer.json()["reason"] if answer.content else ""
+            check(found == reason, f"{own} {headers}: {answer.status_code} {found}")
+        stand.stop()
+
+
+def main():
+    with tempfile.TemporaryDirectory() as name:
+        folder, key = pathlib.Path(name), Key()
+        for half in (key.private, key.public):
+            (folder / "key.pem").write_text(half)
+            with Stand(sys.argv[1], folder, key=folder / "key.pem") as stand:
+                each_reason(stand, key)
+                one_after_the_other(stand, key)
+                stand.stop()
+        certificates(sys.argv[1], folder)
+
+
+main()
