@@ -46,12 +46,22 @@ def members(node, owner, found):
             found[f"{owner} {member['name']}"] = (arguments, kind_of(member["returnType"]))
 
 
+def value_in(node):
+    """The value that the compiler has computed for an expression below the node, None without one."""
+    for inner in node.get("inner", []):
+        if inner["kind"] == "ConstantExpr" and "value" in inner:
+            return int(inner["value"])
+        if (value := value_in(inner)) is not None:
+            return value
+    return None
+
+
 def constants(node, found):
     value = -1
     for constant in node.get("inner", []):
         if constant["kind"] == "EnumConstantDecl":
-            given = [inner["value"] for inner in constant.get("inner", []) if "value" in inner]
-            value = int(given[0]) if given else value + 1
+            given = value_in(constant)
+            value = value + 1 if given is None else given
             found[constant["name"]] = value
 
 

@@ -12,10 +12,10 @@ from declared import declared
 # The typings leave out what a script has no use for: memory, and what every object answers.
 LEFT_OUT = re.compile(r"^NSObject |^NSFastEnumeration |^NSConstantString |^NSException |stringWithFormat:|appendFormat:"
                       r"|^NSString initWithBytes:|^NSMutableString |^NSDictionary dictionaryWithObjects|^NSData bytes"
-                      r"|^function (dispatch|NSStringFromClass|objc|sel)")
+                      r"|^function (dispatch|NSLog|NSStringFromClass|objc|sel)")
 
 # Constants whose values the typings do not tell.
-NOT_TOLD = {"NSUTF8StringEncoding", "vibrateSystemSoundID"}
+NOT_TOLD = {"NSUTF8StringEncoding", "UNNotificationPresentationOptionNone", "vibrateSystemSoundID"}
 
 
 def read_typings(folder):

@@ -28,6 +28,10 @@ namespace json = quorvantis::json;
   return value ? objectFrom(*value) : nil;
 }
 
+- (void)removeObjectForKey:(NSString*)key {
+  deviceInUse()->removeFromElsewhere({textOf(key).value_or("")});
+}
+
 - (void)setObject:(id)object forKey:(NSString*)key {
   const std::string name = textOf(key).value_or("");
   if (object == nil) return deviceInUse()->setUserDefault(name, std::nullopt);

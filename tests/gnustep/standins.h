@@ -50,6 +50,12 @@ void deliverInForeground(NSDictionary* userInfo);
 /// The user answers a notification: the center's delegate, if any, is told.
 void deliverResponse(NSDictionary* userInfo, NSString* actionIdentifier);
 
+/// The application connects to a scene, as its delegate configures it, and the scene becomes active.
+void connectScene();
+void disconnectScenes();
+/// Those that are connected; nil for none.
+NSSet* connectedScenes();
+
 /// The center's weak reference to its delegate: `object` is about to end.
 void forgetDelegate(id object);
 

@@ -19,7 +19,21 @@ const UIWindowLevel UIWindowLevelAlert = quorvantis::device::kAlertWindowLevel;
 
 @end
 
+static id<UIApplicationDelegate> applicationDelegate = nil;  // not retained
+
 @implementation UIApplication
+
+- (id<UIApplicationDelegate>)delegate {
+  return applicationDelegate;
+}
+
+- (void)setDelegate:(id<UIApplicationDelegate>)delegate {
+  applicationDelegate = delegate;
+}
+
+- (NSSet*)connectedScenes {
+  return quorvantis::standins::connectedScenes();
+}
 
 + (UIApplication*)sharedApplication {
   static UIApplication* application = [[UIApplication alloc] init];
@@ -105,6 +119,7 @@ const UIWindowLevel UIWindowLevelAlert = quorvantis::device::kAlertWindowLevel;
 
 @interface DeviceWindow : UIWindow {
  @public
+  UIWindowScene* _scene;  // not retained
   DeviceViewController* _root;
   quorvantis::device::Frame _frame;
   UIWindowLevel _level;
@@ -142,6 +157,12 @@ const UIWindowLevel UIWindowLevelAlert = quorvantis::device::kAlertWindowLevel;
 }
 
 @dynamic rootViewController, windowLevel, hidden;
+
+- (instancetype)initWithWindowScene:(UIWindowScene*)windowScene {
+  self = [self initWithFrame:[[UIScreen mainScreen] bounds]];
+  static_cast<DeviceWindow*>(self)->_scene = windowScene;
+  return self;
+}
 
 - (void)makeKeyAndVisible {
 }
@@ -208,6 +229,8 @@ const UIWindowLevel UIWindowLevelAlert = quorvantis::device::kAlertWindowLevel;
                      animated:(BOOL)animated
                    completion:(void (^)(void))completion {
   if (_window == nil || !_window->_visible) return;  // as on a phone, only what is in a window is seen
+  const bool hasScenes = [[[UIApplication sharedApplication] connectedScenes] count] != 0;
+  if (hasScenes && _window->_scene == nil) return;  // and only windows of a scene, where there are any
 
   auto* controller = static_cast<DeviceAlertController*>(viewControllerToPresent);
   quorvantis::device::Alert alert;

@@ -7,7 +7,7 @@ import sys
 
 HERE = pathlib.Path(__file__).parent
 INCLUDE = re.compile(r'^\s*#\s*(?:include|import)\s+(?:"([^"]+)"|<(QuorvantisPush)/[^>]+>)', re.MULTILINE)
-AROUND = re.compile(r"^(tests|fuzz|bench)(/|$)|\.cpp$")
+AROUND = re.compile(r"^(tests|fuzz|bench|docs)(/|$)|\.cpp$")
 SOURCES = {".h", ".cpp", ".mm", ".m"}
 NOT_OURS = ("build/", "tests/apple_sdk/", "tests/ios_framework/sdk/", "platform/ios/declarations/")
 

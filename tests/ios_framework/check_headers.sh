@@ -45,7 +45,7 @@ if grep -hvE '^ *///' "$headers"/*.h |
   exit 1
 fi
 
-# The sample in the documentation, as it stands there.
-# shellcheck disable=SC2016 # backquotes of the text
-sed -n '/^```objc$/,/^```$/{/^```/d;p}' "$here/../../docs/ios.md" >"$1/sample.m"
-compile -Wno-unused-parameter -I "$headers/.." "$1/sample.m"
+# The sample host of the documentation.
+for source in "$here"/../../docs/sample-host/*.m; do
+  compile -Wno-unused-parameter -Wno-direct-ivar-access -Wno-declaration-after-statement -Wno-objc-messaging-id -Wno-strict-selector-match -I "$headers/.." "$source"
+done

@@ -3,7 +3,8 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-@class UIApplication, UIViewController, UIWindow;
+@class UIApplication, UIScene, UISceneConfiguration, UISceneConnectionOptions, UISceneSession,
+    UIViewController, UIWindow, UIWindowScene;
 
 typedef NS_ENUM(NSInteger, UIApplicationState) {
   UIApplicationStateActive,
@@ -20,6 +21,12 @@ typedef NS_ENUM(NSInteger, UIAlertControllerStyle) {
   UIAlertControllerStyleActionSheet = 0,
   UIAlertControllerStyleAlert
 };
+typedef NS_ENUM(NSInteger, UISceneActivationState) {
+  UISceneActivationStateUnattached = -1,
+  UISceneActivationStateForegroundActive,
+  UISceneActivationStateForegroundInactive,
+  UISceneActivationStateBackground
+};
 typedef CGFloat UIWindowLevel;
 
 FOUNDATION_EXPORT const UIWindowLevel UIWindowLevelAlert;
@@ -29,6 +36,11 @@ FOUNDATION_EXPORT const UIWindowLevel UIWindowLevelAlert;
 
 @protocol UIApplicationDelegate <NSObject>
 @optional
+- (BOOL)application:(UIApplication*)application
+    didFinishLaunchingWithOptions:(nullable NSDictionary*)launchOptions;
+- (UISceneConfiguration*)application:(UIApplication*)application
+    configurationForConnectingSceneSession:(UISceneSession*)connectingSceneSession
+                                   options:(UISceneConnectionOptions*)options;
 @property(nullable, nonatomic, strong) UIWindow* window;
 - (void)application:(UIApplication*)application
     didRegisterForRemoteNotificationsWithDeviceToken:(NSData*)deviceToken;
@@ -43,10 +55,45 @@ FOUNDATION_EXPORT const UIWindowLevel UIWindowLevelAlert;
 + (UIApplication*)sharedApplication;
 @property(nonatomic, readonly) UIApplicationState applicationState;
 @property(nonatomic) NSInteger applicationIconBadgeNumber;
+@property(nullable, nonatomic, assign) id<UIApplicationDelegate> delegate;
+@property(nonatomic, readonly) NSSet* connectedScenes;
 - (void)registerForRemoteNotifications;
 - (void)openURL:(NSURL*)url
               options:(NSDictionary*)options
     completionHandler:(void (^_Nullable)(BOOL success))completion;
+@end
+
+@protocol UISceneDelegate <NSObject>
+@optional
+- (void)scene:(UIScene*)scene
+    willConnectToSession:(UISceneSession*)session
+                 options:(UISceneConnectionOptions*)connectionOptions;
+- (void)sceneDidBecomeActive:(UIScene*)scene;
+@end
+
+@protocol UIWindowSceneDelegate <UISceneDelegate>
+@optional
+@property(nullable, nonatomic, strong) UIWindow* window;
+@end
+
+@interface UIScene : UIResponder
+@property(nullable, nonatomic, strong) id<UISceneDelegate> delegate;
+@property(nonatomic, readonly) UISceneActivationState activationState;
+@end
+
+@interface UIWindowScene : UIScene
+@end
+
+@interface UISceneSession : NSObject
+@property(nonatomic, readonly) NSString* role;
+@end
+
+@interface UISceneConnectionOptions : NSObject
+@end
+
+@interface UISceneConfiguration : NSObject
++ (instancetype)configurationWithName:(nullable NSString*)name sessionRole:(NSString*)sessionRole;
+@property(nullable, nonatomic) Class delegateClass;
 @end
 
 @interface UIDevice : NSObject
@@ -63,6 +110,7 @@ FOUNDATION_EXPORT const UIWindowLevel UIWindowLevelAlert;
 
 @interface UIWindow : UIResponder
 - (instancetype)initWithFrame:(CGRect)frame;
+- (instancetype)initWithWindowScene:(UIWindowScene*)windowScene;
 @property(nullable, nonatomic, strong) UIViewController* rootViewController;
 @property(nonatomic) UIWindowLevel windowLevel;
 @property(nonatomic, getter=isHidden) BOOL hidden;

@@ -7,6 +7,7 @@ NS_ASSUME_NONNULL_BEGIN
 
 typedef NSUInteger UNAuthorizationOptions;
 typedef NSUInteger UNNotificationPresentationOptions;
+enum { UNNotificationPresentationOptionNone = 0 };
 
 @interface UNNotificationContent : NSObject
 @property(nonatomic, readonly) NSDictionary* userInfo;

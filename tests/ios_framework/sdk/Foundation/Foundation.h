@@ -103,9 +103,13 @@ typedef struct {
 - (id)objectAtIndex:(NSUInteger)index;
 @end
 
+@interface NSSet : NSObject <NSFastEnumeration>
+@end
+
 @interface NSDictionary : NSObject <NSFastEnumeration>
 + (instancetype)dictionaryWithObjects:(const id[])objects forKeys:(const id[])keys count:(NSUInteger)count;
 - (id)objectForKey:(id)key;
+- (id)objectForKeyedSubscript:(id)key;
 @end
 
 @interface NSMutableDictionary : NSDictionary
@@ -140,6 +144,7 @@ typedef struct {
 - (id)objectForKey:(NSString*)key;
 - (void)setObject:(id)object forKey:(NSString*)key;
 - (BOOL)synchronize;
+- (void)removeObjectForKey:(NSString*)key;
 @end
 
 @interface NSJSONSerialization : NSObject
@@ -150,3 +155,4 @@ FOUNDATION_EXPORT NSString* const NSInternalInconsistencyException;
 FOUNDATION_EXPORT NSString* const NSInvalidArgumentException;
 FOUNDATION_EXPORT NSString* const NSLocaleCountryCode;
 FOUNDATION_EXPORT NSString* NSStringFromClass(Class aClass);
+FOUNDATION_EXPORT void NSLog(NSString* format, ...);

@@ -1,0 +1,124 @@
+#import "AppDelegate.h"
+
+#import "SceneDelegate.h"
+
+@implementation AppDelegate
+
+// [launch]
+- (BOOL)application:(UIApplication*)application didFinishLaunchingWithOptions:(NSDictionary*)launchOptions {
+  // A tap that launches the application goes to whoever is the center's delegate when this returns.
+  [self takeTheCenterBack];
+  Push* push = [Push shared];
+  push.appHash = @"your application's hash";
+  push.delegate = self;                               // not retained
+  push.deactivateGPS = YES;                           // before the activation
+  [push activePushNotificationsInForegroundApp:YES];  // show and vibrate in front, too
+  [push activePushNotifications:YES];
+  return YES;
+}
+// [/launch]
+
+// [scenes]
+- (UISceneConfiguration*)application:(UIApplication*)application
+    configurationForConnectingSceneSession:(UISceneSession*)session
+                                   options:(UISceneConnectionOptions*)options {
+  UISceneConfiguration* configuration = [UISceneConfiguration configurationWithName:@"Default"
+                                                                        sessionRole:session.role];
+  configuration.delegateClass = [SceneDelegate class];
+  return configuration;
+}
+// [/scenes]
+
+// [token]
+- (void)application:(UIApplication*)application
+    didRegisterForRemoteNotificationsWithDeviceToken:(NSData*)deviceToken {
+  [self takeTheCenterBack];
+  [[Push shared] registerForRemoteNotificationsWithDeviceToken:deviceToken];
+}
+
+- (void)application:(UIApplication*)application
+    didFailToRegisterForRemoteNotificationsWithError:(NSError*)error {
+  [self takeTheCenterBack];
+  [[Push shared] application:application didFailToRegisterForRemoteNotificationsWithError:error];
+}
+// [/token]
+
+// [background]
+// Push never calls the handler it is given: the system's is the application's to call, once.
+- (void)application:(UIApplication*)application
+    didReceiveRemoteNotification:(NSDictionary*)userInfo
+          fetchCompletionHandler:(void (^)(UIBackgroundFetchResult))completionHandler {
+  [[Push shared] application:application
+      didReceiveRemoteNotification:userInfo
+            fetchCompletionHandler:^(UIBackgroundFetchResult result){
+            }];
+  completionHandler(UIBackgroundFetchResultNewData);
+}
+// [/background]
+
+// [center]
+- (void)takeTheCenterBack {
+  [UNUserNotificationCenter currentNotificationCenter].delegate = self;
+}
+
+- (void)userNotificationCenter:(UNUserNotificationCenter*)center
+       willPresentNotification:(UNNotification*)notification
+         withCompletionHandler:(void (^)(UNNotificationPresentationOptions))completionHandler {
+  __block BOOL isAnswered = NO;
+  [[Push shared] userNotificationCenter:center
+                willPresentNotification:notification
+                  withCompletionHandler:^(UNNotificationPresentationOptions options) {
+                    isAnswered = YES;
+                    completionHandler(options);
+                  }];
+  if (!isAnswered) completionHandler(UNNotificationPresentationOptionNone);
+}
+
+- (void)userNotificationCenter:(UNUserNotificationCenter*)center
+    didReceiveNotificationResponse:(UNNotificationResponse*)response
+             withCompletionHandler:(void (^)(void))completionHandler {
+  [[Push shared] userNotificationCenter:center
+         didReceiveNotificationResponse:response
+                  withCompletionHandler:^{
+                  }];
+  completionHandler();
+}
+// [/center]
+
+// [link]
+// In an application with scenes the library's own alert is on no screen.
+- (void)onReceiveNotification:(NSDictionary*)notification {
+  id link = [notification objectForKey:@"urlnoti"];
+  BOOL opensLink = [[notification objectForKey:@"type"] isEqual:@"pushlib-abrirurl"] &&
+                   [link isKindOfClass:[NSString class]];
+  if (!opensLink) return;
+  for (UIScene* scene in [UIApplication sharedApplication].connectedScenes) {
+    BOOL isInFront = scene.activationState == UISceneActivationStateForegroundActive;
+    if (!isInFront || ![scene.delegate isKindOfClass:[SceneDelegate class]]) continue;
+    [(SceneDelegate*)scene.delegate showLink:[NSURL URLWithString:link] ofNotification:notification];
+    return;
+  }
+}
+// [/link]
+
+// [again]
+- (void)onRegisterToken:(id)token {
+  // On the transport's thread. Keep the time: a registration that was never confirmed is to be repeated.
+  [[NSUserDefaults standardUserDefaults] setObject:@"yes" forKey:@"tokenIsRegistered"];
+}
+
+- (void)onUpdateToken:(id)token {
+  [self onRegisterToken:token];
+}
+
+- (void)onError:(NSString*)error {
+  NSLog(@"Push: %@", error);
+}
+
+- (void)registerAgain {
+  [[NSUserDefaults standardUserDefaults] removeObjectForKey:@"tokenMovil"];
+  [[Push shared] activePushNotifications:YES];
+}
+// [/again]
+
+@end
