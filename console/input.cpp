@@ -41,7 +41,7 @@ Input readInput(const std::string& file, std::size_t most) {
 }
 
 std::string nameOfInput(const std::string& file) {
-  return file == "-" ? "standard input" : harmless(file);
+  return file == "-" ? "standard input" : printable(file);
 }
 
 }  // namespace quorvantis::console

@@ -62,7 +62,7 @@ std::string shortened(std::string_view text, std::size_t longest) {
   return std::string(text.substr(0, longest)) + "…";
 }
 
-std::string harmless(std::string_view text) {
+std::string printable(std::string_view text) {
   std::string clean;
   while (!text.empty()) {
     std::string_view rest = text;

@@ -27,6 +27,6 @@ std::string shortened(std::string_view text, std::size_t longest = 120);
 
 /// The text without what a terminal would act on: control characters, those of bidirectional text too, and
 /// bytes that are no UTF-8 become U+FFFD. Line feeds stay.
-std::string harmless(std::string_view text);
+std::string printable(std::string_view text);
 
 }  // namespace quorvantis::console

@@ -39,7 +39,7 @@ class Observer {
   virtual void end() {}
 };
 
-/// The one value of the text (which is to be UTF-8, without a byte order mark), or why there is none.
+/// The one value of the text (which must be UTF-8, without a byte order mark), or why there is none.
 std::variant<Value, Problem> read(std::string_view text, ReadOptions options = {},
                                   Observer* observer = nullptr);
 

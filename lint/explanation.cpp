@@ -102,13 +102,13 @@ void noteAll(std::vector<device::Event> events, Outcome::When when, Outcome& out
   }
 }
 
-bool hasLinkThatIsNoText(const Dictionary& payload) {
+bool hasLinkThatIsNoString(const Dictionary& payload) {
   const auto aps = payload.find(payload::aps.text());
   const json::Value* link = aps != payload.end() ? aps->second.find(payload::urlnoti.text()) : nullptr;
   return link != nullptr && link->get<std::string>() == nullptr;
 }
 
-/// Of a link that is no text the simulated phone opens something; no phone has to.
+/// The simulated phone opens something for a link that is not a string; no real phone has to.
 void judgeOpened(bool isDefined, std::vector<Outcome::Opened>& opened) {
   for (Outcome::Opened& opening : opened) {
     if (!isDefined) {
@@ -140,7 +140,7 @@ Outcome outcomeOf(const Situation& situation, const Dictionary& payload, const s
       noteAll(phone.takeEvents(), Outcome::When::oneSecondLater, outcome);
     }
   }
-  judgeOpened(!hasLinkThatIsNoText(payload), outcome.opened);
+  judgeOpened(!hasLinkThatIsNoString(payload), outcome.opened);
   outcome.system = effectsOn(situation, payload, outcome.presented);
   return outcome;
 }

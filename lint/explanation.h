@@ -42,7 +42,7 @@ struct Outcome {
     json::Value
         url;  ///< what the system is asked to open; null: no address at all, or it is not defined which
     When when = When::onOK;
-    bool isDefined = true;  ///< false: the link is no text, and phones may open anything or nothing
+    bool isDefined = true;  ///< false: the link is not a string, and phones may open anything or nothing
     bool opens = false;     ///< whether it is an address that can be opened
   };
 

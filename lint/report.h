@@ -12,7 +12,7 @@
 namespace quorvantis::lint {
 
 struct PayloadReport {
-  std::string file;     ///< as it was given, harmless to print
+  std::string file;     ///< as it was given, safe to print
   std::string problem;  ///< why it can't be read; then the rest is empty
   std::string text;     ///< as it was read
   std::size_t bytes = 0;

@@ -58,7 +58,7 @@ Value location(const std::string& file, const Finding& finding) {
   Dictionary physical{{"artifactLocation", artifact(file)}, {"region", region(finding.place, finding.end)}};
   Dictionary location{{"physicalLocation", std::move(physical)}};
   if (!finding.path.empty()) {
-    Dictionary logical{{"fullyQualifiedName", console::harmless(finding.path)}, {"kind", "member"}};
+    Dictionary logical{{"fullyQualifiedName", console::printable(finding.path)}, {"kind", "member"}};
     location.emplace("logicalLocations", only(std::move(logical)));
   }
   return location;

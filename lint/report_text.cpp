@@ -34,10 +34,10 @@ console::Style styleOf(Severity severity) {
   return console::Style::plain;
 }
 
-/// A value in a line; a text stands as it is.
+/// A value in a line; a string without its quotation marks.
 std::string shown(const Value& value) {
   const auto* text = value.get<std::string>();
-  return console::harmless(console::shortened(text != nullptr ? *text : json::write(value), kLongestValue));
+  return console::printable(console::shortened(text != nullptr ? *text : json::write(value), kLongestValue));
 }
 
 std::string shownInAlert(const Value& value) {
@@ -262,11 +262,11 @@ void printFinding(const PayloadReport& report, const Finding& finding, Printer& 
                             std::to_string(finding.place.column) + ": ";
   const console::Terminal& terminal = printer.terminal();
   printer.line(place + terminal.styled(styleOf(finding.rule->severity), nameOf(finding.rule->severity)) +
-               ": " + console::harmless(finding.message) + ' ' +
+               ": " + console::printable(finding.message) + ' ' +
                terminal.styled(console::Style::dim, "[" + std::string(finding.rule->code) + "]"));
-  if (!finding.path.empty()) printer.labelled(4, "at", console::harmless(finding.path));
-  printer.paragraph(4, console::harmless(finding.consequence));
-  printer.labelled(4, "Mend:", console::harmless(finding.remedy));
+  if (!finding.path.empty()) printer.labelled(4, "at", console::printable(finding.path));
+  printer.paragraph(4, console::printable(finding.consequence));
+  printer.labelled(4, "Mend:", console::printable(finding.remedy));
 }
 
 std::string sumOf(std::size_t errors, std::size_t warnings, std::size_t notes) {

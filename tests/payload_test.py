@@ -221,6 +221,9 @@ class Payloads(unittest.TestCase):
     def test_the_explanation_is_what_run_shows(self):
         payloads = [json.loads(path.read_bytes()) for path in payload_files()
                     if code_of(path) not in ("not-json", "number-out-of-range", "not-an-object", "custom-type-clash")]
+        # With a flag that wakes nobody the library never looks, so nothing raises.
+        payloads += [{"aps": {"content-available": flag, "badge": [], "alert": alert}}
+                     for flag in (0, True, 1) for alert in ("text", {"body": "x"})]
         payloads += random_payloads(60)
         files = [self.write(f"{number}.json", json.dumps(payload)) for number, payload in enumerate(payloads)]
         for payload in payloads:
@@ -453,6 +456,12 @@ class Payloads(unittest.TestCase):
         cases += [bytes([byte]) for byte in range(0, 256, 5)] + [chance.randbytes(2000), b"\0" * 2000]
         files = [self.write(f"{number}.json", case) for number, case in enumerate(cases)]
         self.assertEqual(len(report(files)), len(cases))
+
+    def test_utf16_is_named(self):
+        for encoding in ("utf-16", "utf-16-le", "utf-16-be"):
+            found, = report([self.write("wide.json", '{"aps": {}}'.encode(encoding))])
+            self.assertEqual([finding["message"] for finding in found["findings"]],
+                             ["can't be read as JSON: the text is UTF-16"], encoding)
 
     def test_huge_and_hostile_payloads_are_answered_in_bounded_memory(self):
         deep = 100_000

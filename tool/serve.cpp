@@ -36,11 +36,11 @@ void writeAuthority(const std::string& path, const server::Authority& authority)
 }
 
 void printField(std::string_view name, const std::string& value) {
-  if (!value.empty()) std::cout << "    " << console::padded(name, 13) << console::harmless(value) << '\n';
+  if (!value.empty()) std::cout << "    " << console::padded(name, 13) << console::printable(value) << '\n';
 }
 
 void printRequest(const server::ReceivedRequest& request) {
-  std::cout << "POST " << request.path << "  (" << console::harmless(request.mediaType) << ")\n";
+  std::cout << "POST " << request.path << "  (" << console::printable(request.mediaType) << ")\n";
   const server::ParsedRequest parsed = server::parseRequest(request.body);
   if (!parsed.request) return;
   const server::PushRequest& fields = *parsed.request;
@@ -58,10 +58,10 @@ void serveUntilStopped(const ServeOptions& options) {
   serverOptions.sealAnswers = options.sealAnswers;
   serverOptions.onRequest = printRequest;
   serverOptions.onAnswer = [](const server::Answer& answer) {
-    std::cout << "  " << answer.status << ' ' << console::harmless(answer.body) << "\n\n" << std::flush;
+    std::cout << "  " << answer.status << ' ' << console::printable(answer.body) << "\n\n" << std::flush;
   };
   serverOptions.onRefused = [](const std::string& reason, int status) {
-    std::cout << "refused\n  " << status << ' ' << console::harmless(reason) << "\n\n" << std::flush;
+    std::cout << "refused\n  " << status << ' ' << console::printable(reason) << "\n\n" << std::flush;
   };
   const server::PushServer server(authority, serverOptions);
   if (!options.authority.empty()) writeAuthority(options.authority, authority);
