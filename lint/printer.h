@@ -1,0 +1,29 @@
+// Lines of a report: indented, wrapped to the terminal's width, styled. One thread.
+#pragma once
+
+#include <cstddef>
+#include <ostream>
+#include <string>
+#include <string_view>
+
+#include "console/terminal.h"
+
+namespace quorvantis::lint {
+
+class Printer {
+ public:
+  Printer(const console::Terminal& terminal, std::ostream& out) : terminal_(terminal), out_(out) {}
+
+  void paragraph(std::size_t indent, std::string_view text, console::Style style = console::Style::plain);
+  /// What follows the label goes on under itself; where that leaves too little room, in lines of its own.
+  void labelled(std::size_t indent, const std::string& label, const std::string& text);
+  void line(std::string_view text = "") { out_ << text << '\n'; }
+
+  [[nodiscard]] const console::Terminal& terminal() const { return terminal_; }
+
+ private:
+  const console::Terminal& terminal_;
+  std::ostream& out_;
+};
+
+}  // namespace quorvantis::lint
