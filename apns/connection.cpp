@@ -64,6 +64,7 @@ void Connection::converse() {
 }
 
 bool Connection::sendAll() {
+  if (std::exchange(hasArrivals_, false)) phone_.haveArrived();
   for (;;) {
     if (isCut_) return false;
     const std::string output = session_.takeOutput();
@@ -92,6 +93,7 @@ Judgement Connection::decide(const Request& request) {
   Judgement judgement = judge(request, provider_, rules_, phone_, secondsSince1970());
   if (judgement.notification) {
     phone_.arrive(std::move(*judgement.notification), judgement.report);
+    hasArrivals_ = true;
   } else {
     phone_.refused(judgement.report);
   }

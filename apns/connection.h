@@ -57,6 +57,7 @@ class Connection final : private Http2Session::Owner {
   std::map<Stream, Clock::time_point> unfinished_;  ///< requests that are still read, and since when
   std::multimap<Clock::time_point, std::pair<Stream, Answer>> delayed_;
   Clock::time_point lastHeard_ = Clock::now();
+  bool hasArrivals_ = false;
   bool isCut_ = false;
   Http2Session session_;  // goes first
 };

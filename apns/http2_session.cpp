@@ -26,16 +26,19 @@ constexpr std::int32_t kConnectionWindow = 8 * 1024 * 1024;  // no client has to
 /// all.
 constexpr std::size_t kMostReadBytes = std::size_t{4} * 1024 * 1024;
 
+/// A value that does not come again has no place in the table of those that do.
+constexpr std::uint8_t kNeverAgain = NGHTTP2_NV_FLAG_NO_INDEX;
+
 std::string_view text(const std::uint8_t* bytes, std::size_t size) {
   return {reinterpret_cast<const char*>(bytes), size};
 }
 
 /// nghttp2 takes names and values without const, and leaves them as they are.
-nghttp2_nv field(std::string_view name, std::string_view value) {
+nghttp2_nv field(std::string_view name, std::string_view value, std::uint8_t flags = NGHTTP2_NV_FLAG_NONE) {
   const auto bytes = [](std::string_view of) {
     return reinterpret_cast<std::uint8_t*>(const_cast<char*>(of.data()));
   };
-  return {bytes(name), bytes(value), name.size(), value.size(), NGHTTP2_NV_FLAG_NONE};
+  return {bytes(name), bytes(value), name.size(), value.size(), flags};
 }
 
 bool isRequest(const nghttp2_frame* frame) {
@@ -203,9 +206,9 @@ void Http2Session::answer(Stream stream, const Answer& answer) {
   if (exchange == nullptr) return;
   const std::string status = std::to_string(answer.status);
   const std::string unique = answer.reason.empty() ? makeUuid() : "";
-  std::vector<nghttp2_nv> fields = {field(":status", status), field("apns-id", answer.id)};
+  std::vector<nghttp2_nv> fields = {field(":status", status), field("apns-id", answer.id, kNeverAgain)};
   if (answer.reason.empty()) {
-    fields.push_back(field("apns-unique-id", unique));
+    fields.push_back(field("apns-unique-id", unique, kNeverAgain));
     nghttp2_submit_response(state_->session.get(), stream, fields.data(), fields.size(), nullptr);
     return;
   }

@@ -47,6 +47,9 @@ class Phone {
   /// A notification that the service takes. It reaches the phone exactly once. Called before the provider is
   /// told so.
   virtual void arrive(Notification notification, const Report& report) = 0;
+  /// Comes behind one or more arrivals from one connection, before its provider is told that they are taken:
+  /// a phone on a thread of its own is best woken here, once for all of them.
+  virtual void haveArrived() {}
   /// A request that the service did not take.
   virtual void refused(const Report& report) = 0;
 };

@@ -90,6 +90,7 @@ def main():
         "table": table.lines(folder),
         "effects": counted(folder, "effects.txt"),
         "fleet": fleet(folder),
+        "provider": table.provider(folder),
         "files": counted(folder, "files.txt"),
     }
     document = docs / "performance.md"

@@ -66,10 +66,24 @@ def lines(folder):
         yield f"| {row} | {shown(library)} | {'; '.join(ratios)} |"
 
 
+def provider(folder):
+    """Requests of a provider, and how their cost grows with the connections."""
+    rates = figures(folder, "provider.txt")
+    yield "| Connections | Requests a second | nghttpd's, with an empty file | Ratio |"
+    yield "|---|---|---|---|"
+    for name, rate in rates.items():
+        connections = re.match(r"requests a second on (\d+) connections", name)
+        if connections:
+            other = rates["nghttpd's " + name]
+            yield f"| {connections[1]} | {rate} | {other} | {rate / other:.2f} |"
+
+
 def main():
     folder = sys.argv[1]
     print(f"Measured on: {machine()}\n")
     print("\n".join(lines(folder)))
+    print()
+    print("\n".join(provider(folder)))
     print()
     for file in ("effects.txt", "exact.txt", "files.txt"):
         for name, value in figures(folder, file).items():

@@ -14,7 +14,7 @@
 namespace quorvantis::server {
 namespace {
 
-constexpr int kBacklog = 64;
+constexpr int kBacklog = SOMAXCONN;  // a client that finds it full tries again after a second
 
 [[noreturn]] void refuse(std::uint16_t port, int error) {
   const std::string name = "port " + std::to_string(port);
