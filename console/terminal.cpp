@@ -59,7 +59,9 @@ Terminal Terminal::ofStandardOutput() {
   const bool isKnown = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
   const std::size_t width = isKnown ? size.ws_col : kUsualWidth;
   const char* noColour = std::getenv("NO_COLOR");
-  return {std::clamp(width, kLeastWidth, kMostWidth), noColour == nullptr || *noColour == '\0'};
+  const char* kind = std::getenv("TERM");
+  const bool isDumb = kind != nullptr && std::string_view(kind) == "dumb";
+  return {std::clamp(width, kLeastWidth, kMostWidth), !isDumb && (noColour == nullptr || *noColour == '\0')};
 }
 
 std::string Terminal::styled(Style style, std::string_view text) const {

@@ -12,8 +12,8 @@ enum class Style { plain, bold, dim, red, green, yellow, blue, magenta, cyan };
 
 class Terminal {
  public:
-  /// Standard output: coloured when it is a terminal and NO_COLOR is not set; 80 columns wide when it is
-  /// none.
+  /// Standard output: coloured when it is a terminal that is not dumb, and NO_COLOR is not set; 80 columns
+  /// wide when it is none.
   static Terminal ofStandardOutput();
 
   Terminal(std::size_t width, bool colour) : width_(width), colour_(colour) {}

@@ -3,6 +3,8 @@
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <openssl/ec.h>
+#include <openssl/err.h>
+#include <openssl/pem.h>
 #include <openssl/rand.h>
 #include <openssl/rsa.h>
 
@@ -10,6 +12,7 @@
 #include <ctime>
 #include <optional>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 
 #include "server/openssl_handles.h"
@@ -17,6 +20,7 @@
 namespace quorvantis::server {
 namespace {
 
+constexpr const char* kAuthorityName = "Quorvantis development authority";
 constexpr auto kAuthorityAge = std::chrono::hours(24 * 30);
 constexpr auto kAuthorityLife = std::chrono::hours(24 * 365 * 10);
 
@@ -153,7 +157,7 @@ Authority::Authority(const std::vector<std::string>& only) : state_(std::make_un
   state_->key = newKey(0);
   state_->certificate = blank(state_->key.get(), -kAuthorityAge, kAuthorityLife);
   X509* certificate = state_->certificate.get();
-  setName(X509_get_subject_name(certificate), "Quorvantis development authority");
+  setName(X509_get_subject_name(certificate), kAuthorityName);
   require(X509_set_issuer_name(certificate, X509_get_subject_name(certificate)) == 1, "a name");
   addExtension(certificate, certificate, NID_basic_constraints, "critical,CA:TRUE,pathlen:0");
   addExtension(certificate, certificate, NID_key_usage, "critical,keyCertSign,cRLSign");
@@ -168,6 +172,18 @@ Authority& Authority::operator=(Authority&&) noexcept = default;
 
 std::string Authority::certificate() const {
   return pem(state_->certificate.get());
+}
+
+bool Authority::isCertificate(const std::string& text) {
+  const openssl::Bio memory(BIO_new_mem_buf(text.data(), static_cast<int>(text.size())));
+  require(memory != nullptr, "a reader");
+  const openssl::Certificate certificate(PEM_read_bio_X509(memory.get(), nullptr, nullptr, nullptr));
+  ERR_clear_error();
+  if (certificate == nullptr || pem(certificate.get()) != text) return false;
+  std::array<char, 64> name{};
+  X509_NAME_get_text_by_NID(X509_get_subject_name(certificate.get()), NID_commonName, name.data(),
+                            static_cast<int>(name.size()));
+  return std::string_view(name.data()) == kAuthorityName;
 }
 
 Identity Authority::issue(const std::string& host, IssueOptions options) const {

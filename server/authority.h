@@ -34,6 +34,9 @@ class Authority {
   /// The authority's own certificate, PEM: what a device is to trust.
   [[nodiscard]] std::string certificate() const;
 
+  /// Whether the text is the certificate of such an authority and nothing else.
+  [[nodiscard]] static bool isCertificate(const std::string& text);
+
   /// A server certificate for the host (a DNS name, or an IP address).
   [[nodiscard]] Identity issue(const std::string& host, IssueOptions options = {}) const;
   /// The same for all of them.

@@ -96,14 +96,14 @@ struct PushServer::State {
     setRoutes();
     listener = std::make_unique<TlsListener>(
         TlsListenerOptions{.port = options.port,
-                           .identity = authority.issue(options.host),
+                           .identity = authority.issue({options.host, "localhost", "127.0.0.1"}),
                            .highestTlsVersion = 0,
                            .serve = [this](TlsConnection& connection) { http->serve(connection); }});
   }
 
   void setRoutes();
   void receive(const httplib::Request& request, httplib::Response& response, const ReadBody& body);
-  void refuse(httplib::Response& response, int status, const std::string& reason);
+  void tellRefused(const httplib::Request& request, int status, const std::string& reason) const;
   /// The answer to a well-formed request.
   Answer decide(const ReceivedRequest& received, const PushRequest& request);
   Answer registered(const PushRequest& request);
@@ -131,40 +131,42 @@ void PushServer::State::setRoutes() {
     receive(request, response, ReadBody{});
     return httplib::Server::HandlerResponse::Handled;
   });
-  http->set_exception_handler(
-      [this](const httplib::Request&, httplib::Response& response, const std::exception_ptr& failure) {
-        const std::lock_guard lock(mutex);
-        if (options.onRefused) options.onRefused("the server failed: " + reasonOf(failure), 500);
-        send({500, refusal("the server failed"), "application/json"}, response);
-      });
+  http->set_exception_handler([this](const httplib::Request& request, httplib::Response& response,
+                                     const std::exception_ptr& failure) {
+    const std::lock_guard lock(mutex);
+    tellRefused(request, 500, "the server failed: " + reasonOf(failure));
+    send({500, refusal("the server failed"), "application/json"}, response);
+  });
 }
 
-void PushServer::State::refuse(httplib::Response& response, int status, const std::string& reason) {
-  if (options.onRefused) options.onRefused(reason, status);
-  send({status, refusal(reason), "application/json"}, response);
+void PushServer::State::tellRefused(const httplib::Request& request, int status,
+                                    const std::string& reason) const {
+  if (options.onRefused) options.onRefused({request.method, request.path, reason, status});
 }
 
 void PushServer::State::receive(const httplib::Request& request, httplib::Response& response,
                                 const ReadBody& body) {
   const std::lock_guard lock(mutex);
+  const auto refuse = [&](int status, const std::string& reason) {
+    tellRefused(request, status, reason);
+    send({status, refusal(reason), "application/json"}, response);
+  };
   const std::string type = mediaTypeOf(request);
   const bool isProtected = type == jose::kMediaType;
-  if (request.path != kEndpointPath) return refuse(response, 404, "there is nothing at this path");
-  if (request.method != "POST") return refuse(response, 405, "only POST is answered");
+  if (request.path != kEndpointPath) return refuse(404, "there is nothing at this path");
+  if (request.method != "POST") return refuse(405, "only POST is answered");
   if (!isProtected && type != kFormType) {
-    return refuse(response, 415,
-                  "the body is neither application/jose nor application/x-www-form-urlencoded");
+    return refuse(415, "the body is neither application/jose nor application/x-www-form-urlencoded");
   }
   if (body.tooLong)
-    return refuse(response, 413,
-                  "the body is longer than " + std::to_string(options.mostBodyBytes / 1024) + " KiB");
-  if (!body.whole) return refuse(response, 400, "the body broke off");
+    return refuse(413, "the body is longer than " + std::to_string(options.mostBodyBytes / 1024) + " KiB");
+  if (!body.whole) return refuse(400, "the body broke off");
 
   const auto plain = isProtected ? jose::open(body.text, options.hashKey) : body.text;
-  if (!plain) return refuse(response, 400, "the body's protection does not open with the hash key");
-  if (!base::isUTF8(*plain)) return refuse(response, 400, "the body is not UTF-8");
+  if (!plain) return refuse(400, "the body's protection does not open with the hash key");
+  if (!base::isUTF8(*plain)) return refuse(400, "the body is not UTF-8");
   const ParsedRequest parsed = parseRequest(*plain);
-  if (!parsed.request) return refuse(response, 400, parsed.problem);
+  if (!parsed.request) return refuse(400, parsed.problem);
 
   Answer answer = decide({request.path, *plain, request.get_header_value("Content-Type")}, *parsed.request);
   if (options.onAnswer) options.onAnswer(answer);

@@ -34,11 +34,19 @@ struct Answer {
   std::string mediaType = "application/json";
 };
 
+/// A request that was refused as malformed, or that could not be answered.
+struct RefusedRequest {
+  std::string method;
+  std::string path;
+  std::string reason;
+  int status;  ///< of the answer
+};
+
 struct PushServerOptions {
   std::uint16_t port = 0;                    ///< 0: any that is free
   std::string dataFile = {};                 ///< empty: registrations live in memory
   std::string hashKey = {};                  ///< opens protected requests; empty: none are opened
-  std::string host = "push.quorvantis.com";  ///< whom the certificate names
+  std::string host = "push.quorvantis.com";  ///< whom the certificate names, beside loopback
   std::size_t mostBodyBytes =
       std::size_t{64} * 1024;  ///< longer ones are refused, as they come over the wire
   bool sealAnswers = false;    ///< protect the answers to protected requests with the same key
@@ -46,9 +54,8 @@ struct PushServerOptions {
   std::function<void(const ReceivedRequest&)> onRequest = {};
   /// Sees each answer to a well-formed request before it leaves, and before it is protected.
   std::function<void(const Answer&)> onAnswer = {};
-  /// Sees why a request was refused as malformed, or could not be answered, and the status of the answer.
-  /// Requests that are no HTTP are not seen.
-  std::function<void(const std::string& reason, int status)> onRefused = {};
+  /// Sees each request that is refused, before its answer leaves. Those that are no HTTP are not seen.
+  std::function<void(const RefusedRequest&)> onRefused = {};
   /// Answers in place of the registrations, where it gives an answer. Called once for each well-formed
   /// request.
   std::function<std::optional<Answer>(const ReceivedRequest&)> responder = {};

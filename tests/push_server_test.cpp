@@ -51,8 +51,8 @@ class PushServerTest : public testing::Test {
   void start(PushServerOptions given = {}) {
     given.hashKey = kKey;
     given.onRequest = [this](const ReceivedRequest& request) { received.push_back(request.body); };
-    given.onRefused = [this](const std::string& reason, int status) {
-      refused.push_back(std::to_string(status) + " " + reason);
+    given.onRefused = [this](const RefusedRequest& request) {
+      refused.push_back(std::to_string(request.status) + " " + request.reason);
     };
     server.reset();
     server = std::make_unique<PushServer>(authority, std::move(given));

@@ -6,10 +6,13 @@ import re
 import shutil
 import signal
 import sqlite3
+import ssl
 import subprocess
 import sys
 import tempfile
 import unittest
+import urllib.error
+import urllib.request
 from pathlib import Path
 
 SECONDS = 300
@@ -209,6 +212,28 @@ class Server(Options):
         said = "the certificate there is none of the trusted authority"
         self.assertEqual(self.outcomes(token("01"), where, said), [FAILED])
         self.assertNotIn("pushlib", self.stop(process))
+
+    def test_names_loopback_and_what_it_refuses(self):
+        process, where = self.serve()
+        trusting = ssl.create_default_context(cafile=self.authority)
+        for host in ("127.0.0.1", "localhost"):
+            with self.assertRaises(urllib.error.HTTPError) as refused:
+                urllib.request.urlopen(f"https://{host}:{where.partition(':')[2]}/here", context=trusting)
+            self.assertEqual(refused.exception.code, 404)
+            refused.exception.close()
+        self.assertEqual(self.stop(process, signal.SIGHUP).count("GET /here  refused\n  404 "), 2)
+
+    def test_overwrites_no_authority_but_its_own(self):
+        process, _ = self.serve()
+        self.stop(process)
+        own = self.authority.read_bytes()
+        for content in (b"a note\n", own + b"and more\n"):
+            self.authority.write_bytes(content)
+            refused = subprocess.run([TOOL, "serve", "--port", "0", "--authority", self.authority],
+                                     capture_output=True, text=True, timeout=SECONDS)
+            self.assertEqual((refused.returncode, refused.stderr.count("\n")), (1, 1))
+            self.assertTrue(refused.stderr.startswith(f"quorvantis-push: {self.authority}: "), refused.stderr)
+            self.assertEqual(self.authority.read_bytes(), content)
 
     def test_said_wrongly(self):
         process, where = self.serve()

@@ -3,8 +3,10 @@
 #include <pthread.h>
 
 #include <csignal>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <iterator>
 #include <stdexcept>
 
 #include "console/terminal.h"
@@ -23,8 +25,23 @@ sigset_t blockStopSignals() {
   sigemptyset(&stop);
   sigaddset(&stop, SIGINT);
   sigaddset(&stop, SIGTERM);
+  sigaddset(&stop, SIGHUP);
   pthread_sigmask(SIG_BLOCK, &stop, nullptr);
   return stop;
+}
+
+/// A person's own authority must not be lost to a slip of the hand.
+void requireOurs(const std::string& path) {
+  if (!std::filesystem::exists(path)) return;
+  std::string text;
+  if (std::filesystem::is_regular_file(path)) {
+    std::ifstream file(path, std::ios::binary);
+    text.assign(std::istreambuf_iterator<char>(file), {});
+    if (file && (text.empty() || server::Authority::isCertificate(text))) return;
+  }
+  throw std::runtime_error(path +
+                           ": what is there is no certificate that serve has written, and is left alone; "
+                           "name another file");
 }
 
 void writeAuthority(const std::string& path, const server::Authority& authority) {
@@ -50,6 +67,7 @@ void printRequest(const server::ReceivedRequest& request) {
 
 void serveUntilStopped(const ServeOptions& options) {
   const sigset_t stop = blockStopSignals();
+  if (!options.authority.empty()) requireOurs(options.authority);
   const server::Authority authority;
   server::PushServerOptions serverOptions;
   serverOptions.port = options.port;
@@ -60,8 +78,10 @@ void serveUntilStopped(const ServeOptions& options) {
   serverOptions.onAnswer = [](const server::Answer& answer) {
     std::cout << "  " << answer.status << ' ' << console::printable(answer.body) << "\n\n" << std::flush;
   };
-  serverOptions.onRefused = [](const std::string& reason, int status) {
-    std::cout << "refused\n  " << status << ' ' << console::printable(reason) << "\n\n" << std::flush;
+  serverOptions.onRefused = [](const server::RefusedRequest& request) {
+    std::cout << console::printable(request.method) << ' ' << console::printable(request.path)
+              << "  refused\n  " << request.status << ' ' << console::printable(request.reason) << "\n\n"
+              << std::flush;
   };
   const server::PushServer server(authority, serverOptions);
   if (!options.authority.empty()) writeAuthority(options.authority, authority);
@@ -85,7 +105,7 @@ int serve(const ServeOptions& options) {
     serveUntilStopped(options);
     return 0;
   } catch (const std::exception& error) {
-    std::cerr << error.what() << '\n';
+    std::cerr << "quorvantis-push: " << error.what() << '\n';
     return 1;
   }
 }
