@@ -2,7 +2,6 @@
 #pragma once
 
 #include <chrono>
-#include <deque>
 #include <map>
 #include <string>
 

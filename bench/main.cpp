@@ -1,4 +1,4 @@
-// Measures all rows of the table; the arguments are Google Benchmark's. bench/report.py reads the result.
+// Measures all rows of the table; the arguments are Google Benchmark's, bench/table.py reads the result.
 #include "bench/pairs.h"
 
 int main(int count, char** arguments) {

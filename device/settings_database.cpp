@@ -16,7 +16,6 @@
 
 #include "base/hexadecimal.h"
 #include "device/settings.h"
-#include "json/write.h"
 
 namespace quorvantis::device {
 namespace {

@@ -9,7 +9,6 @@
 #include <openssl/pem.h>
 
 #include <array>
-#include <cstdint>
 #include <cstring>
 #include <stdexcept>
 

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "console/wording.h"
 #include "lint/document.h"
 #include "lint/source.h"
 

@@ -167,8 +167,6 @@ Authority::Authority(const std::vector<std::string>& only) : state_(std::make_un
 }
 
 Authority::~Authority() = default;
-Authority::Authority(Authority&&) noexcept = default;
-Authority& Authority::operator=(Authority&&) noexcept = default;
 
 std::string Authority::certificate() const {
   return pem(state_->certificate.get());

@@ -28,8 +28,8 @@ class Authority {
   /// name; for any when it is empty.
   explicit Authority(const std::vector<std::string>& only = {});
   ~Authority();
-  Authority(Authority&&) noexcept;
-  Authority& operator=(Authority&&) noexcept;
+  Authority(const Authority&) = delete;
+  Authority& operator=(const Authority&) = delete;
 
   /// The authority's own certificate, PEM: what a device is to trust.
   [[nodiscard]] std::string certificate() const;

@@ -2,7 +2,6 @@
 
 #include <sys/socket.h>
 
-#include <algorithm>
 #include <array>
 #include <chrono>
 #include <mutex>

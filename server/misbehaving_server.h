@@ -12,7 +12,6 @@
 #include <string>
 
 #include "server/authority.h"
-#include "server/server_error.h"
 #include "server/socket.h"
 
 namespace quorvantis::server {

@@ -1,6 +1,5 @@
 #include "server/socket.h"
 
-#include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>

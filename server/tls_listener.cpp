@@ -1,6 +1,5 @@
 #include "server/tls_listener.h"
 
-#include <fcntl.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <openssl/err.h>
