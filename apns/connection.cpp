@@ -27,7 +27,7 @@ void Connection::serve() {
   if (const auto peer = wire_.peer()) {
     provider_.certificate =
         peer->isTrusted ? Provider::Certificate::trusted : Provider::Certificate::untrusted;
-    if (peer->isTrusted) provider_.certificateTopic = peer->userId;
+    provider_.certificateTopic = peer->userId;
   }
   converse();
   if (isCut_) return wire_.cut();

@@ -19,7 +19,7 @@ struct Provider {
   enum class Certificate { none, trusted, untrusted };
 
   Certificate certificate = Certificate::none;
-  std::string certificateTopic;  ///< what a trusted one is for; empty: for any
+  std::string certificateTopic;  ///< what it is for; empty: for any
   std::string tokenText;         ///< the provider token in use, once one was found to be good
   std::optional<ProviderToken> token;
 };

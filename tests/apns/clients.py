@@ -13,10 +13,13 @@ import httpx
 
 # What the library tells apart.
 PAYLOADS = {
-    "normal": {"aps": {"alert": {"title": "t", "body": "b"}, "badge": 1, "sound": "default", "type": "normal"}},
-    "openapp": {"aps": {"alert": {"title": "t", "body": "b"}, "type": "openapp"}},
-    "openurl": {"aps": {"alert": {"title": "t", "body": "b"}, "type": "openurl", "url": "https://www.example.com/a"}},
-    "silent": {"aps": {"content-available": 1}},
+    "normal": {"aps": {"alert": {"title": "t", "body": "b"}, "badge": 3, "sound": "default", "type": "pushlib-normal"}},
+    "open the application": {"aps": {"alert": {"title": "t", "body": "b"}, "type": "pushlib-abrirapp"}},
+    "open a link": {"aps": {"alert": {"title": "t", "body": "b"}, "type": "pushlib-abrirurl",
+                            "urlnoti": "https://www.example.com/a"}},
+    "store values": {"aps": {"alert": {"title": "t", "body": "b"}, "type": "pushlib-extras", "extra1": "é", "extra2": 2}},
+    "without a type": {"aps": {"alert": {"title": "t", "body": "b"}, "extra1": "order-77"}},
+    "silent": {"aps": {"content-available": 1, "extra1": "refresh"}},
 }
 
 

@@ -21,7 +21,7 @@ OLD_TOKEN = "ff" * 32
 OLD_TOKEN_ENDED = 1700000000123
 KEY_ID = "ABC123DEFG"
 TEAM = "DEF123GHIJ"
-PATIENCE = 10
+PATIENCE = 60
 
 
 def check(holds, otherwise):
@@ -62,17 +62,15 @@ class Stand:
     def next(self):
         return self.lines.get(timeout=PATIENCE)
 
-    def rest(self):
-        """What came and was not asked for."""
-        lines = []
-        while not self.lines.empty():
-            lines.append(self.lines.get())
-        return lines
-
     def order(self, *faults):
+        """Gives what came before."""
+        lines = []
         self.process.stdin.write(json.dumps({"faults": faults}) + "\n")
         self.process.stdin.flush()
-        check(self.next() == {"ordered": ""}, f"{faults} were not taken")
+        while "ordered" not in (line := self.next()):
+            lines.append(line)
+        check(line["ordered"] == "", f"{faults}: {line}")
+        return lines
 
     def memory(self):
         """Bytes that are its own now."""
@@ -80,10 +78,14 @@ class Stand:
             return int(statm.read().split()[1]) * 4096
 
     def stop(self):
+        """Gives what came and was not asked for."""
         self.process.stdin.close()
         check(self.process.wait(PATIENCE) == 0, f"the service ended with {self.process.returncode}")
         self.reader.join()
-        return self.rest()
+        lines = []
+        while not self.lines.empty():
+            lines.append(self.lines.get())
+        return lines
 
     def __enter__(self):
         return self
