@@ -46,6 +46,9 @@ if(NOT QUORVANTIS_SANITIZE)
   endif()
 endif()
 
+# The project's version as C++ sees it: the text that the bundle says, and the number of Xcode's two symbols.
+set(QUORVANTIS_VERSION "${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}")
+
 function(quorvantis_target target)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor
     -Wformat=2 -Wimplicit-fallthrough $<$<CXX_COMPILER_ID:Clang>:-Wreserved-identifier>)

@@ -19,12 +19,15 @@ install(TARGETS ${installed_targets}
   LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
   RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
   INCLUDES DESTINATION "${header_folder}")
-set_target_properties(quorvantis_push_tool PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
-if(NOT BUILD_SHARED_LIBS)
-  # Otherwise the build tree's program keeps room for it in empty entries, which mean the current folder.
-  set_target_properties(quorvantis_push_tool PROPERTIES BUILD_WITH_INSTALL_RPATH ON)
+install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+if(QUORVANTIS_TOOL)
+  set_target_properties(quorvantis_push_tool PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+  if(NOT BUILD_SHARED_LIBS)
+    # Otherwise the build tree's program keeps room for it in empty entries, which mean the current folder.
+    set_target_properties(quorvantis_push_tool PROPERTIES BUILD_WITH_INSTALL_RPATH ON)
+  endif()
+  install(TARGETS quorvantis_push_tool RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 endif()
-install(TARGETS quorvantis_push_tool RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 
 # Headers include each other by their path in the source tree.
 foreach(folder IN LISTS QUORVANTIS_CORE_FOLDERS ITEMS platform platform/simulated device json)

@@ -5,9 +5,9 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <functional>
 
 #include "base/utf8.h"
+#include "console/width.h"
 
 namespace quorvantis::console {
 
@@ -17,14 +17,35 @@ constexpr std::size_t kUsualWidth = 80;
 constexpr std::size_t kLeastWidth = 40;
 constexpr std::size_t kMostWidth = 120;  // longer lines are hard to read
 
-/// The bytes of the first `count` characters.
-std::size_t bytesOf(std::string_view text, std::size_t count) {
-  std::size_t at = 0;
-  for (; count > 0 && at < text.size(); --count) {
-    do ++at;
-    while (at < text.size() && base::isContinuation(text[at]));
+/// The first character that nothing joins, with what joins it: its bytes are taken off the text.
+std::string_view takeCluster(std::string_view& text) {
+  const std::string_view whole = text;
+  base::takeCharacter(text);
+  for (std::string_view rest = text; !text.empty(); text = rest) {
+    const auto joining = base::takeCharacter(rest);
+    if (!joining || widthOf(*joining) != 0) break;
   }
-  return at;
+  return whole.substr(0, whole.size() - text.size());
+}
+
+/// One that a variation selector turns into an emoji is as wide as the others.
+std::size_t widthOfCluster(std::string_view cluster) {
+  constexpr std::string_view kAsEmoji = "\uFE0F";
+  const bool isEmoji = cluster.find(kAsEmoji) != std::string_view::npos;
+  const std::size_t width = widthOf(base::takeCharacter(cluster).value_or(U'\uFFFD'));
+  return isEmoji ? 2 : width;
+}
+
+/// The bytes of as many characters as fit into the columns, of one at least.
+std::size_t bytesOf(std::string_view text, std::size_t width) {
+  std::size_t bytes = 0;
+  for (std::size_t taken = 0; !text.empty();) {
+    const std::string_view cluster = takeCluster(text);
+    taken += widthOfCluster(cluster);
+    if (taken > width && bytes != 0) break;
+    bytes += cluster.size();
+  }
+  return bytes;
 }
 
 std::string_view codeOf(Style style) {
@@ -70,7 +91,9 @@ std::string Terminal::styled(Style style, std::string_view text) const {
 }
 
 std::size_t columns(std::string_view text) {
-  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), std::not_fn(base::isContinuation)));
+  std::size_t width = 0;
+  while (!text.empty()) width += widthOfCluster(takeCluster(text));
+  return width;
 }
 
 std::vector<std::string> wrap(std::string_view text, std::size_t width) {

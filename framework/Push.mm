@@ -22,8 +22,9 @@ using Center = quorvantis::platform::UNUserNotificationCenter;
 using Dictionary = quorvantis::platform::NSDictionary;
 using Text = quorvantis::platform::NSString;
 
-const double QuorvantisPushVersionNumber = 1.0;
-const unsigned char QuorvantisPushVersionString[] = "@(#)PROGRAM:QuorvantisPush  PROJECT:QuorvantisPush-1\n";
+const double QuorvantisPushVersionNumber = QUORVANTIS_VERSION;
+const unsigned char QuorvantisPushVersionString[] =
+    "@(#)PROGRAM:QuorvantisPush  PROJECT:QuorvantisPush-" QUORVANTIS_VERSION_MAJOR "\n";
 
 namespace {
 

@@ -2,9 +2,11 @@
 
 #include <fcntl.h>
 #include <sqlite3.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <chrono>
 #include <cstdint>
 #include <string>
@@ -40,7 +42,10 @@ void makePrivate(const std::string& file) {
 class Connection {
  public:
   explicit Connection(std::string file) : file_(std::move(file)) {
-    if (!file_.empty()) makePrivate(file_);
+    if (!file_.empty()) {
+      makePrivate(file_);
+      takeFile();
+    }
     const int opened =
         sqlite3_open_v2(file_.empty() ? ":memory:" : file_.c_str(), &handle_,
                         SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
@@ -49,10 +54,14 @@ class Connection {
       sqlite3_busy_timeout(handle_, kBusyMilliseconds);
     } catch (...) {
       sqlite3_close(handle_);
+      if (lock_ >= 0) ::close(lock_);
       throw;
     }
   }
-  ~Connection() { sqlite3_close(handle_); }
+  ~Connection() {
+    sqlite3_close(handle_);
+    if (lock_ >= 0) ::close(lock_);  // after SQLite: a closed descriptor of the file would drop its locks
+  }
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
@@ -70,7 +79,17 @@ class Connection {
   [[nodiscard]] sqlite3* handle() const { return handle_; }
 
  private:
+  /// Others may read the file while this server has it, and none may serve from it.
+  void takeFile() {
+    lock_ = ::open(file_.c_str(), O_RDONLY | O_CLOEXEC);
+    if (lock_ >= 0 && ::flock(lock_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+      ::close(std::exchange(lock_, -1));
+      refuse("another server keeps its registrations there; end it or choose another file");
+    }
+  }
+
   const std::string file_;
+  int lock_ = -1;
   sqlite3* handle_ = nullptr;
 };
 

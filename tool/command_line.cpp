@@ -13,7 +13,12 @@ namespace quorvantis::tool {
 
 namespace {
 
-constexpr const char* kVersion = "quorvantis-push 1.0";
+constexpr const char* kVersion = "quorvantis-push " QUORVANTIS_VERSION;
+/// What each command's status means; docs and tests have the same.
+constexpr const char* kStatuses =
+    "Status: 0 when all went well; 1 when something went wrong or was found wrong (an error in a payload, a "
+    "port "
+    "in use, standard output that takes nothing more); 2 when what was given can't be read.";
 constexpr const char* kOldestSystem = "10.0";
 
 /// The status of the command that runs; CLI11's callbacks return nothing.
@@ -36,6 +41,7 @@ std::string problemOfNothing(const std::string& value) {
 CLI::App* addCommand(CLI::App& app, const char* name, const char* about) {
   CLI::App* command = app.add_subcommand(name, about);
   command->set_version_flag("--version", kVersion);
+  command->footer(kStatuses);
   return command;
 }
 
@@ -57,9 +63,8 @@ std::string problemOfVersion(const std::string& version) {
 void addPayload(CLI::App& app, PayloadOptions& options, int (*payload)(const PayloadOptions&)) {
   CLI::App* command = addCommand(
       app, "payload", "Say what the library does with a notification's payload, and what is wrong");
-  command->footer(
-      "\"switch\" in the output is activePushNotificationsInForegroundApp:. Status: 0 when no finding is an "
-      "error, 1 when one is, 2 when a file can't be read.");
+  command->footer(std::string("\"switch\" in the output is activePushNotificationsInForegroundApp:. ") +
+                  kStatuses);
   using Format = PayloadOptions::Format;
   options.version = kVersion + std::string_view(kVersion).find(' ') + 1;
   auto* json = command->add_flag_callback(
@@ -149,6 +154,7 @@ int runCommandLine(int argc, char** argv, const Commands& commands) {
   CLI::App app(commands.about, "quorvantis-push");
   app.set_version_flag("--version", kVersion);
   app.require_subcommand(1);
+  app.footer(kStatuses);
   Options options;
   if (commands.demo != nullptr) addDemo(app, commands.demo);
   if (commands.payload != nullptr) addPayload(app, options.payload, commands.payload);

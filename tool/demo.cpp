@@ -108,7 +108,7 @@ int demo() {
               << std::endl;
     return allWell ? 0 : 1;
   } catch (const std::exception& error) {
-    std::cerr << "the demo can't go on: " << error.what() << '\n';
+    std::cerr << "quorvantis-push: the demo can't go on: " << error.what() << '\n';
     return 1;
   }
 }

@@ -21,6 +21,8 @@ case $(uname -m) in
   *) host_architecture= ;;
 esac
 
+version=$(sed -nE 's/^project\(QuorvantisPush VERSION ([0-9]+\.[0-9]+).*/\1/p' "$root/CMakeLists.txt")
+
 mkdir -p "$folder"
 rm -f "$folder"/*.o  # of sources that are gone
 # shellcheck disable=SC2016,SC2046,SC2086 # the inner shell expands; an empty architecture is no argument
@@ -32,7 +34,7 @@ find $(sed "s#^#$root/#" "$root/cmake/core-folders") "$root/platform/ios" "$root
     -nostdinc++ -nostdlibinc -isystem "$here/sdk" -isystem "$here/../apple_sdk" \
     -isystem "$here/../ios_core/libcxx" -isystem "$libcxx" \
     -isystem "/usr/include/$("$clangxx" -print-multiarch)" -isystem /usr/include \
-    -D_GNU_SOURCE $host_architecture -U__nonnull \
+    -D_GNU_SOURCE "-DQUORVANTIS_VERSION=$version" "-DQUORVANTIS_VERSION_MAJOR=\"${version%.*}\"" $host_architecture -U__nonnull \
     -I "$root" -I "$root/framework/include" -I "$root/platform/ios/declarations"
 
 "$linker" -dylib -arch arm64 -platform_version "$platform" "$oldest" 17.0 \

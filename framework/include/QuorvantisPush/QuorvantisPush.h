@@ -1,7 +1,7 @@
 // The umbrella header of QuorvantisPush.
 #import <Foundation/Foundation.h>
 
-/// The version number of the framework: 1.0.
+/// The version number of the framework, as 1.0.
 FOUNDATION_EXPORT __attribute__((visibility("default"))) const double QuorvantisPushVersionNumber;
 
 /// The version text of the framework.
