@@ -248,7 +248,7 @@ TEST_F(TransportTest, WaitsForAConnectionNoLongerThanItsLimit) {
   std::vector<server::Socket> waiting;
   for (int i = 0; i < 4; ++i) {
     waiting.emplace_back(::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
-    ::connect(waiting.back().get(), reinterpret_cast<const sockaddr*>(&address), size);
+    static_cast<void>(::connect(waiting.back().get(), reinterpret_cast<const sockaddr*>(&address), size));
   }
   network.setHost(kHost, {"127.0.0.1", server::boundPort(listening)});
   network.setLimits({milliseconds(300), kLimit, std::size_t{1} << 20});
