@@ -53,11 +53,13 @@ void PlainHandler::openURL(const json& aps, json& report) {
     report["urlnoti"] = *link;
     if (device_.application.state == device::ApplicationState::active) {
       const json& alert = aps.at("alert");
-      device_.screen.present({alert.at("title").get<std::string>(),
-                              alert.at("body").get<std::string>(),
-                              {"OK"},
-                              device::kAlertWindowLevel + 1,
-                              [this] { device_.open(address_); }});
+      device_.screen.present({.title = alert.at("title").get<std::string>(),
+                              .message = alert.at("body").get<std::string>(),
+                              .buttons = {"OK"},
+                              .windowLevel = device::kAlertWindowLevel + 1,
+                              .fillsScreen = true,
+                              .animated = true,
+                              .onTap = [this] { device_.open(address_); }});
     }
   }
   vibrate();

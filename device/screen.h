@@ -23,7 +23,7 @@ struct Alert {
   json::Value title, message;  ///< null: none
   std::vector<std::string> buttons;
   double windowLevel = 0;
-  Frame windowFrame;
+  bool fillsScreen = false;  ///< its window does
   bool animated = false;
   std::function<void()> onTap;  ///< the first button's; let go after the alert was dismissed
 };

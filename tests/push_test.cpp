@@ -361,7 +361,7 @@ TEST_F(PushTest, IsKeptByTheAlertOnScreenUntilItsButtonIsTapped) {
   EXPECT_EQ(TestPush::live, 1);
   take({});
   ASSERT_NE(device.screen.find(1), nullptr);
-  EXPECT_EQ(device.screen.find(1)->windowFrame, device::kScreenBounds);
+  EXPECT_TRUE(device.screen.find(1)->fillsScreen);
   EXPECT_TRUE(device.screen.find(1)->animated);
   EXPECT_TRUE(device.screen.tap(1));
   EXPECT_EQ(TestPush::live, 1);

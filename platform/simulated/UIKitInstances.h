@@ -40,13 +40,13 @@ class AlertActionInstance final : public Instance {
 
 class WindowInstance final : public Instance {
  public:
-  explicit WindowInstance(CGRect itsFrame) : frame(itsFrame) {}
+  explicit WindowInstance(bool itFillsTheScreen) : fillsScreen(itFillsTheScreen) {}
   ~WindowInstance() override { setRoot(nullptr); }
   void setRoot(UIViewController controller);
 
   UIViewController root;  ///< set by setRoot()
-  CGRect frame;
   CGFloat level = 0;
+  bool fillsScreen;
   bool visible = false;
   int alert = 0;  ///< the number of the alert that it shows; 0: none
 };

@@ -22,7 +22,7 @@ void UIViewController::presentViewController(const UIViewController& viewControl
   alert.title = controller->title;
   alert.message = controller->message;
   alert.windowLevel = window->level;
-  alert.windowFrame = {window->frame.x, window->frame.y, window->frame.width, window->frame.height};
+  alert.fillsScreen = window->fillsScreen;
   alert.animated = animated;
   for (const UIAlertAction& action : controller->actions) {
     alert.buttons.push_back(known<AlertActionInstance>(action)->title);

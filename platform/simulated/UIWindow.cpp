@@ -18,7 +18,8 @@ void simulated::WindowInstance::setRoot(UIViewController controller) {
 }
 
 UIWindow UIWindow::initWithFrame(CGRect frame) {
-  return simulated::makeInstance<UIWindow, WindowInstance>(frame);
+  return simulated::makeInstance<UIWindow, WindowInstance>(
+      device::Frame{frame.x, frame.y, frame.width, frame.height} == device::kScreenBounds);
 }
 
 void UIWindow::setRootViewController(const UIViewController& controller) const {

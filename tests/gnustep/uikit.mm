@@ -121,7 +121,7 @@ static id<UIApplicationDelegate> applicationDelegate = nil;  // not retained
  @public
   UIWindowScene* _scene;  // not retained
   DeviceViewController* _root;
-  quorvantis::device::Frame _frame;
+  BOOL _fillsScreen;
   UIWindowLevel _level;
   BOOL _visible;
   int _alert;  // the number of the alert that it shows; 0: none
@@ -151,8 +151,8 @@ static id<UIApplicationDelegate> applicationDelegate = nil;  // not retained
 
 - (instancetype)initWithFrame:(CGRect)frame {
   self = [super init];
-  static_cast<DeviceWindow*>(self)->_frame = {frame.origin.x, frame.origin.y, frame.size.width,
-                                              frame.size.height};
+  const quorvantis::device::Frame place{frame.origin.x, frame.origin.y, frame.size.width, frame.size.height};
+  static_cast<DeviceWindow*>(self)->_fillsScreen = place == quorvantis::device::kScreenBounds;
   return self;
 }
 
@@ -237,7 +237,7 @@ static id<UIApplicationDelegate> applicationDelegate = nil;  // not retained
   alert.title = *valueFrom(controller->_title);
   alert.message = *valueFrom(controller->_message);
   alert.windowLevel = _window->_level;
-  alert.windowFrame = _window->_frame;
+  alert.fillsScreen = _window->_fillsScreen;
   alert.animated = animated;
   for (DeviceAlertAction* action in controller->_actions) {
     alert.buttons.push_back(*textOf(action->_title));
