@@ -4,12 +4,12 @@ include(CMakePackageConfigHelpers)
 
 set(package_folder "${CMAKE_INSTALL_LIBDIR}/cmake/QuorvantisPush")
 set(header_folder "${CMAKE_INSTALL_INCLUDEDIR}/QuorvantisPush")
-set(installed_targets quorvantis_push quorvantis_simulated quorvantis_device quorvantis_json quorvantis_jose quorvantis_base)
+set(installed_targets quorvantis_push quorvantis_simulated quorvantis_device quorvantis_json quorvantis_jose quorvantis_base quorvantis_server)
 
 foreach(target IN LISTS installed_targets)
   target_compile_features(${target} PUBLIC cxx_std_20)
 endforeach()
-foreach(part simulated device json jose base)
+foreach(part simulated device json jose base server)
   set_target_properties(quorvantis_${part} PROPERTIES EXPORT_NAME ${part})
 endforeach()
 
@@ -30,7 +30,7 @@ if(QUORVANTIS_TOOL)
 endif()
 
 # Headers include each other by their path in the source tree.
-foreach(folder IN LISTS QUORVANTIS_CORE_FOLDERS ITEMS platform platform/simulated device json)
+foreach(folder IN LISTS QUORVANTIS_CORE_FOLDERS ITEMS platform platform/simulated device json server)
   file(GLOB headers CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/${folder}/*.h")
   list(FILTER headers EXCLUDE REGEX "/shared_slot\\.h$")  # for the simulated device's relaunch alone
   install(FILES ${headers} DESTINATION "${header_folder}/${folder}")

@@ -13,6 +13,7 @@ import subprocess
 import sys
 import tempfile
 import textwrap
+import unicodedata
 import unittest
 from pathlib import Path
 from urllib.parse import unquote
@@ -300,6 +301,26 @@ class Payloads(unittest.TestCase):
         _, *lines = done.stdout.splitlines()
         self.assertIn("      A second later it opens", lines)
         self.assertEqual([line for line in lines if len(line) > 40], [])
+
+    def test_wide_characters_keep_the_alerts_frame_straight(self):
+        def columns(line):
+            clusters = re.sub("[\u0300-\u036f\u200d\ufe0f\U0001f3fb-\U0001f3ff]", "", line)
+            wide = sum(unicodedata.east_asian_width(character) in "WF" for character in clusters)
+            return len(clusters) + wide + line.count("\u2764\ufe0f")
+
+        for title in ("日本語のタイトル", "🎉 e\u0301té 👍🏽", "\u2764\ufe0f", "한국어 " * 20, "ＷＩＤＥ"):
+            payload = {"aps": {"alert": {"title": title, "body": "b"}, "type": "pushlib-abrirurl", "urlnoti": "https://a.example"}}
+            printed = run("payload", "-", stdin=json.dumps(payload).encode()).stdout.decode()
+            box = [line for line in printed.splitlines() if line.strip()[:1] in ("╭", "│", "├", "╰")]
+            self.assertGreater(len(box), 4, printed)
+            self.assertEqual(len({columns(line) for line in box}), 1, printed)
+
+    def test_colours_are_for_terminals_that_have_them(self):
+        for terminal, has_colours in (("xterm", True), ("dumb", False)):
+            command = f"env -u NO_COLOR TERM={terminal} '{TOOL}' payload '{FOLDER / 'valid.openurl.json'}'"
+            done = subprocess.run(["script", "-qec", command, "/dev/null"], stdin=subprocess.DEVNULL,
+                                  capture_output=True, text=True, timeout=300)
+            self.assertEqual("\x1b[" in done.stdout, has_colours, terminal)
 
     def test_status_and_sections(self):
         good, bad, odd = (FOLDER / name for name in ("valid.silent.json", "alert-is-text.json", "unknown-type.json"))
