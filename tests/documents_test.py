@@ -112,6 +112,12 @@ class Documents(unittest.TestCase):
                 self.assertIn(status, help_text, command)
                 self.assertIn(status.replace("2 when what", "2 when what they"), " ".join(told.split()))
 
+    def test_every_command_tells_of_lost_output(self):
+        (self.folder / "s").write_text('{"do":"show"}\n')
+        (self.folder / "p").write_text('{"aps":{"content-available":1}}')
+        for command in ("demo", "run s", "payload p", "payload --json p"):
+            self.shell(f"quorvantis-push {command} >/dev/full", status=1)
+
 
 if __name__ == "__main__":
     unittest.main()
