@@ -87,7 +87,7 @@ std::string DataInstance::description() const {
   std::string text = "<";
   for (std::size_t i = 0; i < bytes.size(); i += kGroup) {
     if (i != 0) text += ' ';
-    text += base::hexadecimal(std::string_view(bytes).substr(i, kGroup));
+    text += base::hexadecimal(bytes.substr(i, kGroup));
   }
   return text + '>';
 }
@@ -152,7 +152,8 @@ Object objectFrom(const json::Value& value) {
 std::optional<json::Value> valueFrom(const Object& object) {
   if (!object) return json::Value();
   if (const auto* text = instanceAs<StringInstance>(object)) return json::Value(text->text);
-  if (const auto* data = instanceAs<DataInstance>(object)) return json::Value(json::Data{data->bytes});
+  if (const auto* data = instanceAs<DataInstance>(object))
+    return json::Value(json::Data{std::string(data->bytes)});
   if (const auto* number = instanceAs<NumberInstance>(object)) {
     return std::visit([](auto value) { return json::Value(value); }, number->number);
   }

@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -50,15 +51,19 @@ class NumberInstance final : public Instance {
   const Number number;
 };
 
+/// Its bytes have a store of exactly their size: a tool that watches memory sees a read beyond them.
 class DataInstance final : public Instance {
+  const std::vector<char> store_;
+
  public:
   static constexpr Kind classKind = Kind::data;
-  explicit DataInstance(std::string itsBytes) : Instance(classKind), bytes(std::move(itsBytes)) {}
+  explicit DataInstance(std::string_view itsBytes)
+      : Instance(classKind), store_(itsBytes.begin(), itsBytes.end()), bytes(store_.data(), store_.size()) {}
 
   [[nodiscard]] bool isEqual(const Instance& other) const override;
   [[nodiscard]] std::string description() const override;
 
-  const std::string bytes;
+  const std::string_view bytes;
 };
 
 class ArrayInstance final : public Instance {
