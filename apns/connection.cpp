@@ -18,8 +18,8 @@ std::int64_t secondsSince1970() {
 
 }  // namespace
 
-Connection::Connection(server::TlsConnection& wire, const Rules& rules, const Patience& patience,
-                       Phone& phone, FaultQueue& faults)
+Connection::Connection(server::Connection& wire, const Rules& rules, const Patience& patience, Phone& phone,
+                       FaultQueue& faults)
     : wire_(wire), rules_(rules), patience_(patience), phone_(phone), faults_(faults), session_(*this) {}
 
 void Connection::serve() {

@@ -9,7 +9,7 @@
 #include "apns/http2_session.h"
 #include "apns/judgement.h"
 #include "apns/phone.h"
-#include "server/tls_listener.h"
+#include "server/listener.h"
 
 namespace quorvantis::apns {
 
@@ -24,7 +24,7 @@ struct Patience {
 class Connection final : private Http2Session::Owner {
  public:
   /// All are used, not owned.
-  Connection(server::TlsConnection& wire, const Rules& rules, const Patience& patience, Phone& phone,
+  Connection(server::Connection& wire, const Rules& rules, const Patience& patience, Phone& phone,
              FaultQueue& faults);
 
   /// Returns when the connection has ended.
@@ -47,7 +47,7 @@ class Connection final : private Http2Session::Owner {
   void refuseUnfinished(Clock::time_point begunBefore, std::string_view reason);
   [[nodiscard]] Clock::time_point nextDeadline() const;
 
-  server::TlsConnection& wire_;
+  server::Connection& wire_;
   const Rules& rules_;
   const Patience& patience_;
   Phone& phone_;

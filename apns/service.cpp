@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "server/tls_listener.h"
+#include "server/listener.h"
 
 namespace quorvantis::apns {
 namespace {
@@ -36,14 +36,14 @@ struct Service::State {
                   .protocol = "h2",
                   .clientAuthority = options.clientAuthority,
                   .mostConnections = kMostConnections,
-                  .serve = [this](server::TlsConnection& wire) {
+                  .serve = [this](server::Connection& wire) {
                     Connection(wire, options.rules, options.patience, phone, faults).serve();
                   }}) {}
 
   const ServiceOptions options;
   Phone& phone;
   FaultQueue faults;
-  server::TlsListener listener;  // goes first
+  server::Listener listener;  // goes first
 };
 
 Service::Service(const server::Authority& authority, Phone& phone, ServiceOptions options)

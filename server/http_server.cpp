@@ -29,7 +29,7 @@ bool isBodyRead(const httplib::Request& request) {
 /// The bytes of one request after the other, up to the limits.
 class HttpServer::Stream : public httplib::Stream {
  public:
-  Stream(TlsConnection& connection, std::size_t mostBodyBytes)
+  Stream(Connection& connection, std::size_t mostBodyBytes)
       : connection_(connection), mostBodyBytes_(mostBodyBytes) {}
 
   void beginHead() {
@@ -62,7 +62,7 @@ class HttpServer::Stream : public httplib::Stream {
   [[nodiscard]] socket_t socket() const override { return connection_.socket(); }
 
  private:
-  TlsConnection& connection_;
+  Connection& connection_;
   const std::size_t mostBodyBytes_;
   std::size_t left_ = 0;
   bool last_ = true;
@@ -73,10 +73,11 @@ std::unique_ptr<HttpServer> HttpServer::make(std::size_t mostBodyBytes) {
   sigaction(SIGPIPE, nullptr, &before);
   std::unique_ptr<HttpServer> server(new HttpServer(mostBodyBytes));
   sigaction(SIGPIPE, &before, nullptr);
+  server->svr_sock_ = 0;  // httplib would end answers early for a server without a listening socket: it stops
   return server;
 }
 
-void HttpServer::serve(TlsConnection& connection) {
+void HttpServer::serve(Connection& connection) {
   if (!connection.handshake(kPatience)) return;
   Stream stream(connection, mostBodyBytes_);
   while (connection.readable(kIdle) && serveRequest(stream)) {

@@ -1,5 +1,5 @@
-// HTTP on TLS connections, by cpp-httplib: only its reading of requests, its routes and its writing of
-// answers. Sockets, TLS, threads and patience are TlsListener's; how much is read of a request is bounded
+// HTTP on a Listener's connections, by cpp-httplib: only its reading of requests, its routes and its writing
+// of answers. Sockets, TLS, threads and patience are the Listener's; how much is read of a request is bounded
 // here.
 //
 // Threads: the routes are set before the first connection; connections are served on several threads at a
@@ -11,7 +11,7 @@
 #include <cstddef>
 #include <memory>
 
-#include "server/tls_listener.h"
+#include "server/listener.h"
 
 namespace quorvantis::server {
 
@@ -22,7 +22,7 @@ class HttpServer : public httplib::Server {
   static std::unique_ptr<HttpServer> make(std::size_t mostBodyBytes);
 
   /// Answers the connection's requests until it ends.
-  void serve(TlsConnection& connection);
+  void serve(Connection& connection);
 
  private:
   class Stream;

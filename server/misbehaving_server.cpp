@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "base/ascii.h"
-#include "server/tls_listener.h"
+#include "server/listener.h"
 
 namespace quorvantis::server {
 namespace {
@@ -42,7 +42,7 @@ std::size_t contentLength(std::string head) {
 }
 
 /// The next request on the connection; `buffered` holds what was read beyond the one before.
-std::optional<RawRequest> readRequest(TlsConnection& connection, std::string& buffered) {
+std::optional<RawRequest> readRequest(Connection& connection, std::string& buffered) {
   constexpr std::string_view kEnd = "\r\n\r\n";
   std::optional<std::size_t> whole;
   std::size_t headSize = 0;
@@ -64,14 +64,14 @@ std::optional<RawRequest> readRequest(TlsConnection& connection, std::string& bu
 }
 
 /// Of what comes, nothing is read as TLS.
-void waitUntilClientLeaves(TlsConnection& connection) {
+void waitUntilClientLeaves(Connection& connection) {
   std::array<char, 1024> ignored;
   while (connection.readable(kForever) &&
          ::recv(connection.socket(), ignored.data(), ignored.size(), 0) > 0) {
   }
 }
 
-bool trickle(TlsConnection& connection, std::string_view bytes) {
+bool trickle(Connection& connection, std::string_view bytes) {
   for (const char byte : bytes) {
     if (!connection.write({&byte, 1}, kPatience)) return false;
     if (connection.readable(kTrickle) || connection.stopping()) return false;
@@ -79,7 +79,7 @@ bool trickle(TlsConnection& connection, std::string_view bytes) {
   return true;
 }
 
-bool repeat(TlsConnection& connection, std::string_view bytes) {
+bool repeat(Connection& connection, std::string_view bytes) {
   while (!bytes.empty() && !connection.stopping()) {
     if (!connection.write(bytes, kForever)) break;
   }
@@ -87,7 +87,7 @@ bool repeat(TlsConnection& connection, std::string_view bytes) {
 }
 
 /// Whether the connection is kept.
-bool play(TlsConnection& connection, const Misbehaviour& behaviour) {
+bool play(Connection& connection, const Misbehaviour& behaviour) {
   switch (behaviour.kind) {
     case Misbehaviour::Kind::answer:
       return connection.write(behaviour.bytes, kPatience);
@@ -123,19 +123,19 @@ struct MisbehavingServer::State {
                   .identity = options.identity,
                   .highestTlsVersion = options.highestTlsVersion,
                   .takesWeakKeys = true,
-                  .serve = [this](TlsConnection& connection) { serve(connection); }}) {}
+                  .serve = [this](Connection& connection) { serve(connection); }}) {}
 
-  void serve(TlsConnection& connection);
+  void serve(Connection& connection);
   /// Whether the connection comes as far as its first request.
-  bool begin(TlsConnection& connection) const;
+  bool begin(Connection& connection) const;
   Misbehaviour receive(const RawRequest& request);
 
   MisbehavingServerOptions options;
   std::mutex mutex;  // one request at a time; guards the script
-  TlsListener listener;
+  Listener listener;
 };
 
-void MisbehavingServer::State::serve(TlsConnection& connection) {
+void MisbehavingServer::State::serve(Connection& connection) {
   if (!begin(connection)) {
     if (options.silent) return waitUntilClientLeaves(connection);
     return connection.cut();
@@ -146,7 +146,7 @@ void MisbehavingServer::State::serve(TlsConnection& connection) {
   }
 }
 
-bool MisbehavingServer::State::begin(TlsConnection& connection) const {
+bool MisbehavingServer::State::begin(Connection& connection) const {
   if (!options.plain.empty()) {
     ::send(connection.socket(), options.plain.data(), options.plain.size(), MSG_NOSIGNAL);
     waitUntilClientLeaves(connection);

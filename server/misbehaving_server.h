@@ -71,7 +71,7 @@ class MisbehavingServer {
 class RefusingPort {
  public:
   /// Throws ServerError.
-  RefusingPort() : socket_(bindToLoopback(0)) {}
+  RefusingPort() : socket_(bindTo(kLoopback, 0)) {}
 
   [[nodiscard]] std::uint16_t port() const { return boundPort(socket_); }
 

@@ -11,8 +11,8 @@
 #include "jose/jwe.h"
 #include "json/write.h"
 #include "server/http_server.h"
+#include "server/listener.h"
 #include "server/registrations.h"
-#include "server/tls_listener.h"
 
 namespace quorvantis::server {
 namespace {
@@ -94,11 +94,11 @@ struct PushServer::State {
       throw ServerError("the hash key has not 32 bytes");
     }
     setRoutes();
-    listener = std::make_unique<TlsListener>(
-        TlsListenerOptions{.port = options.port,
-                           .identity = authority.issue({options.host, "localhost", "127.0.0.1"}),
-                           .highestTlsVersion = 0,
-                           .serve = [this](TlsConnection& connection) { http->serve(connection); }});
+    listener = std::make_unique<Listener>(
+        ListenerOptions{.port = options.port,
+                        .identity = authority.issue({options.host, "localhost", "127.0.0.1"}),
+                        .highestTlsVersion = 0,
+                        .serve = [this](Connection& connection) { http->serve(connection); }});
   }
 
   void setRoutes();
@@ -112,7 +112,7 @@ struct PushServer::State {
   std::mutex mutex;  // one request at a time
   Registrations registrations;
   const std::unique_ptr<HttpServer> http;
-  std::unique_ptr<TlsListener> listener;  // goes first
+  std::unique_ptr<Listener> listener;  // goes first
 };
 
 void PushServer::State::setRoutes() {

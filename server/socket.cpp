@@ -1,5 +1,6 @@
 #include "server/socket.h"
 
+#include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -15,7 +16,7 @@ namespace {
 
 constexpr int kBacklog = SOMAXCONN;  // a client that finds it full tries again after a second
 
-[[noreturn]] void refuse(std::uint16_t port, int error) {
+[[noreturn]] void refuse(const std::string& address, std::uint16_t port, int error) {
   const std::string name = "port " + std::to_string(port);
   if (error == EADDRINUSE) {
     throw ServerError(name + " is in use by another program; choose another port");
@@ -23,7 +24,32 @@ constexpr int kBacklog = SOMAXCONN;  // a client that finds it full tries again 
   if (error == EACCES) {
     throw ServerError(name + " is open to the administrator only; choose a port from 1024 on");
   }
-  throw ServerError(name + " can't be used: " + std::strerror(error));
+  if (error == EADDRNOTAVAIL) throw ServerError(address + " is no address of this machine");
+  throw ServerError(name + " of " + address + " can't be used: " + std::strerror(error));
+}
+
+/// An address of IPv4 or IPv6 as the system takes it.
+struct Address {
+  sockaddr_storage storage{};
+  socklen_t size = 0;
+};
+
+Address read(const std::string& text, std::uint16_t port) {
+  Address address;
+  auto& v4 = reinterpret_cast<sockaddr_in&>(address.storage);
+  auto& v6 = reinterpret_cast<sockaddr_in6&>(address.storage);
+  if (::inet_pton(AF_INET, text.c_str(), &v4.sin_addr) == 1) {
+    v4.sin_family = AF_INET;
+    v4.sin_port = htons(port);
+    address.size = sizeof v4;
+  } else if (::inet_pton(AF_INET6, text.c_str(), &v6.sin6_addr) == 1) {
+    v6.sin6_family = AF_INET6;
+    v6.sin6_port = htons(port);
+    address.size = sizeof v6;
+  } else {
+    throw ServerError('"' + text + "\" is no numeric address, such as 127.0.0.1 or ::1");
+  }
+  return address;
 }
 
 }  // namespace
@@ -32,34 +58,32 @@ Socket::~Socket() {
   if (descriptor_ >= 0) ::close(descriptor_);
 }
 
-Socket bindToLoopback(std::uint16_t port) {
-  Socket bound(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-  if (bound.get() < 0) refuse(port, errno);
+Socket bindTo(const std::string& text, std::uint16_t port) {
+  const Address address = read(text, port);
+  Socket bound(::socket(address.storage.ss_family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+  if (bound.get() < 0) refuse(text, port, errno);
   if (port != 0) {
     // A port of which only closed connections are left is free; one with a listener is not.
     const int yes = 1;
     ::setsockopt(bound.get(), SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
   }
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(port);
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  if (::bind(bound.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
-    refuse(port, errno);
+  if (::bind(bound.get(), reinterpret_cast<const sockaddr*>(&address.storage), address.size) != 0)
+    refuse(text, port, errno);
   return bound;
 }
 
-Socket listenOnLoopback(std::uint16_t port) {
-  Socket listening = bindToLoopback(port);
-  if (::listen(listening.get(), kBacklog) != 0) refuse(port, errno);
+Socket listenAt(const std::string& address, std::uint16_t port) {
+  Socket listening = bindTo(address, port);
+  if (::listen(listening.get(), kBacklog) != 0) refuse(address, port, errno);
   return listening;
 }
 
 std::uint16_t boundPort(const Socket& socket) {
-  sockaddr_in address{};
+  sockaddr_storage address{};
   socklen_t size = sizeof address;
   if (::getsockname(socket.get(), reinterpret_cast<sockaddr*>(&address), &size) != 0) return 0;
-  return ntohs(address.sin_port);
+  return ntohs(address.ss_family == AF_INET6 ? reinterpret_cast<const sockaddr_in6&>(address).sin6_port
+                                             : reinterpret_cast<const sockaddr_in&>(address).sin_port);
 }
 
 }  // namespace quorvantis::server

@@ -1,7 +1,8 @@
-// Owned file descriptors, and sockets on loopback. Any thread.
+// Owned file descriptors, and TCP sockets of this machine. Any thread.
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <utility>
 
 namespace quorvantis::server {
@@ -20,10 +21,14 @@ class Socket {
   int descriptor_;
 };
 
-/// A TCP socket bound to 127.0.0.1, at a free port for 0. Throws ServerError, which says what to do.
-Socket bindToLoopback(std::uint16_t port);
+/// What listens here is reached from this machine alone.
+inline constexpr const char* kLoopback = "127.0.0.1";
+
+/// A TCP socket bound to one of this machine's addresses, which is numeric, at a free port for 0. Throws
+/// ServerError, which says what to do.
+Socket bindTo(const std::string& address, std::uint16_t port);
 /// The same, listening, and accepting without waiting.
-Socket listenOnLoopback(std::uint16_t port);
+Socket listenAt(const std::string& address, std::uint16_t port);
 std::uint16_t boundPort(const Socket& socket);
 
 }  // namespace quorvantis::server

@@ -225,7 +225,7 @@ TEST_F(TransportTest, OffersNoProtocolButHTTP11) {
       },
       &offered);
 
-  const server::Socket listening = server::listenOnLoopback(0);
+  const server::Socket listening = server::listenAt(server::kLoopback, 0);
   network.setHost(kHost, {"127.0.0.1", server::boundPort(listening)});
   auto ended = std::async(std::launch::async, [&] { return post(); });
   pollfd arrival{listening.get(), POLLIN, 0};
@@ -240,7 +240,7 @@ TEST_F(TransportTest, OffersNoProtocolButHTTP11) {
 
 // A listener whose queue is full answers no connection at all.
 TEST_F(TransportTest, WaitsForAConnectionNoLongerThanItsLimit) {
-  const server::Socket listening = server::bindToLoopback(0);
+  const server::Socket listening = server::bindTo(server::kLoopback, 0);
   ASSERT_EQ(::listen(listening.get(), 0), 0);
   sockaddr_in address{};
   socklen_t size = sizeof address;

@@ -94,7 +94,7 @@ int demo() {
     const console::Terminal terminal = console::Terminal::ofStandardOutput();
     for (const std::string& line :
          console::wrap("One simulated phone, and a push server on this machine that it "
-                       "reaches over real HTTPS. scenario::Host is an "
+                       "reaches over real HTTPS. Host is an "
                        "application that links the library, Push is the library, System is "
                        "the phone's operating system, Maker "
                        "is the service that registers users and devices.",

@@ -1,5 +1,5 @@
-// Accepts connections on loopback and gives each a thread of its own, with TLS to speak on it. What is said
-// is the owner's affair.
+// Accepts connections and gives each a thread of its own, to speak on with TLS or plainly. What is said is
+// the owner's affair.
 //
 // Threads: a listener is made and destroyed by one thread; `serve` is called on the connections' threads,
 // several at a time. A connection belongs to the thread it was given to.
@@ -15,6 +15,7 @@
 #include <string_view>
 
 #include "server/authority.h"
+#include "server/socket.h"
 
 namespace quorvantis::server {
 
@@ -24,17 +25,17 @@ struct PeerCertificate {
   std::string userId;      ///< the subject's UID; empty: it has none
 };
 
-class TlsConnection {
+class Connection {
  public:
-  /// Owns the socket, which is non-blocking. `context` is an SSL_CTX; `stop` is a file descriptor that
-  /// becomes readable when the listener stops.
-  TlsConnection(int socket, void* context, int stop);
-  /// Closes the connection, without TLS's good-bye.
-  ~TlsConnection();
-  TlsConnection(const TlsConnection&) = delete;
-  TlsConnection& operator=(const TlsConnection&) = delete;
+  /// Owns the socket, which is non-blocking. `context` is an SSL_CTX, or nullptr for a plain connection;
+  /// `stop` is a file descriptor that becomes readable when the listener stops.
+  Connection(int socket, void* context, int stop);
+  /// Closes the connection, without a good-bye.
+  ~Connection();
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
 
-  /// The server's side of the handshake. False when it failed, took too long or the listener stops.
+  /// The server's side of TLS's handshake. False when it failed, took too long or the listener stops.
   bool handshake(std::chrono::milliseconds patience);
   /// Waits until there is something to read, the end included. False when nothing came or the listener stops.
   bool readable(std::chrono::milliseconds patience);
@@ -44,7 +45,7 @@ class TlsConnection {
   /// Whether all was sent. Goes on for a moment when the listener stops, so that an answer under way is
   /// finished.
   bool write(std::string_view bytes, std::chrono::milliseconds patience);
-  /// TLS's good-bye, if the connection is still well.
+  /// Says that nothing more comes, if the connection is still well.
   void goodBye();
   /// Resets the connection. Nothing can be done with it then.
   void cut();
@@ -55,32 +56,33 @@ class TlsConnection {
   [[nodiscard]] int socket() const { return socket_; }
 
  private:
-  struct Tls;
-  std::unique_ptr<Tls> tls_;
+  struct Channel;
+  std::unique_ptr<Channel> channel_;
   int socket_;
   int stop_;
 };
 
-struct TlsListenerOptions {
-  std::uint16_t port = 0;  ///< 0: any that is free
-  Identity identity = {};
+struct ListenerOptions {
+  std::string address = kLoopback;  ///< numeric, of IPv4 or IPv6
+  std::uint16_t port = 0;           ///< 0: any that is free
+  Identity identity = {};           ///< empty: plain connections
   int highestTlsVersion = 0;   ///< OpenSSL's number; 0: from 1.2 to the newest, otherwise this one at most
   bool takesWeakKeys = false;  ///< as the identity's
   std::string protocol = {};   ///< by ALPN; clients that offer none are served all the same. Empty: not asked
   std::string clientAuthority = {};  ///< PEM: clients are asked for a certificate, and need none
   std::size_t mostConnections = 64;  ///< more are closed at once
   /// Called for each connection, before its handshake; it is closed after the return.
-  std::function<void(TlsConnection&)> serve = {};
+  std::function<void(Connection&)> serve = {};
 };
 
-class TlsListener {
+class Listener {
  public:
   /// Listens when it returns. Throws ServerError.
-  explicit TlsListener(TlsListenerOptions options);
+  explicit Listener(ListenerOptions options);
   /// Tells the connections to stop and waits until each has returned from `serve`.
-  ~TlsListener();
-  TlsListener(const TlsListener&) = delete;
-  TlsListener& operator=(const TlsListener&) = delete;
+  ~Listener();
+  Listener(const Listener&) = delete;
+  Listener& operator=(const Listener&) = delete;
 
   [[nodiscard]] std::uint16_t port() const;
 

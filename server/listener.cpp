@@ -1,4 +1,4 @@
-#include "server/tls_listener.h"
+#include "server/listener.h"
 
 #include <netinet/in.h>
 #include <netinet/tcp.h>
@@ -88,7 +88,9 @@ void askForCertificate(SSL_CTX* context, const std::string& authority) {
   SSL_CTX_set_verify(context, SSL_VERIFY_PEER, [](int, X509_STORE_CTX*) { return 1; });
 }
 
-openssl::Context makeContext(const TlsListenerOptions& options) {
+/// None for plain connections.
+openssl::Context makeContext(const ListenerOptions& options) {
+  if (options.identity.certificate.empty()) return {};
   const openssl::Certificate certificate = readCertificate(options.identity.certificate);
   const openssl::Key key(
       PEM_read_bio_PrivateKey(memory(options.identity.privateKey).get(), nullptr, nullptr, nullptr));
@@ -131,58 +133,85 @@ class SignalsBlocked {
 
 }  // namespace
 
-struct TlsConnection::Tls {
-  openssl::Ssl ssl;
+/// What bytes go through: TLS over the socket, or the socket itself.
+struct Connection::Channel {
+  openssl::Ssl ssl;  // null: plain
+  int socket;
   bool failed = false;
 
-  /// Calls `step` until it succeeds (its result is positive), fails for good or time is over.
+  int read(char* into, std::size_t size) const {
+    const int most = static_cast<int>(std::min<std::size_t>(size, INT_MAX));
+    if (ssl) return SSL_read(ssl.get(), into, most);
+    return static_cast<int>(::recv(socket, into, static_cast<std::size_t>(most), 0));
+  }
+  int write(std::string_view bytes) const {
+    const int most = static_cast<int>(std::min<std::size_t>(bytes.size(), INT_MAX));
+    if (ssl) return SSL_write(ssl.get(), bytes.data(), most);
+    return static_cast<int>(::send(socket, bytes.data(), static_cast<std::size_t>(most), 0));
+  }
+
+  /// Calls `step` until it succeeds (its result is positive), the other side has ended (0), it fails for good
+  /// or time is over. `plainly` is what a plain step waits for.
   template <class Step, class Wait>
-  int drive(Step step, Wait wait) {
+  int drive(Step step, short plainly, Wait wait) {
     for (;;) {
       ERR_clear_error();
       const int result = step();
       if (result > 0) return result;
-      const int error = SSL_get_error(ssl.get(), result);
+      const int error = ssl ? SSL_get_error(ssl.get(), result) : plainError(result, plainly);
       if (error == SSL_ERROR_ZERO_RETURN) return 0;
       const bool again = error == SSL_ERROR_WANT_READ || error == SSL_ERROR_WANT_WRITE;
       if (!again) failed = true;
       if (!again || !wait(error == SSL_ERROR_WANT_READ ? short{POLLIN} : short{POLLOUT})) return -1;
     }
   }
+
+ private:
+  /// errno in OpenSSL's words.
+  static int plainError(int result, short plainly) {
+    if (result == 0) return SSL_ERROR_ZERO_RETURN;
+    if (errno != EAGAIN && errno != EWOULDBLOCK && errno != EINTR) return SSL_ERROR_SYSCALL;
+    return plainly == POLLIN ? SSL_ERROR_WANT_READ : SSL_ERROR_WANT_WRITE;
+  }
 };
 
-TlsConnection::TlsConnection(int socket, void* context, int stop)
-    : tls_(std::make_unique<Tls>()), socket_(socket), stop_(stop) {
-  tls_->ssl.reset(SSL_new(static_cast<SSL_CTX*>(context)));
-  tls_->failed = !tls_->ssl || SSL_set_fd(tls_->ssl.get(), socket) != 1;
+Connection::Connection(int socket, void* context, int stop)
+    : channel_(std::make_unique<Channel>(Channel{.ssl = {}, .socket = socket})),
+      socket_(socket),
+      stop_(stop) {
+  if (context == nullptr) return;
+  channel_->ssl.reset(SSL_new(static_cast<SSL_CTX*>(context)));
+  channel_->failed = !channel_->ssl || SSL_set_fd(channel_->ssl.get(), socket) != 1;
 }
 
-TlsConnection::~TlsConnection() {
+Connection::~Connection() {
   if (socket_ >= 0) ::close(socket_);
 }
 
-bool TlsConnection::handshake(milliseconds patience) {
-  if (tls_->failed) return false;
+bool Connection::handshake(milliseconds patience) {
+  if (channel_->failed) return false;
+  if (!channel_->ssl) return true;
   const auto deadline = after(patience);
-  return tls_->drive([this] { return SSL_accept(tls_->ssl.get()); },
-                     [&](short events) { return waitFor(socket_, events, stop_, deadline) == Ready::yes; }) >
-         0;
+  return channel_->drive(
+             [this] { return SSL_accept(channel_->ssl.get()); }, POLLIN,
+             [&](short events) { return waitFor(socket_, events, stop_, deadline) == Ready::yes; }) > 0;
 }
 
-bool TlsConnection::readable(milliseconds patience) {
-  if (tls_->failed || socket_ < 0) return false;
-  return SSL_pending(tls_->ssl.get()) > 0 || waitFor(socket_, POLLIN, stop_, after(patience)) == Ready::yes;
+bool Connection::readable(milliseconds patience) {
+  if (channel_->failed || socket_ < 0) return false;
+  return (channel_->ssl && SSL_pending(channel_->ssl.get()) > 0) ||
+         waitFor(socket_, POLLIN, stop_, after(patience)) == Ready::yes;
 }
 
-std::ptrdiff_t TlsConnection::read(char* into, std::size_t size, milliseconds patience) {
-  if (tls_->failed || socket_ < 0) return -1;
+std::ptrdiff_t Connection::read(char* into, std::size_t size, milliseconds patience) {
+  if (channel_->failed || socket_ < 0) return -1;
   const auto deadline = after(patience);
-  const int most = static_cast<int>(std::min<std::size_t>(size, INT_MAX));
-  return tls_->drive([&] { return SSL_read(tls_->ssl.get(), into, most); },
-                     [&](short events) { return waitFor(socket_, events, stop_, deadline) == Ready::yes; });
+  return channel_->drive(
+      [&] { return channel_->read(into, size); }, POLLIN,
+      [&](short events) { return waitFor(socket_, events, stop_, deadline) == Ready::yes; });
 }
 
-bool TlsConnection::write(std::string_view bytes, milliseconds patience) {
+bool Connection::write(std::string_view bytes, milliseconds patience) {
   auto deadline = after(patience);
   int stop = stop_;
   const auto wait = [&](short events) {
@@ -195,9 +224,8 @@ bool TlsConnection::write(std::string_view bytes, milliseconds patience) {
     return ready == Ready::yes;
   };
   while (!bytes.empty()) {
-    if (tls_->failed || socket_ < 0) return false;
-    const int most = static_cast<int>(std::min<std::size_t>(bytes.size(), INT_MAX));
-    const int sent = tls_->drive([&] { return SSL_write(tls_->ssl.get(), bytes.data(), most); }, wait);
+    if (channel_->failed || socket_ < 0) return false;
+    const int sent = channel_->drive([&] { return channel_->write(bytes); }, POLLOUT, wait);
     if (sent <= 0) return false;
     bytes.remove_prefix(static_cast<std::size_t>(sent));
     if (stop < 0 && Clock::now() >= deadline) return false;
@@ -205,13 +233,17 @@ bool TlsConnection::write(std::string_view bytes, milliseconds patience) {
   return true;
 }
 
-void TlsConnection::goodBye() {
-  if (tls_->failed || socket_ < 0) return;
+void Connection::goodBye() {
+  if (channel_->failed || socket_ < 0) return;
   ERR_clear_error();
-  SSL_shutdown(tls_->ssl.get());
+  if (channel_->ssl) {
+    SSL_shutdown(channel_->ssl.get());
+  } else {
+    ::shutdown(socket_, SHUT_WR);
+  }
 }
 
-void TlsConnection::cut() {
+void Connection::cut() {
   if (socket_ < 0) return;
   const linger atOnce{1, 0};
   ::setsockopt(socket_, SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
@@ -219,11 +251,11 @@ void TlsConnection::cut() {
   socket_ = -1;
 }
 
-std::optional<PeerCertificate> TlsConnection::peer() const {
-  X509* const certificate = tls_->ssl ? SSL_get0_peer_certificate(tls_->ssl.get()) : nullptr;
+std::optional<PeerCertificate> Connection::peer() const {
+  X509* const certificate = channel_->ssl ? SSL_get0_peer_certificate(channel_->ssl.get()) : nullptr;
   if (certificate == nullptr) return std::nullopt;
   PeerCertificate peer;
-  peer.isTrusted = SSL_get_verify_result(tls_->ssl.get()) == X509_V_OK;
+  peer.isTrusted = SSL_get_verify_result(channel_->ssl.get()) == X509_V_OK;
   X509_NAME* const subject = X509_get_subject_name(certificate);
   const int place = X509_NAME_get_index_by_NID(subject, NID_userId, -1);
   if (place < 0) return peer;
@@ -233,21 +265,21 @@ std::optional<PeerCertificate> TlsConnection::peer() const {
   return peer;
 }
 
-bool TlsConnection::stopping() const {
+bool Connection::stopping() const {
   pollfd watched{stop_, POLLIN, 0};
   return ::poll(&watched, 1, 0) > 0;
 }
 
-struct TlsListener::State {
+struct Listener::State {
   struct Worker {
     std::thread thread;
     std::atomic<bool> done = false;
   };
 
-  explicit State(TlsListenerOptions given)
+  explicit State(ListenerOptions given)
       : options(std::move(given)),
         context(makeContext(options)),
-        listening(listenOnLoopback(options.port)),
+        listening(listenAt(options.address, options.port)),
         stop(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
     if (stop.get() < 0) throw ServerError(std::string("no event descriptor: ") + std::strerror(errno));
     const SignalsBlocked blocked;
@@ -303,14 +335,14 @@ struct TlsListener::State {
 
   void run(int client) const {
     try {
-      TlsConnection connection(client, context.get(), stop.get());
+      Connection connection(client, context.get(), stop.get());
       options.serve(connection);
     } catch (...) {
       // The connection is lost, the server goes on.
     }
   }
 
-  const TlsListenerOptions options;
+  const ListenerOptions options;
   const openssl::Context context;
   const Socket listening;
   const Socket stop;
@@ -318,10 +350,10 @@ struct TlsListener::State {
   std::thread accepting;
 };
 
-TlsListener::TlsListener(TlsListenerOptions options) : state_(std::make_unique<State>(std::move(options))) {}
-TlsListener::~TlsListener() = default;
+Listener::Listener(ListenerOptions options) : state_(std::make_unique<State>(std::move(options))) {}
+Listener::~Listener() = default;
 
-std::uint16_t TlsListener::port() const {
+std::uint16_t Listener::port() const {
   return boundPort(state_->listening);
 }
 
