@@ -31,7 +31,8 @@ struct Service::State {
   State(const server::Authority& authority, Phone& given, ServiceOptions from)
       : options(std::move(from)),
         phone(given),
-        listener({.port = options.port,
+        listener({.address = options.address,
+                  .port = options.port,
                   .identity = authority.issue(hosts()),
                   .protocol = "h2",
                   .clientAuthority = options.clientAuthority,

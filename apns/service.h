@@ -13,11 +13,13 @@
 #include "apns/judgement.h"
 #include "apns/phone.h"
 #include "server/authority.h"
+#include "server/socket.h"
 
 namespace quorvantis::apns {
 
 struct ServiceOptions {
-  std::uint16_t port = 0;  ///< 0: any that is free
+  std::string address = server::kLoopback;  ///< numeric
+  std::uint16_t port = 0;                   ///< 0: any that is free
   Rules rules = {};
   std::string clientAuthority = {};  ///< PEM; empty: clients are not asked for a certificate
   Patience patience = {};

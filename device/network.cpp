@@ -5,6 +5,7 @@
 #include "base/ascii.h"
 
 namespace quorvantis::device {
+
 void Network::setHost(std::string name, Endpoint endpoint) {
   const std::lock_guard lock(mutex_);
   hosts_.insert_or_assign(base::lowerCase(std::move(name)), std::move(endpoint));
@@ -37,6 +38,16 @@ TransportLimits Network::limits() const {
   return limits_;
 }
 
+void Network::setAirplaneMode(bool on) {
+  const std::lock_guard lock(mutex_);
+  airplaneMode_ = on;
+}
+
+bool Network::isInAirplaneMode() const {
+  const std::lock_guard lock(mutex_);
+  return airplaneMode_;
+}
+
 void Network::setBeforeRequest(std::function<void()> hook) {
   const std::lock_guard lock(mutex_);
   beforeRequest_.swap(hook);
@@ -44,7 +55,7 @@ void Network::setBeforeRequest(std::function<void()> hook) {
 
 void Network::beforeRequest() const {
   std::unique_lock lock(mutex_);
-  const auto hook = beforeRequest_;
+  const auto hook = airplaneMode_ ? nullptr : beforeRequest_;
   lock.unlock();
   if (hook) hook();
 }

@@ -40,8 +40,12 @@ class Network {
   void setLimits(TransportLimits limits);
   [[nodiscard]] TransportLimits limits() const;
 
+  /// In airplane mode no request leaves the device: each fails when its turn comes.
+  void setAirplaneMode(bool on);
+  [[nodiscard]] bool isInAirplaneMode() const;
+
   /// Called when a request's turn on the wire has come, before anything else of it, on the thread that posts
-  /// it.
+  /// it; not in airplane mode.
   void setBeforeRequest(std::function<void()> hook);
   void beforeRequest() const;
 
@@ -55,6 +59,7 @@ class Network {
   std::map<std::string, Endpoint, std::less<>> hosts_;
   std::string authorities_;
   TransportLimits limits_;
+  bool airplaneMode_ = false;
   std::function<void()> beforeRequest_;
   std::function<void(const std::string& reason)> onFailure_;
 };

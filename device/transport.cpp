@@ -311,6 +311,7 @@ void Transport::Connection::perform(const std::stop_token& stop) {
 }
 
 std::optional<std::string> Transport::Connection::post(const Request& request, const std::stop_token& stop) {
+  if (network.isInAirplaneMode()) throw Failure("airplane mode is on");
   const Target target = locate(request.url, network);
   const std::string authorities = network.trustedAuthorities();
   if (authorities.empty()) throw Failure("nobody is trusted");

@@ -133,6 +133,10 @@ Kind<std::int64_t> count() {
           [](const Value& value) { return wholeNumber(value, 1, INT64_MAX); }};
 }
 
+Kind<std::int64_t> integer() {
+  return {{.name = "integer", .description = "a whole number"}, copyOf<std::int64_t>};
+}
+
 Kind<std::chrono::nanoseconds> seconds() {
   return {{.name = "seconds", .description = "a number, 0 or more"}, durationOf};
 }

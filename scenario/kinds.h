@@ -18,8 +18,8 @@ namespace quorvantis::scenario {
 
 /// How a kind is told of, in messages, documents and on pages.
 struct KindFacts {
-  /// "string", "hexadecimal", "boolean", "byte", "count", "seconds", "object", "choice", "strings", "choices"
-  /// or "answers".
+  /// "string", "hexadecimal", "boolean", "byte", "count", "integer", "seconds", "object", "choice",
+  /// "strings", "choices" or "answers".
   std::string name;
   std::string description = {};  ///< what a value must be: "a string or null"
   std::vector<const char*> choices =
@@ -48,6 +48,7 @@ Kind<std::string> hexadecimal();
 Kind<std::uint8_t> byte();
 /// A whole number from 1.
 Kind<std::int64_t> count();
+Kind<std::int64_t> integer();
 Kind<std::chrono::nanoseconds> seconds();
 /// An array of some of these strings.
 Kind<std::vector<std::string>> someOf(const std::vector<const char*>& choices,

@@ -23,6 +23,10 @@ template <class Value>
 inline constexpr auto kNamed = nullptr;
 
 template <>
+inline constexpr std::array<Named<device::Build>, 2> kNamed<device::Build> = {
+    {{device::Build::device, "device"}, {device::Build::simulator, "simulator"}}};
+
+template <>
 inline constexpr std::array<Named<device::ApplicationState>, 3> kNamed<device::ApplicationState> = {
     {{device::ApplicationState::active, "active"},
      {device::ApplicationState::inactive, "inactive"},

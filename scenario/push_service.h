@@ -49,6 +49,8 @@ class PushService {
 
   /// The next request that nothing is queued for gets this.
   void queue(ToldAnswer answer) { told_.push_back(std::move(answer)); }
+  /// How many are queued.
+  [[nodiscard]] std::size_t waiting() const { return told_.size(); }
 
  private:
   void prepareTurn();

@@ -20,6 +20,17 @@ class ScenarioError : public StepError {
   std::size_t line_;
 };
 
+/// A line of a scenario that is no blank one.
+struct ScenarioLine {
+  std::size_t number;  ///< from 1
+  std::string_view text;
+
+  /// Comments are passed over.
+  [[nodiscard]] bool isComment() const { return text.starts_with('#'); }
+};
+
+std::vector<ScenarioLine> linesOf(std::string_view text);
+
 /// Throws ScenarioError for the first bad line. Where the push server runs elsewhere, "server" steps are bad.
 std::vector<Step> readScenario(std::string_view text, bool serverIsElsewhere);
 

@@ -13,6 +13,7 @@
 namespace quorvantis::scenario {
 
 struct World;
+enum class Needs;
 
 /// A step that can't be read, or not be played when its turn comes: what() says why.
 class StepError : public std::runtime_error {
@@ -35,6 +36,8 @@ class Step {
   /// "do", which names the step.
   [[nodiscard]] const std::string& name() const;
 
+  [[nodiscard]] Needs needs() const { return needs_; }
+
   /// The value under a key, or nullptr when the step leaves it out.
   [[nodiscard]] const json::Value* find(std::string_view key) const;
 
@@ -42,6 +45,7 @@ class Step {
   friend class Player;
   friend Step readStep(json::Dictionary keys, bool serverIsElsewhere, std::size_t line);
 
+  Needs needs_{};
   std::size_t line_ = 0;
   json::Dictionary keys_;
   std::vector<Play> plays_;

@@ -34,6 +34,9 @@ struct Rule {
   std::function<Play(const json::Dictionary& step)> bind;
 };
 
+/// What a step makes no sense without.
+enum class Needs { nothing, ownPushServer, runningApplication };
+
 struct StepRow {
   /// A step may have a key whose value decides on its other keys and on what it does. It then has a row for
   /// each of the values.
@@ -46,7 +49,7 @@ struct StepRow {
   std::optional<Variant> variant;
   const char* about;  ///< what happens, in a line
   std::vector<Rule> rules;
-  bool tellsPushService = false;  ///< it makes no sense where the push server runs elsewhere
+  Needs needs = Needs::nothing;
 
   /// All keys but "do" and the variant's.
   [[nodiscard]] std::vector<KeyFacts> keys() const;

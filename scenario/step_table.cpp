@@ -52,9 +52,7 @@ void relaunch(const World& world) {
 }
 
 void show(const World& world) {
-  Dictionary values = world.device.settings.values();
-  values.erase("AppleLanguages");
-  world.device.record.add(device::events::settings(std::move(values)));
+  world.device.record.add(device::events::settings(storedValues(world.device)));
 }
 
 /// The row of an operation that the step "call" sends.
@@ -63,7 +61,8 @@ StepRow call(const char* operation, const char* about, Send send, Keys... keys) 
   const auto act = [send](const World& world, const typename Keys::Argument&... values) {
     world.host.perform([&] { send(world, values...); });
   };
-  return {"call", {{"operation", operation}}, about, {does(act, std::move(keys)...)}};
+  return {
+      "call", {{"operation", operation}}, about, {does(act, std::move(keys)...)}, Needs::runningApplication};
 }
 
 /// The row of an operation that returns a value.
@@ -80,7 +79,8 @@ StepRow notification(Arrival arrival, const char* about) {
           about,
           {does([arrival](const World& world,
                           const Dictionary& userInfo) { deliver(world, arrival, userInfo, kDefaultAction); },
-                required("userInfo", object()))}};
+                required("userInfo", object()))},
+          Needs::runningApplication};
 }
 
 std::vector<StepRow> makeTable() {
@@ -127,7 +127,8 @@ std::vector<StepRow> makeTable() {
              [](const World& world, bool active) { world.host.setActiveInForeground(active); }),
         sets("delegate",
              orNull(someOf(callbackNames(), "an array of callbacks (" + alternatives(callbackNames()) + ")")),
-             setDelegate)}},
+             setDelegate)},
+       Needs::runningApplication},
       {"registration",
        {},
        "sets how the registration framework answers",
@@ -149,19 +150,21 @@ std::vector<StepRow> makeTable() {
              for (const ToldAnswer& answer : answers) world.service->queue(answer);
            },
            required("answers", answers()))},
-       true},
+       Needs::ownPushServer},
       {"activate",
        {},
        "the application switches notifications on or off",
        {does([](const World& world,
                 std::uint8_t value) { world.host.perform([&] { world.host.activate(value); }); },
-             required("value", byte()))}},
+             required("value", byte()))},
+       Needs::runningApplication},
       {"deliverToken",
        {},
        "the system hands a device token to the application",
        {does([](const World& world,
                 const std::string& token) { world.host.perform([&] { world.host.deliverToken(token); }); },
-             required("hex", hexadecimal()))}},
+             required("hex", hexadecimal()))},
+       Needs::runningApplication},
       question("checkAppHash", "asks whether the hash is set",
                [](Host& host) { return host.checkAppHash(); }),
       question("getVersion", "asks for the library's version",
@@ -191,7 +194,8 @@ std::vector<StepRow> makeTable() {
            [](const World& world, const Dictionary& userInfo, const Text& action) {
              deliver(world, Arrival::tap, userInfo, action.value_or(kDefaultAction));
            },
-           required("userInfo", object()), optional("action", text()))}},
+           required("userInfo", object()), optional("action", text()))},
+       Needs::runningApplication},
       {"deliver",
        {},
        "a notification reaches the phone, and the system does what the application's state asks",
@@ -201,17 +205,25 @@ std::vector<StepRow> makeTable() {
                deliver(world, arrival, userInfo, kDefaultAction);
              }
            },
-           required("userInfo", object()))}},
-      {"tapOK", {}, "the user taps the button of an alert", {does(tapOK, required("alert", count()))}},
-      {"settle", {}, "runs all that is due now", {does([](const World& world) {
-         world.device.queue.settle(world.runner());
-       })}},
+           required("userInfo", object()))},
+       Needs::runningApplication},
+      {"tapOK",
+       {},
+       "the user taps the button of an alert",
+       {does(tapOK, required("alert", count()))},
+       Needs::runningApplication},
+      {"settle",
+       {},
+       "runs all that is due now",
+       {does([](const World& world) { world.device.queue.settle(world.runner()); })},
+       Needs::runningApplication},
       {"advance",
        {},
        "settles, then moves the clock and runs what falls due",
        {does([](const World& world,
                 std::chrono::nanoseconds time) { world.device.queue.advance(time, world.runner()); },
-             required("seconds", seconds()))}},
+             required("seconds", seconds()))},
+       Needs::runningApplication},
       {"relaunch", {}, "the application's process ends and starts again", {does(relaunch)}},
       {"show", {}, "prints what is stored", {does(show)}},
   };
@@ -223,6 +235,12 @@ std::vector<KeyFacts> StepRow::keys() const {
   std::vector<KeyFacts> all;
   for (const Rule& rule : rules) all.insert(all.end(), rule.keys.begin(), rule.keys.end());
   return all;
+}
+
+json::Dictionary storedValues(Device& device) {
+  Dictionary values = device.settings.values();
+  values.erase("AppleLanguages");
+  return values;
 }
 
 const std::vector<StepRow>& stepTable() {

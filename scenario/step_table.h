@@ -12,4 +12,7 @@ namespace quorvantis::scenario {
 /// In the order of the documents; the variants of a step follow each other.
 const std::vector<StepRow>& stepTable();
 
+/// All that is stored on the device, the system's own keys left out, as the step "show" tells it.
+json::Dictionary storedValues(device::Device& device);
+
 }  // namespace quorvantis::scenario

@@ -5,6 +5,8 @@
 #include <csignal>
 #include <cstddef>
 
+#include "base/ascii.h"
+
 namespace quorvantis::server {
 namespace {
 
@@ -68,10 +70,11 @@ class HttpServer::Stream : public httplib::Stream {
   bool last_ = true;
 };
 
-std::unique_ptr<HttpServer> HttpServer::make(std::size_t mostBodyBytes) {
+std::unique_ptr<HttpServer> HttpServer::make(std::size_t mostBodyBytes,
+                                             std::function<bool(const httplib::Request&)> mayCompress) {
   struct sigaction before {};
   sigaction(SIGPIPE, nullptr, &before);
-  std::unique_ptr<HttpServer> server(new HttpServer(mostBodyBytes));
+  std::unique_ptr<HttpServer> server(new HttpServer(mostBodyBytes, std::move(mayCompress)));
   sigaction(SIGPIPE, &before, nullptr);
   server->svr_sock_ = 0;  // httplib would end answers early for a server without a listening socket: it stops
   return server;
@@ -92,13 +95,42 @@ bool HttpServer::serveRequest(Stream& stream) {
     stream.beginBody(hasBody(request) && !isBodyRead(request));
     // The routes are regular expressions, which recurse for each character.
     request.path.resize(std::min(request.path.size(), kMostPathBytes));
-    // Answers go out whole and as they are.
+    // Answers go out whole.
     request.ranges.clear();
+    const bool isCompressed = mayCompress_ && mayCompress_(request) &&
+                              request.get_header_value("Accept-Encoding").find("gzip") != std::string::npos;
     request.headers.erase("Accept-Encoding");
+    if (isCompressed) request.set_header("Accept-Encoding", "gzip");  // what else there is takes too long
     // httplib would take a form apart before the route could refuse it.
     if (request.is_multipart_form_data()) request.headers.erase("Content-Type");
   });
   return answered && !closed && !stream.isLast();
+}
+
+std::string mediaTypeOf(const httplib::Request& request) {
+  std::string type = request.get_header_value("Content-Type");
+  type.resize(std::min(type.find_first_of("; \t"), type.size()));
+  return base::lowerCase(std::move(type));
+}
+
+RequestBody readBody(const httplib::Request& request, const httplib::ContentReader& reader,
+                     std::size_t limit) {
+  RequestBody body;
+  // Without a length httplib would read until the connection ends.
+  if (!request.has_header("Content-Length") && !request.has_header("Transfer-Encoding")) {
+    body.whole = true;
+    return body;
+  }
+  body.whole = reader([&](const char* bytes, std::size_t size) {
+    if (size > limit - body.text.size()) body.tooLong = true;
+    if (body.tooLong) {
+      body.text.clear();
+    } else {
+      body.text.append(bytes, size);
+    }
+    return true;
+  });
+  return body;
 }
 
 }  // namespace quorvantis::server

@@ -9,7 +9,10 @@
 #include <httplib.h>
 
 #include <cstddef>
+#include <functional>
 #include <memory>
+#include <string>
+#include <utility>
 
 #include "server/listener.h"
 
@@ -19,7 +22,9 @@ class HttpServer : public httplib::Server {
  public:
   /// Of a body no more is read than `mostBodyBytes`; the connection ends there. What the process does with
   /// SIGPIPE, which httplib would change, stays as it is.
-  static std::unique_ptr<HttpServer> make(std::size_t mostBodyBytes);
+  /// Answers go out as they are, but for those to the requests that `mayCompress` says yes of.
+  static std::unique_ptr<HttpServer> make(std::size_t mostBodyBytes,
+                                          std::function<bool(const httplib::Request&)> mayCompress = nullptr);
 
   /// Answers the connection's requests until it ends.
   void serve(Connection& connection);
@@ -27,11 +32,29 @@ class HttpServer : public httplib::Server {
  private:
   class Stream;
 
-  explicit HttpServer(std::size_t mostBodyBytes) : mostBodyBytes_(mostBodyBytes) {}
+  HttpServer(std::size_t mostBodyBytes, std::function<bool(const httplib::Request&)> mayCompress)
+      : mostBodyBytes_(mostBodyBytes), mayCompress_(std::move(mayCompress)) {}
   /// Whether another request may follow.
   bool serveRequest(Stream& stream);
 
   const std::size_t mostBodyBytes_;
+  const std::function<bool(const httplib::Request&)> mayCompress_;
 };
+
+/// Any path, for a route.
+inline constexpr const char* kAnyPath = "[^]*";
+
+/// The media type of the request's body, in lower case, without parameters.
+std::string mediaTypeOf(const httplib::Request& request);
+
+struct RequestBody {
+  std::string text;
+  bool whole = false;
+  bool tooLong = false;
+};
+
+/// Reads on beyond the limit, without keeping it, so that the client is there for the answer.
+RequestBody readBody(const httplib::Request& request, const httplib::ContentReader& reader,
+                     std::size_t limit);
 
 }  // namespace quorvantis::server

@@ -6,7 +6,6 @@
 #include <string_view>
 #include <utility>
 
-#include "base/ascii.h"
 #include "base/utf8.h"
 #include "jose/jwe.h"
 #include "json/write.h"
@@ -19,15 +18,7 @@ namespace {
 
 constexpr std::size_t kKeyBytes = 32;
 constexpr std::size_t kMostReadBytes = std::size_t{4} * 1024 * 1024;  // of a body that is too long to be kept
-constexpr const char* kAnyPath = "[^]*";
 constexpr std::string_view kFormType = "application/x-www-form-urlencoded";
-
-/// In lower case, without parameters.
-std::string mediaTypeOf(const httplib::Request& request) {
-  std::string type = request.get_header_value("Content-Type");
-  type.resize(std::min(type.find_first_of("; \t"), type.size()));
-  return base::lowerCase(std::move(type));
-}
 
 std::string refusal(const std::string& reason) {
   return json::write(json::Dictionary{{"error", "si"}, {"errorDescripcion", reason}});
@@ -57,32 +48,6 @@ std::string reasonOf(const std::exception_ptr& failure) {
   }
 }
 
-struct ReadBody {
-  std::string text;
-  bool whole = false;
-  bool tooLong = false;
-};
-
-/// Reads on beyond the limit, without keeping it, so that the client is there for the answer.
-ReadBody readBody(const httplib::Request& request, const httplib::ContentReader& reader, std::size_t limit) {
-  ReadBody body;
-  // Without a length httplib would read until the connection ends.
-  if (!request.has_header("Content-Length") && !request.has_header("Transfer-Encoding")) {
-    body.whole = true;
-    return body;
-  }
-  body.whole = reader([&](const char* bytes, std::size_t size) {
-    if (size > limit - body.text.size()) body.tooLong = true;
-    if (body.tooLong) {
-      body.text.clear();
-    } else {
-      body.text.append(bytes, size);
-    }
-    return true;
-  });
-  return body;
-}
-
 }  // namespace
 
 struct PushServer::State {
@@ -102,7 +67,7 @@ struct PushServer::State {
   }
 
   void setRoutes();
-  void receive(const httplib::Request& request, httplib::Response& response, const ReadBody& body);
+  void receive(const httplib::Request& request, httplib::Response& response, const RequestBody& body);
   void tellRefused(const httplib::Request& request, int status, const std::string& reason) const;
   /// The answer to a well-formed request.
   Answer decide(const ReceivedRequest& received, const PushRequest& request);
@@ -128,7 +93,7 @@ void PushServer::State::setRoutes() {
     for (const char* method : {"POST", "PUT", "PATCH", "DELETE"}) {
       if (request.method == method) return httplib::Server::HandlerResponse::Unhandled;
     }
-    receive(request, response, ReadBody{});
+    receive(request, response, RequestBody{});
     return httplib::Server::HandlerResponse::Handled;
   });
   http->set_exception_handler([this](const httplib::Request& request, httplib::Response& response,
@@ -145,7 +110,7 @@ void PushServer::State::tellRefused(const httplib::Request& request, int status,
 }
 
 void PushServer::State::receive(const httplib::Request& request, httplib::Response& response,
-                                const ReadBody& body) {
+                                const RequestBody& body) {
   const std::lock_guard lock(mutex);
   const auto refuse = [&](int status, const std::string& reason) {
     tellRefused(request, status, reason);

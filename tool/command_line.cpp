@@ -3,11 +3,12 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iostream>
-#include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "device/text.h"
+#include "scenario/names.h"
 
 namespace quorvantis::tool {
 
@@ -20,6 +21,8 @@ constexpr const char* kStatuses =
     "port "
     "in use, standard output that takes nothing more); 2 when what was given can't be read.";
 constexpr const char* kOldestSystem = "10.0";
+constexpr const char* kAppleStandInPort = "8445";
+constexpr const char* kTopic = "com.example.application";
 
 /// The status of the command that runs; CLI11's callbacks return nothing.
 class CommandStatus : public CLI::Error {
@@ -32,6 +35,7 @@ struct Options {
   PayloadOptions payload;
   RunOptions run;
   ServeOptions serve;
+  PhoneOptions phone;
 };
 
 std::string problemOfNothing(const std::string& value) {
@@ -94,42 +98,105 @@ void addPayload(CLI::App& app, PayloadOptions& options, int (*payload)(const Pay
   });
 }
 
+void addBuild(CLI::App& command, device::Build& build) {
+  using scenario::kNamed;
+  std::vector<std::string> names;
+  for (const auto& named : kNamed<device::Build>) names.emplace_back(named.name);
+  command
+      .add_option_function<std::string>(
+          "--build", [&build](const std::string& name) { build = *scenario::valueOf<device::Build>(name); },
+          "the library's build: device (handles notifications) or simulator")
+      ->check(CLI::IsMember(names).description(""))
+      ->type_name(CLI::detail::join(names, "|"));
+}
+
+void addOutsideServer(CLI::App& command, std::optional<std::string>& server,
+                      std::optional<std::string>& authority) {
+  auto* where = command.add_option("--server", server, "use a push server that runs on this machine")
+                    ->type_name("HOST:PORT");
+  auto* trusted = command.add_option("--authority", authority, "the certificate of its authority")
+                      ->type_name("PEM")
+                      ->needs(where);
+  where->needs(trusted);
+}
+
+/// An option with a text that must not be empty.
+template <class Text>
+CLI::Option* addText(CLI::App& command, const char* name, Text& text, const char* about, const char* type) {
+  return command.add_option(name, text, about)->check(problemOfNothing)->type_name(type);
+}
+
+CLI::Option* addPort(CLI::App& command, const char* name, std::uint16_t& port, const char* about) {
+  return command.add_option(name, port, about)->check(problemOfNothing)->type_name("N");
+}
+
 void addRun(CLI::App& app, RunOptions& options, int (*run)(const RunOptions&)) {
-  static const auto& builds = *new std::map<std::string, device::Build>{
-      {"device", device::Build::device}, {"simulator", device::Build::simulator}};
   CLI::App* command =
       addCommand(app, "run", "Play a scenario on a fresh simulated phone, print what happened");
-  command
-      ->add_option_function<std::string>(
-          "--build", [&options](const std::string& name) { options.build = builds.at(name); },
-          "the library's build: device (handles notifications) or simulator")
-      ->check(CLI::IsMember(builds).description(""))
-      ->type_name("device|simulator");
-  command->add_option("--settings", options.settings, "keep the phone's settings in this file")
-      ->check(problemOfNothing)
-      ->type_name("FILE");
-  auto* server =
-      command->add_option("--server", options.server, "use a push server that runs on this machine")
-          ->type_name("HOST:PORT");
-  auto* authority = command->add_option("--authority", options.authority, "the certificate of its authority")
-                        ->type_name("PEM")
-                        ->needs(server);
-  server->needs(authority);
+  addBuild(*command, options.build);
+  addText(*command, "--settings", options.settings, "keep the phone's settings in this file", "FILE");
+  addOutsideServer(*command, options.server, options.authority);
   command->add_option("FILE", options.scenario, "the scenario, one JSON object a line; - for standard input")
       ->required()
       ->type_name(" ");
   command->callback([&options, run] { throw CommandStatus(run(options)); });
 }
 
+void addPhone(CLI::App& app, PhoneOptions& options, int (*phone)(const PhoneOptions&)) {
+  CLI::App* command = addCommand(
+      app, "phone", "Hold a simulated phone in the browser, test against it, reach it as a backend does");
+  options.version = kVersion + std::string_view(kVersion).find(' ') + 1;
+  addPort(*command, "--port", options.port,
+          "the port of the page; one that is free when left out. With a port, a page that is open comes back "
+          "when the phone is started again");
+  command->add_flag("!--no-page", options.hasPage,
+                    "serve the interface for tests alone, and print how to reach it in one line of JSON");
+  command->add_flag("--json", options.json, "print the transcript's lines as they come");
+  addBuild(*command, options.build);
+  addText(*command, "--settings", options.settings, "keep the phone's settings in this file", "FILE");
+  addOutsideServer(*command, options.server, options.authority);
+  auto* listen =
+      addText(*command, "--listen", options.listen,
+              "the numeric address to listen at; one that others can reach needs --public-host", "ADDRESS")
+          ->capture_default_str();
+  addText(*command, "--public-host", options.publicHost,
+          "the name by which pages reach it, NAME or NAME:PORT", "NAME")
+      ->needs(listen);
+
+  auto* apns = command
+                   ->add_option_function<std::uint16_t>(
+                       "--apns", [&options](const std::uint16_t& port) { options.apns = port; },
+                       "stand in for Apple's push service at this port, for a backend's own client")
+                   ->expected(0, 1)
+                   ->default_str(kAppleStandInPort)
+                   ->type_name("PORT");
+  options.topic = kTopic;
+  addText(*command, "--topic", options.topic, "the application's bundle identifier", "ID")
+      ->capture_default_str()
+      ->needs(apns);
+  addText(*command, "--apns-authority", options.apnsAuthority,
+          "write the certificate of the stand-in's authority here", "FILE")
+      ->needs(apns);
+  addText(*command, "--provider-key", options.providerKey,
+          "the key that signs provider tokens (the .p8, or its public half); any when left out", "FILE")
+      ->needs(apns);
+  addText(*command, "--client-authority", options.clientAuthority,
+          "the authority of providers that connect by certificate", "FILE")
+      ->needs(apns);
+  command
+      ->add_flag("--strict", options.strict,
+                 "status 1 when a payload was taken in which the linter finds an error")
+      ->needs(apns);
+  command->add_option("FILE", options.scenario, "a scenario to play first; - for standard input")
+      ->type_name(" ");
+  command->callback([&options, phone] { throw CommandStatus(phone(options)); });
+}
+
 void addServe(CLI::App& app, ServeOptions& options, int (*serve)(const ServeOptions&)) {
   CLI::App* command = addCommand(app, "serve", "Run the push server for development, on this machine alone");
-  command->add_option("--port", options.port, "the port of 127.0.0.1; 0 for any that is free")
-      ->check(problemOfNothing)
-      ->capture_default_str()
-      ->type_name("N");
-  command->add_option("--data", options.data, "keep the registrations in this file")
-      ->check(problemOfNothing)
-      ->type_name("FILE");
+  addPort(*command, "--port", options.port, "the port of 127.0.0.1; 0 for any that is free")
+      ->capture_default_str();
+  addText(*command, "--data", options.data, "keep the registrations in this file", "FILE");
   command
       ->add_option("--authority", options.authority, "write the certificate of the server's authority here")
       ->type_name("FILE");
@@ -160,6 +227,7 @@ int runCommandLine(int argc, char** argv, const Commands& commands) {
   if (commands.payload != nullptr) addPayload(app, options.payload, commands.payload);
   if (commands.run != nullptr) addRun(app, options.run, commands.run);
   if (commands.serve != nullptr) addServe(app, options.serve, commands.serve);
+  if (commands.phone != nullptr) addPhone(app, options.phone, commands.phone);
 
   if (argc > 1 && argv[1][0] != '-' && !hasCommand(app, argv[1])) {
     std::cerr << "quorvantis-push: there is no command \"" << argv[1] << "\" (see --help)\n";

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tool/payload.h"
+#include "tool/phone.h"
 #include "tool/run.h"
 #include "tool/serve.h"
 
@@ -14,6 +15,7 @@ struct Commands {
   int (*payload)(const PayloadOptions& options) = nullptr;
   int (*run)(const RunOptions& options) = nullptr;
   int (*serve)(const ServeOptions& options) = nullptr;
+  int (*phone)(const PhoneOptions& options) = nullptr;
 };
 
 /// Runs the command that the arguments name and returns the exit status. Wrong arguments: one line on

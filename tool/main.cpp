@@ -10,5 +10,6 @@ int main(int argc, char** argv) {
        .demo = demo,
        .payload = explainPayloads,
        .run = run,
-       .serve = serve});
+       .serve = serve,
+       .phone = phone});
 }

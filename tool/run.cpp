@@ -1,17 +1,13 @@
 #include "tool/run.h"
 
-#include <arpa/inet.h>
-
-#include <charconv>
-#include <fstream>
 #include <iostream>
-#include <iterator>
 #include <memory>
-#include <stdexcept>
 
 #include "console/input.h"
+#include "console/usage_error.h"
 #include "json/write.h"
 #include "scenario/host.h"
+#include "scenario/outside_server.h"
 #include "scenario/player.h"
 #include "scenario/push_service.h"
 #include "scenario/scenario.h"
@@ -24,46 +20,13 @@ namespace {
 constexpr int kFailed = 1;
 constexpr int kUnreadable = 2;
 
-/// The arguments can't be used as they are.
-class UsageError : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
-
 std::vector<scenario::Step> readScenarioFile(const RunOptions& options) {
   const bool serverIsElsewhere = options.server.has_value();
   const console::Input input = console::readInput(options.scenario);
   if (!input.problem.empty()) {
-    throw UsageError(console::nameOfInput(options.scenario) + ": can't be read: " + input.problem);
+    throw console::UsageError(console::nameOfInput(options.scenario) + ": can't be read: " + input.problem);
   }
   return scenario::readScenario(input.bytes, serverIsElsewhere);
-}
-
-std::string readAuthority(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::string pem{std::istreambuf_iterator<char>(file), {}};
-  if (pem.find("-----BEGIN CERTIFICATE-----") == std::string::npos) {
-    throw UsageError(path +
-                     ": no PEM certificate is there; `quorvantis-push serve --authority FILE` writes one");
-  }
-  return pem;
-}
-
-device::Endpoint endpointFrom(const std::string& hostAndPort) {
-  const std::size_t colon = hostAndPort.rfind(':');
-  const std::string host = hostAndPort.substr(0, colon);
-  device::Endpoint endpoint{host == "localhost" ? "127.0.0.1" : host == "[::1]" ? "::1" : host, 0};
-  const std::string port = colon == std::string::npos ? "" : hostAndPort.substr(colon + 1);
-  const auto [end, error] = std::from_chars(port.data(), port.data() + port.size(), endpoint.port);
-  in_addr v4{};
-  const bool isLoopback =
-      (inet_pton(AF_INET, endpoint.address.c_str(), &v4) == 1 && ntohl(v4.s_addr) >> 24 == 127) ||
-      endpoint.address == "::1";
-  if (!isLoopback || error != std::errc() || end != port.data() + port.size() || endpoint.port == 0) {
-    throw UsageError("--server takes HOST:PORT of this machine, such as 127.0.0.1:8443, not \"" +
-                     hostAndPort + '"');
-  }
-  return endpoint;
 }
 
 void say(const std::string& message) {
@@ -95,8 +58,7 @@ void playOnFreshDevice(const RunOptions& options, const std::vector<scenario::St
   device.build = options.build;
   if (options.settings) device.settings.open();
   if (options.server) {
-    device.network.setHost(scenario::kPushHost, endpointFrom(*options.server));
-    device.network.setTrustedAuthorities(readAuthority(options.authority.value_or("")));
+    scenario::leadTo(scenario::outsideServer(*options.server, options.authority.value_or("")), device);
     device.network.setOnFailure([&options](const std::string& reason) {
       say("a request to " + *options.server + " failed: " + reason);
     });
@@ -119,7 +81,7 @@ int run(const RunOptions& options) {
     std::cout.flush();
     std::cerr << options.scenario << ':' << error.line() << ": " << error.what() << '\n';
     return kUnreadable;
-  } catch (const UsageError& error) {
+  } catch (const console::UsageError& error) {
     say(error.what());
     return kUnreadable;
   } catch (const std::exception& error) {

@@ -1,56 +1,19 @@
 #include "tool/serve.h"
 
-#include <pthread.h>
-
 #include <csignal>
-#include <filesystem>
-#include <fstream>
+#include <exception>
 #include <iostream>
-#include <iterator>
-#include <stdexcept>
 
 #include "console/terminal.h"
 #include "console/wording.h"
 #include "scenario/push_service.h"
-#include "server/authority.h"
+#include "server/authority_file.h"
 #include "server/push_server.h"
+#include "tool/stop_signals.h"
 
 namespace quorvantis::tool {
 
 namespace {
-
-/// Blocks the signals that end the server in this thread and in all that it starts.
-sigset_t blockStopSignals() {
-  sigset_t stop;
-  sigemptyset(&stop);
-  sigaddset(&stop, SIGINT);
-  sigaddset(&stop, SIGTERM);
-  sigaddset(&stop, SIGHUP);
-  pthread_sigmask(SIG_BLOCK, &stop, nullptr);
-  return stop;
-}
-
-/// A person's own authority must not be lost to a slip of the hand.
-void requireOurs(const std::string& path) {
-  if (!std::filesystem::exists(path)) return;
-  std::string text;
-  if (std::filesystem::is_regular_file(path)) {
-    std::ifstream file(path, std::ios::binary);
-    text.assign(std::istreambuf_iterator<char>(file), {});
-    if (file && (text.empty() || server::Authority::isCertificate(text))) return;
-  }
-  throw std::runtime_error(path +
-                           ": what is there is no certificate that serve has written, and is left alone; "
-                           "name another file");
-}
-
-void writeAuthority(const std::string& path, const server::Authority& authority) {
-  std::ofstream file(path, std::ios::binary | std::ios::trunc);
-  file << authority.certificate() << std::flush;
-  if (!file)
-    throw std::runtime_error(path +
-                             ": the authority's certificate can't be written there; name another file");
-}
 
 void printField(std::string_view name, const std::string& value) {
   if (!value.empty()) std::cout << "    " << console::padded(name, 13) << console::printable(value) << '\n';
@@ -67,7 +30,7 @@ void printRequest(const server::ReceivedRequest& request) {
 
 void serveUntilStopped(const ServeOptions& options) {
   const sigset_t stop = blockStopSignals();
-  if (!options.authority.empty()) requireOurs(options.authority);
+  if (!options.authority.empty()) server::requireOurs(options.authority);
   const server::Authority authority;
   server::PushServerOptions serverOptions;
   serverOptions.port = options.port;
@@ -84,7 +47,7 @@ void serveUntilStopped(const ServeOptions& options) {
               << std::flush;
   };
   const server::PushServer server(authority, serverOptions);
-  if (!options.authority.empty()) writeAuthority(options.authority, authority);
+  if (!options.authority.empty()) server::writeAuthority(options.authority, authority);
   std::cout << "Push server for " << scenario::kPushHost << " on https://127.0.0.1:" << server.port()
             << server::kEndpointPath << "\n"
             << (options.authority.empty()

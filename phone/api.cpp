@@ -1,0 +1,283 @@
+#include "phone/api.h"
+
+#include <algorithm>
+#include <charconv>
+#include <chrono>
+#include <limits>
+#include <utility>
+
+#include "json/write.h"
+#include "phone/schema.h"
+#include "scenario/named_object.h"
+#include "scenario/names.h"
+
+namespace quorvantis::phone {
+
+namespace {
+
+using httplib::Request;
+using httplib::Response;
+
+constexpr double kUsualWait = 10;  // seconds
+constexpr double kLongestWait = 600;
+
+void send(Response& response, const json::Value& value) {
+  response.set_content(json::write(value), "application/json");
+}
+
+/// [{"id":…,"line":…},…]; the lines are JSON already.
+std::string numbered(std::size_t first, const std::vector<std::string>& lines) {
+  std::string array = "[";
+  for (const std::string& line : lines) {
+    if (array.size() > 1) array += ',';
+    array += R"({"id":)" + std::to_string(first++) + R"(,"line":)" + line + '}';
+  }
+  return array + ']';
+}
+
+std::vector<std::string> readAll(const Transcript& transcript, std::size_t from) {
+  std::vector<std::string> lines;
+  for (;;) {
+    auto reading = transcript.read(from + lines.size());
+    if (reading.lines.empty()) return lines;
+    std::move(reading.lines.begin(), reading.lines.end(), std::back_inserter(lines));
+  }
+}
+
+/// Throws scenario::StepError.
+template <class Number>
+Number parameter(const Request& request, const char* name, Number usual, Number most) {
+  if (!request.has_param(name)) return usual;
+  const std::string text = request.get_param_value(name);
+  Number number{};
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc() || end != text.data() + text.size() || !(number >= Number{0} && number <= most)) {
+    throw scenario::StepError('"' + std::string(name) + "\" must be a number from 0 to " +
+                              json::shortest(static_cast<double>(most)));
+  }
+  return number;
+}
+
+std::size_t fromOf(const Request& request) {
+  constexpr std::size_t kMost = std::size_t{1} << 53;
+  return std::max<std::size_t>(1, parameter<std::size_t>(request, "from", 1, kMost));
+}
+
+/// A body that is an object with no other keys than these; of none an empty one.
+json::Dictionary readBody(const std::string& body, const scenario::Names& keys) {
+  json::Value value = body.empty() ? json::Dictionary() : scenario::readValue(body);
+  auto* object = value.get<json::Dictionary>();
+  if (object == nullptr) throw scenario::StepError("the body must be one JSON object");
+  for (const auto& [key, unused] : *object) {
+    if (std::find(keys.begin(), keys.end(), key) == keys.end()) {
+      throw scenario::StepError("the body has no key " + json::write(key));
+    }
+  }
+  return std::move(*object);
+}
+
+std::string textIn(const json::Dictionary& object, std::string_view key, const std::string& usual) {
+  const auto entry = object.find(key);
+  if (entry == object.end()) return usual;
+  const auto* text = entry->second.get<std::string>();
+  if (text == nullptr) throw scenario::StepError(json::write(key) + " must be a string");
+  return *text;
+}
+
+/// What a line must have to be the one that is waited for.
+json::Dictionary wantedOf(const Request& request) {
+  json::Dictionary wanted;
+  for (const auto& [name, value] : request.params) {
+    if (name != "from" && name != "seconds") wanted.emplace(name, value);
+  }
+  return wanted;
+}
+
+bool isWanted(const std::string& line, const json::Dictionary& wanted) {
+  const json::Dictionary object = scenario::readObject(line);
+  return std::all_of(wanted.begin(), wanted.end(), [&](const auto& member) {
+    const auto entry = object.find(member.first);
+    if (entry == object.end()) return false;
+    return entry->second == member.second ||
+           json::Value(json::write(entry->second)) == member.second;  // a number, true, false or null
+  });
+}
+
+}  // namespace
+
+void refuse(Response& response, int status, const std::string& reason, json::Dictionary more) {
+  more.emplace("error", reason);
+  response.status = status;
+  send(response, more);
+}
+
+Api::Api(Phone& phone, Worker& worker, const Transcript& transcript, lint::LintService& linter,
+         ApiOptions options)
+    : phone_(phone),
+      worker_(worker),
+      transcript_(transcript),
+      linter_(linter),
+      options_(std::move(options)),
+      streams_(transcript) {}
+
+void Api::answer(const Request& request, Response& response, const std::string& body) {
+  const std::string& path = request.path;
+  const bool isPost = request.method == "POST";
+  const bool isGet = request.method == "GET";
+  const auto is = [&](bool method, std::string_view wanted) { return method && path == wanted; };
+  try {
+    if (is(isPost, "/api/steps")) return playLines(response, body);
+    if (is(isGet, "/api/lines")) return tellLines(request, response);
+    if (is(isGet, "/api/wait")) return waitForLine(request, response);
+    if (is(isPost, "/api/fresh")) return beginAnew(response, body);
+    if (is(isGet, "/api/scenario")) {
+      return response.set_content(worker_.run([&] { return phone_.scenario(); }),
+                                  "text/plain; charset=utf-8");
+    }
+    if (is(isPost, "/api/lint")) return lint(response, body);
+    if (is(isGet, "/api/schema")) return send(response, stepSchema());
+    if (is(isGet, "/api/status")) return tellStatus(response);
+    if (is(isPost, "/api/apns/faults")) return orderFaults(response, body);
+    if (is(isPost, "/api/stop")) {
+      options_.stop();
+      response.status = 202;
+      return send(response, json::Dictionary{{"stops", true}});
+    }
+    refuse(response, 404,
+           "there is nothing at " + request.method + " " + path + "; docs/phone.md lists what is");
+  } catch (const NotNow& reason) {
+    refuse(response, 409, reason.what());
+  } catch (const scenario::StepError& reason) {
+    refuse(response, 400, reason.what());
+  } catch (const Stopped& reason) {
+    refuse(response, 503, reason.what());
+  }
+}
+
+void Api::playLines(Response& response, const std::string& body) {
+  json::Value posted = scenario::readValue(body);
+  json::Array objects;
+  if (auto* array = posted.get<json::Array>()) {
+    objects = std::move(*array);
+  } else {
+    objects.push_back(std::move(posted));
+  }
+
+  std::vector<Line> lines;
+  const auto refuseLine = [&](int status, const char* reason, std::size_t index) {
+    refuse(response, status, reason, {{"step", std::uint64_t{index}}});
+  };
+  for (json::Value& object : objects) {
+    try {
+      auto* keys = object.get<json::Dictionary>();
+      if (keys == nullptr) throw scenario::StepError("a step must be one JSON object");
+      lines.push_back(readLine(std::move(*keys), phone_.serverIsElsewhere()));
+    } catch (const scenario::StepError& error) {
+      return refuseLine(400, error.what(), lines.size());
+    }
+  }
+  worker_.run([&] {
+    const std::size_t from = transcript_.read(1).next;
+    std::size_t index = 0;
+    try {
+      for (; index < lines.size(); ++index) phone_.play(lines[index]);
+    } catch (const NotNow& error) {
+      return refuseLine(409, error.what(), index);
+    } catch (const scenario::StepError& error) {
+      return refuseLine(400, error.what(), index);
+    }
+    const std::vector<std::string> told = readAll(transcript_, from);
+    response.set_content(R"({"from":)" + std::to_string(from) + R"(,"lines":)" + numbered(from, told) +
+                             R"(,"next":)" + std::to_string(from + told.size()) + "}",
+                         "application/json");
+  });
+}
+
+void Api::beginAnew(Response& response, const std::string& body) {
+  const std::string scenario = textIn(readBody(body, {"scenario"}), "scenario", "");
+  try {
+    const std::vector<Line> lines = readLines(scenario, phone_.serverIsElsewhere());
+    worker_.run([&] { phone_.begin(lines); });
+  } catch (const scenario::ScenarioError& error) {
+    return refuse(response, 400, error.what(), {{"line", std::uint64_t{error.line()}}});
+  }
+  const auto reading = transcript_.read(1);
+  send(response, json::Dictionary{{"phone", reading.phone}, {"next", std::uint64_t{reading.next}}});
+}
+
+void Api::lint(Response& response, const std::string& body) {
+  const json::Dictionary given = readBody(body, {"payload", "systemVersion"});
+  if (!given.contains("payload")) throw scenario::StepError(R"(the body needs "payload", the text of one)");
+  const std::string version =
+      given.contains("systemVersion") ? "" : worker_.run([&] { return phone_.systemVersion(); });
+  response.set_content(
+      linter_.reportOn(textIn(given, "payload", ""), textIn(given, "systemVersion", version)),
+      "application/json");
+}
+
+void Api::orderFaults(Response& response, const std::string& body) {
+  if (!options_.orderFaults) {
+    return refuse(response, 404, "no stand-in for Apple's service runs here; the option --apns starts it");
+  }
+  const std::string problem = options_.orderFaults(scenario::readValue(body));
+  if (!problem.empty()) return refuse(response, 400, problem);
+  send(response, json::Dictionary());
+}
+
+void Api::tellLines(const Request& request, Response& response) {
+  std::size_t from = fromOf(request);
+  if (request.get_header_value("Accept").find("text/event-stream") == std::string::npos) {
+    const std::vector<std::string> lines = readAll(transcript_, from);
+    return response.set_content(
+        R"({"lines":)" + numbered(from, lines) + R"(,"next":)" + std::to_string(from + lines.size()) + "}",
+        "application/json");
+  }
+  const std::string last = request.get_header_value("Last-Event-ID");
+  std::size_t read = 0;
+  if (std::from_chars(last.data(), last.data() + last.size(), read).ec == std::errc()) from = read + 1;
+  if (!streams_.open(from, response)) {
+    refuse(response, 503, "64 pages are reading already; close one of them");
+  }
+}
+
+void Api::waitForLine(const Request& request, Response& response) {
+  using Clock = std::chrono::steady_clock;
+  std::size_t from = fromOf(request);
+  const std::chrono::duration<double> patience(parameter(request, "seconds", kUsualWait, kLongestWait));
+  const json::Dictionary wanted = wantedOf(request);
+  if (wanted.empty()) {
+    throw scenario::StepError(R"(say what to wait for, such as "?event=callback&selector=onError:")");
+  }
+  const auto until = Clock::now() + std::chrono::ceil<Clock::duration>(patience);
+  const std::string phone = transcript_.read(from).phone;
+  for (;;) {
+    const auto reading = transcript_.wait(phone, from, until);
+    if (reading.phone != phone) throw NotNow("a fresh phone was begun in the meantime");
+    for (const std::string& line : reading.lines) {
+      if (isWanted(line, wanted)) {
+        return response.set_content(R"({"id":)" + std::to_string(from) + R"(,"line":)" + line + "}",
+                                    "application/json");
+      }
+      ++from;
+    }
+    if (reading.isOver && reading.lines.empty()) throw Stopped();
+    if (reading.lines.empty() && Clock::now() >= until) break;
+  }
+  const bool isPrompting = worker_.run([&] { return phone_.isPrompting(); });
+  refuse(response, 408,
+         "no line with " + json::write(wanted) + " came in time" +
+             (isPrompting ? "; the permission prompt is on the screen and waits for an answer" : ""),
+         {{"next", std::uint64_t{from}}});
+}
+
+void Api::tellStatus(Response& response) {
+  json::Dictionary status = options_.about;
+  const auto reading = transcript_.read(std::numeric_limits<std::size_t>::max());
+  status.emplace("phone", reading.phone);
+  status.emplace("next", std::uint64_t{reading.next});
+  const auto token = worker_.run([&] { return phone_.token(); });
+  status.emplace("token", token ? json::Value(*token) : json::Value());
+  send(response, status);
+}
+
+}  // namespace quorvantis::phone

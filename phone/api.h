@@ -1,0 +1,58 @@
+// What a phone offers over HTTP, as docs/phone.md describes it: from a request to what is answered, without
+// the connection. Threads: any, several at a time; the phone itself is used on the worker's thread.
+#pragma once
+
+#include <httplib.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "json/value.h"
+#include "lint/lint_service.h"
+#include "phone/phone.h"
+#include "phone/streams.h"
+#include "phone/transcript.h"
+#include "phone/worker.h"
+
+namespace quorvantis::phone {
+
+/// What there is beside the phone.
+struct ApiOptions {
+  json::Dictionary about;      ///< what "status" tells that stays as it is
+  std::function<void()> stop;  ///< begins to end the program, and returns
+  /// Orders faults of the stand-in for Apple's service; returns what is wrong with the order, empty when
+  /// nothing is. Null: there is no stand-in.
+  std::function<std::string(const json::Value& order)> orderFaults;
+};
+
+class Api {
+ public:
+  /// All but the options are used, not owned.
+  Api(Phone& phone, Worker& worker, const Transcript& transcript, lint::LintService& linter,
+      ApiOptions options);
+
+  /// Answers a request that the gate let in and whose path begins with "/api/".
+  void answer(const httplib::Request& request, httplib::Response& response, const std::string& body);
+
+ private:
+  void playLines(httplib::Response& response, const std::string& body);
+  void beginAnew(httplib::Response& response, const std::string& body);
+  void lint(httplib::Response& response, const std::string& body);
+  void orderFaults(httplib::Response& response, const std::string& body);
+  void tellLines(const httplib::Request& request, httplib::Response& response);
+  void waitForLine(const httplib::Request& request, httplib::Response& response);
+  void tellStatus(httplib::Response& response);
+
+  Phone& phone_;
+  Worker& worker_;
+  const Transcript& transcript_;
+  lint::LintService& linter_;
+  const ApiOptions options_;
+  Streams streams_;
+};
+
+/// An answer that says in words why nothing else comes.
+void refuse(httplib::Response& response, int status, const std::string& reason, json::Dictionary more = {});
+
+}  // namespace quorvantis::phone

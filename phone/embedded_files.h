@@ -1,0 +1,16 @@
+// The files of the page, which are built into the program. Any thread.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+namespace quorvantis::phone {
+
+struct EmbeddedFile {
+  std::string_view path;  ///< as a browser asks for it: "/page/main.js"
+  std::string_view bytes;
+};
+
+std::span<const EmbeddedFile> embeddedFiles();
+
+}  // namespace quorvantis::phone

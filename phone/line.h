@@ -1,0 +1,54 @@
+// A line that somebody sends to a phone: a step, which does something to the application as in a scenario, or
+// an act upon the phone around it. A scenario holds acts as comments, which are passed over where it is only
+// run. Any thread.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "json/value.h"
+#include "phone/notification_list.h"
+#include "scenario/scenario.h"
+
+namespace quorvantis::phone {
+
+/// The user ends the application.
+struct End {};
+
+struct AirplaneMode {
+  bool on = false;
+};
+
+/// A remote notification is sent to the phone.
+struct Arrive {
+  json::Dictionary userInfo;
+  CollapseId collapseId;
+  std::optional<std::int64_t> expires;  ///< seconds since 1970 until which it is kept; nothing: for ever
+};
+
+/// A notification goes from the list.
+struct Remove {
+  std::int64_t notification = 0;
+};
+
+using Act = std::variant<End, AirplaneMode, Arrive, Remove>;
+using Line = std::variant<scenario::Step, Act>;
+
+/// The act as a line, without a line feed.
+std::string textOf(const Act& act);
+/// The same as a comment of a scenario.
+std::string commentOf(const Act& act);
+
+/// Throws scenario::StepError. Where the push server runs elsewhere, "server" steps are refused.
+Line readLine(json::Dictionary object, bool serverIsElsewhere);
+
+/// The lines of a scenario, the acts among its comments included. Throws scenario::ScenarioError for the
+/// first bad line.
+std::vector<Line> readLines(std::string_view scenario, bool serverIsElsewhere);
+
+}  // namespace quorvantis::phone

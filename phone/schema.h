@@ -1,0 +1,11 @@
+// The table of steps as JSON, for those that offer steps to a person. Any thread.
+#pragma once
+
+#include "json/value.h"
+
+namespace quorvantis::phone {
+
+/// {"steps":[{"name","about","variant","keys":[{"name","kind","description","choices","null","required"}]}]}
+json::Value stepSchema();
+
+}  // namespace quorvantis::phone

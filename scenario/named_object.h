@@ -1,0 +1,32 @@
+// Reads the objects that scenarios are made of: one key of an object names what it is, and the name says
+// which other keys it may have. Any thread.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "json/value.h"
+#include "scenario/step.h"
+
+namespace quorvantis::scenario {
+
+using Names = std::vector<std::string_view>;
+
+/// The value of a text, read as strictly as scenarios are. Throws StepError.
+json::Value readValue(std::string_view text);
+
+/// The same, when it is an object.
+json::Dictionary readObject(std::string_view text);
+
+/// The text under the key that names the object. Throws StepError.
+const std::string& nameUnder(std::string_view key, const json::Dictionary& object);
+
+/// What is said of a name, of a step or an act, that is none of these.
+StepError unknownName(const std::string& what, std::string_view name, const Names& known);
+
+/// Throws StepError for a key that is none of these, of which the first names the object. `where` tells of
+/// which object that is said.
+void refuseOtherKeys(const json::Dictionary& object, const std::string& where, const Names& known);
+
+}  // namespace quorvantis::scenario

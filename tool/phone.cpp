@@ -1,0 +1,249 @@
+#include "tool/phone.h"
+
+#include <arpa/inet.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <memory>
+#include <mutex>
+#include <thread>
+
+#include "apns/service.h"
+#include "console/input.h"
+#include "console/terminal.h"
+#include "console/usage_error.h"
+#include "console/wording.h"
+#include "json/write.h"
+#include "lint/report_text.h"
+#include "phone/http_door.h"
+#include "phone/provider_side.h"
+#include "scenario/names.h"
+#include "server/authority_file.h"
+#include "tool/stop_signals.h"
+
+namespace quorvantis::tool {
+
+namespace {
+
+constexpr int kFailed = 1;
+constexpr int kUnusable = 2;
+
+std::string contentsOf(const std::string& path, const char* option) {
+  std::ifstream file(path, std::ios::binary);
+  std::string text{std::istreambuf_iterator<char>(file), {}};
+  if (!file || text.empty()) {
+    throw console::UsageError(std::string(option) + ": " + path + " can't be read, or is empty");
+  }
+  return text;
+}
+
+bool isLoopback(const std::string& address) {
+  in_addr v4{};
+  return (inet_pton(AF_INET, address.c_str(), &v4) == 1 && ntohl(v4.s_addr) >> 24 == 127) || address == "::1";
+}
+
+void checkWhereToListen(const PhoneOptions& options) {
+  if (isLoopback(options.listen)) return;
+  if (options.publicHost.empty()) {
+    throw console::UsageError(
+        "--listen " + options.listen +
+        " can be reached from other machines: say with --public-host NAME by which name "
+        "pages may reach it, or leave --listen away");
+  }
+  std::cerr << "quorvantis-push: whoever reaches " << options.listen
+            << " and has the key can use this phone, and what is sent is not encrypted\n";
+}
+
+std::vector<phone::Line> readScenario(const PhoneOptions& options) {
+  if (options.scenario.empty()) return {};
+  const console::Input input = console::readInput(options.scenario);
+  if (!input.problem.empty()) {
+    throw console::UsageError(console::nameOfInput(options.scenario) + ": can't be read: " + input.problem);
+  }
+  return phone::readLines(input.bytes, options.server.has_value());
+}
+
+phone::PhoneOptions phoneOptions(const PhoneOptions& options) {
+  phone::PhoneOptions made{.build = options.build, .settings = options.settings, .version = options.version};
+  if (options.server) made.server = scenario::outsideServer(*options.server, options.authority.value_or(""));
+  return made;
+}
+
+/// What is said to a person, one at a time: on standard error where standard output is a program's.
+class Words {
+ public:
+  explicit Words(const PhoneOptions& options)
+      : out_(options.json || !options.hasPage ? std::cerr : std::cout),
+        terminal_(console::Terminal::ofStandardOutput()) {}
+
+  void tellOfRequest(const apns::Report& report, const lint::PayloadReport& payload) {
+    const std::lock_guard lock(mutex_);
+    out_ << report.status << ' ' << console::printable(report.status == 200 ? report.pushType : report.reason)
+         << "  " << console::printable(report.id);
+    if (!report.detail.empty()) out_ << "\n    " << console::printable(report.detail);
+    out_ << '\n';
+    if (!payload.findings.shown.empty()) lint::print(payload, terminal_, out_);
+    out_ << std::flush;
+  }
+
+  void say(const std::string& text) {
+    const std::lock_guard lock(mutex_);
+    out_ << text << std::flush;
+  }
+
+ private:
+  std::ostream& out_;
+  const console::Terminal terminal_;
+  std::mutex mutex_;
+};
+
+/// The stand-in for Apple's service, in front of the phone.
+class Apple {
+ public:
+  Apple(const PhoneOptions& options, phone::Phone& phone, phone::Worker& worker, Words& words)
+      : options_(options), side_(phone, worker, [&words](const auto& report, const auto& payload) {
+          words.tellOfRequest(report, payload);
+        }) {
+    if (!options.apnsAuthority.empty()) server::requireOurs(options.apnsAuthority);
+    apns::ServiceOptions made{.address = options.listen, .port = *options.apns, .rules = {options.topic}};
+    if (!options.providerKey.empty()) {
+      made.rules.key =
+          std::make_shared<const jose::SigningKey>(contentsOf(options.providerKey, "--provider-key"));
+    }
+    if (!options.clientAuthority.empty()) {
+      made.clientAuthority = contentsOf(options.clientAuthority, "--client-authority");
+    }
+    const auto authority = apns::makeAuthority();
+    service_.emplace(authority, side_, std::move(made));
+    if (!options.apnsAuthority.empty()) server::writeAuthority(options.apnsAuthority, authority);
+  }
+
+  [[nodiscard]] json::Dictionary facts() const {
+    return {{"host", options_.listen}, {"port", std::int64_t{service_->port()}}, {"topic", options_.topic}};
+  }
+
+  [[nodiscard]] std::string words(const std::string& token) const {
+    const std::string where = options_.apnsAuthority.empty()
+                                  ? "--apns-authority FILE writes its certificate"
+                                  : "its certificate is in " + options_.apnsAuthority;
+    return "In place of Apple's push service, for a backend: https://localhost:" +
+           std::to_string(service_->port()) + "\n    device token  " + token + "\n    topic         " +
+           options_.topic + "\n    authority     " + where + "\n";
+  }
+
+  std::string orderFaults(const json::Value& order) {
+    const auto faults = apns::readFaults(order);
+    if (const auto* problem = std::get_if<std::string>(&faults)) return *problem;
+    service_->faults().set(std::get<0>(faults));
+    return {};
+  }
+
+  [[nodiscard]] bool tookErrors() const { return side_.tookErrors(); }
+
+ private:
+  const PhoneOptions& options_;
+  phone::ProviderSide side_;
+  std::optional<apns::Service> service_;
+};
+
+/// Prints the lines as they come, until the transcript is over.
+void printLines(const phone::Transcript& transcript) {
+  std::string phone;
+  std::size_t next = 1;
+  for (;;) {
+    const auto reading =
+        transcript.wait(phone, next, std::chrono::steady_clock::now() + std::chrono::hours(1));
+    if (reading.phone != phone) {
+      phone = reading.phone;
+      next = 1;
+      continue;
+    }
+    for (const std::string& line : reading.lines) std::cout << line << '\n';
+    std::cout << std::flush;
+    next += reading.lines.size();
+    if (reading.isOver && reading.lines.empty()) return;
+  }
+}
+
+/// Tells how the phone is reached: a program in one line of JSON, a person in words.
+void announce(const PhoneOptions& options, const phone::HttpDoor& door, const std::optional<Apple>& apple,
+              const std::string& token, Words& words) {
+  if (options.json || !options.hasPage) {
+    json::Dictionary line{
+        {"address", door.address()}, {"key", door.key()}, {"port", std::int64_t{door.port()}}};
+    if (apple) {
+      line.emplace("apns", apple->facts());
+      line.emplace("token", token);
+    }
+    std::cout << json::write(line) << std::endl;
+    return;
+  }
+  words.say("The phone is at " + door.address() +
+            "\nOpen this address in a browser. Whoever has it can use the phone.\n" +
+            (apple ? '\n' + apple->words(token) : "") + "\nStop it with Ctrl-C.\n");
+}
+
+bool run(const PhoneOptions& options) {
+  checkWhereToListen(options);
+  const sigset_t stop = blockStopSignals();
+  lint::LintService linter;
+  const std::vector<phone::Line> lines = readScenario(options);
+
+  phone::Transcript transcript;
+  phone::Worker worker;
+  phone::Phone phone(phoneOptions(options), transcript, lines);
+
+  Words words(options);
+  std::optional<Apple> apple;
+  if (options.apns) apple.emplace(options, phone, worker, words);
+  json::Dictionary about{
+      {"tool", "quorvantis-push"}, {"version", options.version}, {"build", scenario::nameOf(options.build)}};
+  phone::ApiOptions apiOptions{.about = {}, .stop = [] { ::kill(::getpid(), SIGTERM); }, .orderFaults = {}};
+  if (apple) {
+    about.emplace("apns", apple->facts());
+    apiOptions.orderFaults = [&apple](const json::Value& order) { return apple->orderFaults(order); };
+  }
+  apiOptions.about = std::move(about);
+  phone::Api api(phone, worker, transcript, linter, std::move(apiOptions));
+  const phone::HttpDoor door({.address = options.listen,
+                              .port = options.port,
+                              .publicHost = options.publicHost,
+                              .hasPage = options.hasPage,
+                              .keepsKey = options.port != 0},
+                             api);
+  announce(options, door, apple, phone.token().value_or(""), words);
+
+  const std::jthread printer([&] {
+    if (options.json) printLines(transcript);
+  });
+  const std::jthread stopper([&] {
+    int signal = 0;
+    sigwait(&stop, &signal);
+    worker.stop();
+  });
+  worker.work();
+  transcript.end();
+  return !options.strict || !apple || !apple->tookErrors();
+}
+
+}  // namespace
+
+int phone(const PhoneOptions& options) {
+  try {
+    return run(options) ? 0 : kFailed;
+  } catch (const scenario::ScenarioError& error) {
+    std::cerr << options.scenario << ':' << error.line() << ": " << error.what() << '\n';
+    return kUnusable;
+  } catch (const console::UsageError& error) {
+    std::cerr << "quorvantis-push: " << error.what() << '\n';
+    return kUnusable;
+  } catch (const std::exception& error) {
+    std::cerr << "quorvantis-push: " << error.what() << '\n';
+    return kFailed;
+  }
+}
+
+}  // namespace quorvantis::tool
