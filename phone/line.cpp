@@ -16,11 +16,11 @@ using scenario::required;
 constexpr std::string_view kKey = "phone";
 constexpr std::string_view kComment = "#phone ";
 
-const auto kOn = required("on", scenario::boolean());
-const auto kUserInfo = required("userInfo", scenario::object());
+const auto kOn = required("on", scenario::boolean(), kKey);
+const auto kUserInfo = required("userInfo", scenario::object(), kKey);
 const auto kCollapseId = optional("collapseId", scenario::text());
 const auto kExpires = optional("expires", scenario::integer());
-const auto kNotification = required("notification", scenario::count());
+const auto kNotification = required("notification", scenario::count(), kKey);
 
 struct ActRow {
   const char* name;

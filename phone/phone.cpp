@@ -101,7 +101,7 @@ void Phone::prepare() {
   kept_.reset();
   raised_.reset();
   list_ = {};
-  isPrompting_ = isDecided_ = hasEnded_ = haveSettingsFailed_ = false;
+  isPrompting_ = isDecided_ = hasEnded_ = isInAirplaneMode_ = haveSettingsFailed_ = false;
   world_ = std::make_unique<World>(options_);
   world_->device.network.setOnFailure([this](const std::string& reason) {
     if (world_->device.network.isInAirplaneMode()) ++refusals_;
@@ -119,6 +119,7 @@ void Phone::prepare() {
 void Phone::goLive() {
   isReplaying_ = false;
   endIfRaised();
+  applyAirplaneMode();
   // From now on a person answers the prompt.
   if (!isDecided_) world_->device.authorization.reset();
   flush();
@@ -229,15 +230,21 @@ void Phone::perform(const End& act) {
 
 void Phone::perform(const AirplaneMode& act) {
   record(act);
-  world_->device.network.setAirplaneMode(act.on);
+  isInAirplaneMode_ = act.on;
+  applyAirplaneMode();
   if (act.on || !kept_) return;
   const Arrive kept = *std::exchange(kept_, std::nullopt);
   if (kept.expires && *kept.expires <= secondsSince1970()) return;
   reach(kept);
 }
 
+void Phone::applyAirplaneMode() {
+  // What is replayed says of each request that it found no way out, where it can be said.
+  world_->device.network.setAirplaneMode(isInAirplaneMode_ && (!isReplaying_ || serverIsElsewhere()));
+}
+
 void Phone::perform(const Arrive& act) {
-  if (world_->device.network.isInAirplaneMode()) {
+  if (isInAirplaneMode_) {
     record(act);
     kept_ = act;
     return;
@@ -248,6 +255,7 @@ void Phone::perform(const Arrive& act) {
 
 void Phone::perform(const Remove& act) {
   if (!list_.remove(act.notification)) {
+    if (isReplaying_) return;  // the one that took its place did it
     throw NotNow("notification " + std::to_string(act.notification) + " is not in the list");
   }
   record(act);
@@ -315,7 +323,7 @@ void Phone::flush() {
 }
 
 bool Phone::mayNotify() const {
-  return world_->device.authorization && world_->device.authorization->granted;
+  return isDecided_ && world_->device.authorization && world_->device.authorization->granted;
 }
 
 }  // namespace quorvantis::phone

@@ -89,6 +89,7 @@ class Phone {
   void perform(const Remove& act);
   void makeReadyFor(const scenario::Step& step);
   void deliverWaiting();
+  void applyAirplaneMode();
 
   // What the system does by itself.
   void reach(const Arrive& notification);
@@ -120,6 +121,7 @@ class Phone {
   bool isPrompting_ = false;
   bool isDecided_ = false;  // whether the application may notify
   bool hasEnded_ = false;
+  bool isInAirplaneMode_ = false;
   std::optional<std::string> raised_;  // the application ends of it
   std::size_t refusals_ = 0;           // requests in airplane mode, during this step
   bool haveSettingsFailed_ = false;

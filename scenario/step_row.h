@@ -61,11 +61,13 @@ struct Required {
   using Argument = T;
   std::string_view name;
   Kind<T> kind;
+  std::string_view naming = "do";  ///< the key that names what has this one
 
   [[nodiscard]] KeyFacts facts() const { return {name, kind.facts, true}; }
   [[nodiscard]] Argument from(const json::Dictionary& step) const {
     const auto entry = step.find(name);
-    if (entry == step.end()) throw StepError(json::write(step.at("do")) + " needs " + json::write(name));
+    if (entry == step.end())
+      throw StepError(json::write(step.find(naming)->second) + " needs " + json::write(name));
     return read(name, kind, entry->second);
   }
   static T read(std::string_view name, const Kind<T>& kind, const json::Value& value) {
@@ -91,8 +93,8 @@ struct Optional {
 };
 
 template <class T>
-Required<T> required(std::string_view name, Kind<T> kind) {
-  return {name, std::move(kind)};
+Required<T> required(std::string_view name, Kind<T> kind, std::string_view naming = "do") {
+  return {name, std::move(kind), naming};
 }
 
 template <class T>

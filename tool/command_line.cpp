@@ -22,7 +22,7 @@ constexpr const char* kStatuses =
     "in use, standard output that takes nothing more); 2 when what was given can't be read.";
 constexpr const char* kOldestSystem = "10.0";
 constexpr const char* kAppleStandInPort = "8445";
-constexpr const char* kTopic = "com.example.application";
+constexpr const char* kTopic = "com.example.app";
 
 /// The status of the command that runs; CLI11's callbacks return nothing.
 class CommandStatus : public CLI::Error {

@@ -45,7 +45,16 @@ bool isLoopback(const std::string& address) {
   return (inet_pton(AF_INET, address.c_str(), &v4) == 1 && ntohl(v4.s_addr) >> 24 == 127) || address == "::1";
 }
 
+bool isNumeric(const std::string& address) {
+  in6_addr any{};
+  return inet_pton(AF_INET, address.c_str(), &any) == 1 || inet_pton(AF_INET6, address.c_str(), &any) == 1;
+}
+
 void checkWhereToListen(const PhoneOptions& options) {
+  if (!isNumeric(options.listen)) {
+    throw console::UsageError("--listen takes a numeric address, such as 127.0.0.1 or ::, not \"" +
+                              options.listen + '"');
+  }
   if (isLoopback(options.listen)) return;
   if (options.publicHost.empty()) {
     throw console::UsageError(

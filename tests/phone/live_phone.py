@@ -1,0 +1,94 @@
+"""A phone of `quorvantis-push phone`, as a test in any language would use it: over HTTP."""
+
+import http.client
+import json
+import subprocess
+import urllib.parse
+
+PATIENCE = 60
+JSON = "application/json"
+
+
+def check(holds, otherwise):
+    if not holds:
+        raise AssertionError(otherwise)
+
+
+class Phone:
+    """Ends with the `with` that it is made in; `arguments` are the command's own."""
+
+    def __init__(self, tool, *arguments, page=False):
+        self.process = subprocess.Popen([tool, "phone", *([] if page else ["--no-page"]), "--json", *arguments],
+                                        stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+        line = self.process.stdout.readline()
+        check(line, f"phone {arguments} said nothing: {self.process.stderr.read() if not line else ''}")
+        self.facts = json.loads(line)
+        self.port, self.key = self.facts["port"], self.facts["key"]
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *failure):
+        self.process.kill()
+        self.process.communicate()
+
+    def request(self, method, path, body=None, **headers):
+        """(status, headers, body) of a request; a header that is None is left out."""
+        given = {"Authorization": "Bearer " + self.key} | ({"Content-Type": JSON} if body is not None else {})
+        given |= {name.replace("_", "-"): value for name, value in headers.items()}
+        connection = http.client.HTTPConnection("127.0.0.1", self.port, timeout=PATIENCE)
+        connection.request(method, path, body, {name: value for name, value in given.items() if value is not None})
+        answer = connection.getresponse()
+        found = answer.status, dict(answer.getheaders()), answer.read()
+        connection.close()
+        return found
+
+    def json(self, method, path, body=None, **headers):
+        status, _, answer = self.request(method, path, body if body is None else json.dumps(body), **headers)
+        return status, json.loads(answer)
+
+    def play(self, *lines):
+        """The lines that came of it, the posted ones included."""
+        status, answer = self.json("POST", "/api/steps", lines)
+        check(status == 200, f"{lines}: {status} {answer}")
+        return [entry["line"] for entry in answer["lines"]]
+
+    def refusal(self, *lines):
+        status, answer = self.json("POST", "/api/steps", lines)
+        return status, answer.get("error", ""), answer.get("step")
+
+    def fresh(self, scenario=""):
+        status, answer = self.json("POST", "/api/fresh", {"scenario": scenario})
+        check(status == 200, answer)
+
+    def wait(self, **wanted):
+        return self.json("GET", "/api/wait?" + urllib.parse.urlencode(wanted))
+
+    def lines(self):
+        return [entry["line"] for entry in self.json("GET", "/api/lines")[1]["lines"]]
+
+    def scenario(self):
+        return self.request("GET", "/api/scenario")[2].decode()
+
+    def stop(self):
+        """What the command printed since, and its status."""
+        self.json("POST", "/api/stop", {})
+        out, _ = self.process.communicate(timeout=PATIENCE)
+        return [json.loads(line) for line in out.splitlines()], self.process.returncode
+
+
+def texts(lines, kind="event"):
+    """The lines of a kind as `run` prints them."""
+    return [json.dumps(line, sort_keys=True, separators=(",", ":"), ensure_ascii=False)
+            for line in lines if kind in line]
+
+
+def screens(lines):
+    return [line["screen"] for line in lines if "screen" in line]
+
+
+def run(tool, scenario, *arguments):
+    played = subprocess.run([tool, "run", *arguments, "-"], input=scenario, capture_output=True, text=True,
+                            timeout=PATIENCE)
+    check(played.returncode == 0, played.stderr)
+    return played.stdout.splitlines()

@@ -1,0 +1,158 @@
+#!/usr/bin/python3
+"""rules_test.py TOOL: what a live phone does around the application, and that what is saved gives the same events."""
+
+import json
+import random
+import sys
+import time
+
+from live_phone import Phone, check, run, screens, texts
+
+TOOL = sys.argv[1]
+REGISTER = [{"do": "host", "appHash": "f00d", "foreground": True}, {"do": "activate", "value": True}, {"do": "settle"}]
+YES = {"do": "authorization", "granted": True}
+BEHIND = {"do": "application", "state": "background"}
+ACTIVE = {"do": "application", "state": "active"}
+REFUSE = {"fault": "refuse"}
+
+
+def note(number, **aps):
+    return {"aps": {"alert": {"title": f"note {number}"}, "type": "pushlib-normal"} | aps}
+
+
+def arrives(user_info, **more):
+    return {"phone": "arrive", "userInfo": user_info} | more
+
+
+def registered(phone):
+    phone.fresh()
+    phone.play(*REGISTER)
+    phone.play(YES)
+
+
+def check_saved(phone, *arguments):
+    """A scenario of what was done gives the same events, and so does a phone that plays it."""
+    events, saved = texts(phone.lines()), phone.scenario()
+    check(run(TOOL, saved, *arguments) == events, f"saved:\n{saved}\nevents:\n" + "\n".join(events))
+    return saved
+
+
+def prompt(phone):
+    phone.fresh()
+    lines = phone.play(*REGISTER)
+    check(lines[-1] == {"screen": "prompt"} and lines[-2]["event"] == "authorizationRequested", lines)
+    for line in ({"do": "settle"}, {"phone": "end"}, arrives(note(1))):
+        status, reason, step = phone.refusal(line)
+        check(status == 409 and "prompt" in reason and step == 0, (line, status, reason, step))
+    status, answer = phone.wait(event="callback", seconds="0.1")
+    check(status == 408 and "prompt" in answer["error"], answer)
+    saved = phone.scenario()
+    check('"settle"' not in saved and "permission" in saved, saved)
+    lines = phone.play(YES)
+    check([line.get("selector") for line in lines].count("onRegisterToken:") == 1, lines)
+    phone.play({"do": "advance", "seconds": 1})
+    check_saved(phone)
+
+    phone.fresh()
+    phone.play({"do": "authorization", "granted": False, "error": "never"})
+    check("prompt" not in screens(phone.play(*REGISTER)), "who has decided is not asked")
+    check("listed" not in screens(phone.play(BEHIND, arrives(note(1)))), "what is not permitted is not shown")
+    check_saved(phone)
+
+    phone.fresh()
+    phone.play(*REGISTER[:2], {"do": "advance", "seconds": 0.5})
+    phone.play(YES)
+    check_saved(phone)
+
+
+def list_rules(phone):
+    registered(phone)
+    lines = phone.play(arrives(note(1, badge=4)))
+    check(screens(lines)[:1] == ["banner"] and lines[0]["do"] == "deliver" and {"do": "settle"} in lines, lines)
+    lines = phone.play(BEHIND, arrives(note(2, badge=7), collapseId="a"))
+    check(screens(lines) == ["listed", "badge"] and lines[3]["number"] == 7, lines)
+    lines = phone.play(arrives(note(3), collapseId="a"))
+    check([line.get("notification") for line in lines if "screen" in line] == [2, 3], lines)
+    check({"phone": "remove", "notification": 2} in lines and "unlisted" in screens(lines), lines)
+    check(screens(phone.play(arrives({"aps": {"content-available": 1, "extra1": "x"}}))) == [], "a silent one is not shown")
+    check(phone.refusal({"phone": "remove", "notification": 2})[0] == 409, "it is off the list")
+    phone.play({"phone": "remove", "notification": 3})
+    lines = phone.play({"do": "host", "foreground": False}, ACTIVE, arrives(note(4)))
+    check("banner" not in screens(lines), "the library said no")
+    phone.play({"do": "notification", "arrives": "tap", "userInfo": note(2)}, {"do": "settle"})
+    check_saved(phone)
+
+
+def ends(phone):
+    registered(phone)
+    lines = phone.play(arrives({"aps": {"alert": "no dictionary"}}))
+    check(lines[-1] == {"screen": "ended", "selector": "objectForKey:"}, lines)
+    for step in ({"do": "settle"}, {"do": "activate", "value": True}, {"do": "advance", "seconds": 1}, {"phone": "end"}):
+        check(phone.refusal(step)[0] == 409, step)
+    lines = phone.play(arrives(note(1, badge=2)))
+    check(lines[0]["phone"] == "arrive" and screens(lines) == ["listed", "badge"], lines)
+    phone.play({"do": "relaunch"}, *REGISTER, {"phone": "end"})
+    lines = phone.play({"do": "show"}, {"do": "device", "country": "ES"})
+    check("settings" in lines[1]["event"], "what is stored can be seen")
+    saved = check_saved(phone)
+    check('#phone {"phone":"end"}' in saved, saved)
+
+    before = [line for line in phone.lines() if "screen" in line]
+    phone.fresh(saved)
+    after = [line for line in phone.lines() if "screen" in line]
+    check([line for line in before if line != {"screen": "prompt"}] == after, (before, after))
+    check(phone.refusal({"do": "settle"})[0] == 409, "it is the phone that it was")
+
+
+def airplane(phone):
+    registered(phone)
+    phone.play({"do": "server", "answers": [{"status": 503, "body": ""}]}, {"phone": "airplaneMode", "on": True})
+    lines = phone.play(arrives(note(1), expires=int(time.time()) + 900), arrives(note(2)),
+                       {"do": "deliverToken", "hex": "ff"}, {"do": "settle"})
+    check(screens(lines) == ["requestFailed"] and "deliver" not in [line.get("do") for line in lines], lines)
+    lines = phone.play({"phone": "airplaneMode", "on": False})
+    check([line["userInfo"] for line in lines if line.get("do") == "deliver"] == [note(2)], "the last one was kept")
+    phone.play({"do": "deliverToken", "hex": "ee"}, {"do": "settle"})
+    saved = check_saved(phone)
+    check(saved.index('"refuse"') < saved.index("503"), saved)
+    phone.play({"phone": "airplaneMode", "on": True}, arrives(note(3), expires=1), {"phone": "airplaneMode", "on": False})
+    check("note 3" not in json.dumps([line for line in phone.lines() if "phone" not in line]), "it had expired")
+    events = texts(phone.lines())
+    phone.fresh(phone.scenario())
+    check(texts(phone.lines()) == events, "nothing is delivered twice when it is opened")
+
+
+def random_sessions(phone):
+    """Whatever is done, in whatever order: what is saved gives the same events, here and with `run`."""
+    chance = random.Random(7)
+    choices = [
+        lambda: ACTIVE, lambda: BEHIND, lambda: {"do": "settle"}, lambda: {"do": "advance", "seconds": chance.random()},
+        lambda: {"do": "relaunch"}, lambda: chance.choice(REGISTER), lambda: YES, lambda: {"phone": "end"},
+        lambda: {"phone": "airplaneMode", "on": chance.random() < 0.5},
+        lambda: {"do": "deliverToken", "hex": f"{chance.randrange(256):02x}"},
+        lambda: {"do": "server", "answers": [chance.choice([REFUSE, {"status": 500, "body": ""}, {"fault": "reset"}])]},
+        lambda: arrives(chance.choice([note(chance.randrange(9), badge=1), {"aps": 1}, {"aps": {"content-available": 1}},
+                                       note(0, type="pushlib-abrirurl", urlnoti="https://www.example.com/")]),
+                        collapseId=chance.choice("ab"))]
+    for _ in range(80):
+        phone.fresh()
+        for _ in range(25):
+            phone.json("POST", "/api/steps", chance.choice(choices)())
+        if phone.lines() and "permission" in phone.scenario():
+            phone.play(YES)
+        saved, events = check_saved(phone), texts(phone.lines())
+        phone.fresh(saved)
+        check(texts(phone.lines()) == events, f"opened again:\n{saved}")
+
+
+def main():
+    with Phone(TOOL) as phone:
+        for part in (prompt, list_rules, ends, airplane, random_sessions):
+            part(phone)
+    with Phone(TOOL, "--build", "simulator") as phone:
+        registered(phone)
+        phone.play(BEHIND, arrives(note(1)))
+        check("--build simulator" in check_saved(phone, "--build", "simulator"), "it is said how to run it")
+
+
+main()

@@ -1,0 +1,232 @@
+#!/usr/bin/python3
+"""server_test.py TOOL: the live phone's interface over HTTP: who is let in, what is refused, who reads what."""
+
+import json
+import os
+import pathlib
+import signal
+import socket
+import subprocess
+import sys
+import tempfile
+import threading
+
+from live_phone import JSON, PATIENCE, Phone, check, texts
+
+TOOL = sys.argv[1]
+STREAM = "text/event-stream"
+
+
+def raw(phone, text):
+    """The first line of what is answered to a request sent as it is, and whether the connection then ends."""
+    with socket.create_connection(("127.0.0.1", phone.port), timeout=PATIENCE) as wire:
+        wire.sendall(text.encode("latin-1"))
+        wire.shutdown(socket.SHUT_WR)
+        answer = b""
+        while piece := wire.recv(65536):
+            answer += piece
+    return answer.split(b"\r\n")[0].decode()
+
+
+def only_those_with_the_key(phone):
+    step = json.dumps({"do": "show"})
+    other = f"http://127.0.0.1:{phone.port + 1}"
+    for status, headers in ((421, {"Host": "evil.example"}), (421, {"Host": f"127.0.0.1:{phone.port + 1}"}),
+                            (421, {"Host": f"127.0.0.1.evil.example:{phone.port}"}), (403, {"Origin": "http://evil.example"}),
+                            (403, {"Origin": "null"}), (403, {"Origin": other}),
+                            (403, {"Origin": f"https://127.0.0.1:{phone.port}"}), (401, {"Authorization": None}),
+                            (401, {"Authorization": "Bearer " + phone.key[:-1]}), (401, {"Authorization": phone.key}),
+                            (415, {"Content_Type": "text/plain"}), (415, {"Content_Type": None}),
+                            (415, {"Content_Type": "application/x-www-form-urlencoded"}),
+                            (415, {"Content_Type": "multipart/form-data; boundary=a"})):
+        found, _, body = phone.request("POST", "/api/steps", step, **headers)
+        check(found == status and json.loads(body)["error"], f"{headers}: {found} {body}")
+        if status != 415:
+            check(phone.request("GET", "/api/lines", **headers)[0] == status, headers)
+    twice = f"GET /api/lines HTTP/1.1\r\nHost: 127.0.0.1:{phone.port}\r\nHost: evil\r\nAuthorization: Bearer {phone.key}\r\n\r\n"
+    check("421" in raw(phone, twice), "two hosts")
+    check(phone.lines() == [], "nothing was played")
+    for headers in ({"Host": f"LOCALHOST:{phone.port}"}, {"Origin": f"http://localhost:{phone.port}"},
+                    {"Content_Type": "application/json; charset=utf-8"}):
+        check(phone.request("POST", "/api/steps", step, **headers)[0] == 200, headers)
+
+
+def what_is_refused(phone):
+    phone.fresh()
+    good = {"do": "application", "state": "background"}
+    for body, reason, step in (("{", "byte 2", None), ('{"do":"fly"}', "unknown step", 0), ('{"phone":"fly"}', "unknown act", 0),
+                               (json.dumps([good, {"do": "advance"}]), '"seconds"', 1), ("[1]", "object", 0),
+                               ('{"do":"show","do":"show"}', "", None), ('{"do":"settle","x":1}', "no key", 0),
+                               ('{"phone":"end","x":1}', "no key", 0), ('{"phone":"remove","notification":1.0}', "whole", 0),
+                               ('{"phone":"arrive"}', "needs", 0), ("[" * 2000, "", None), ('{"do":1}', "string", 0)):
+        status, _, answer = phone.request("POST", "/api/steps", body)
+        told = json.loads(answer)
+        check(status == 400 and reason in told["error"] and told.get("step") == step, f"{body[:50]}: {status} {told}")
+    run = subprocess.run([TOOL, "run", "-"], input='{"do":"advance"}', text=True, capture_output=True)
+    check(run.stderr.strip().endswith(phone.refusal({"do": "advance"})[1]), "the reason that run gives")
+    status, reason, step = phone.refusal(good, {"do": "tapOK", "alert": 7})
+    check((status, step) == (400, 1) and "not on screen" in reason, reason)
+    check(phone.lines() == [{"do": "application", "state": "background"}], "what can't be done leaves no line")
+    for path, body in (("/api/fresh", {"scenario": 1}), ("/api/fresh", {"x": ""}), ("/api/fresh", []), ("/api/lint", {})):
+        check(phone.json("POST", path, body)[0] == 400, (path, body))
+    status, answer = phone.json("POST", "/api/fresh", {"scenario": '\n# a comment\n{"do":"fly"}\n'})
+    check(status == 400 and answer["line"] == 3, answer)
+    for query in ("from=x", "from=-1", "seconds=nan", "seconds=601", "from=1e3"):
+        check(phone.json("GET", "/api/wait?event=callback&" + query)[0] == 400, query)
+    check(phone.json("GET", "/api/wait")[0] == 400, "nothing is waited for")
+    for method, path in (("GET", "/api/steps"), ("POST", "/api/lines"), ("PUT", "/api/steps"), ("GET", "/api/nothing"),
+                         ("POST", "/api/apns/faults")):
+        check(phone.json(method, path, {} if method != "GET" else None)[0] == 404, (method, path))
+    large = json.dumps({"do": "deliver", "userInfo": {"x": "y" * (1 << 20)}})
+    check(phone.request("POST", "/api/steps", large)[0] == 413, "over 1 MiB")
+    beyond_a_phone = {"do": "deliver", "userInfo": {"aps": {"content-available": 1}, "x": "y" * 100_000}}
+    check(phone.json("POST", "/api/steps", beyond_a_phone)[0] == 200, "run plays it, too")
+    head = f"GET /api/lines HTTP/1.1\r\nHost: 127.0.0.1:{phone.port}\r\n" + "".join(f"X-{n}: y\r\n" for n in range(10_000))
+    check("200" not in raw(phone, head + "\r\n"), "10,000 headers")
+    check(phone.lines()[0] == good, "all is as it was")
+
+
+def waits(phone):
+    phone.fresh()
+    found = []
+    waiting = threading.Thread(target=lambda: found.append(phone.wait(event="badge", number="0", seconds=str(PATIENCE))))
+    waiting.start()
+    phone.play({"do": "call", "operation": "resetBadge"})
+    waiting.join()
+    check(found == [(200, {"id": 2, "line": {"event": "badge", "number": 0}})], found)
+    status, answer = phone.wait(event="badge", **{"from": 3}, seconds="0")
+    check(status == 408 and answer["next"] == 3, answer)
+
+
+def read_events(phone, **query):
+    """A stream of server-sent events: (event, id, data) of each message."""
+    wire = socket.create_connection(("127.0.0.1", phone.port), timeout=PATIENCE)
+    asked = "&".join(f"{name}={value}" for name, value in query.items())
+    wire.sendall(f"GET /api/lines?{asked} HTTP/1.1\r\nHost: localhost:{phone.port}\r\nAccept: {STREAM}\r\n"
+                 f"Authorization: Bearer {phone.key}\r\n\r\n".encode())
+    reader = wire.makefile("rb")
+    status = int(reader.readline().split()[1])
+    while reader.readline().strip():
+        pass
+
+    def messages():
+        fields = {}
+        while size := reader.readline():
+            for line in reader.read(int(size, 16)).decode().split("\n"):
+                if line:
+                    fields.update([line.split(": ", 1)] if not line.startswith(":") else [])
+                elif fields:
+                    yield fields.get("event"), fields.get("id"), json.loads(fields["data"])
+                    fields = {}
+            reader.readline()
+    return wire, status, messages()
+
+
+def streams(phone):
+    phone.fresh()
+    wire, _, messages = read_events(phone, **{"from": 1})
+    event, _, data = next(messages)
+    check((event, data["next"]) == ("fresh", 1), data)
+    phone.play({"do": "show"})
+    check([next(messages)[1:] for _ in range(2)] == [("1", {"do": "show"}), ("2", {"event": "settings", "values": {}})], "")
+    phone.fresh()
+    event, _, fresh = next(messages)
+    check(event == "fresh" and fresh["phone"] != data["phone"], "another phone")
+    phone.play({"do": "settle"})
+    check(next(messages)[1] == "1", "counted from 1 again")
+    wire.close()
+
+
+def many_streams(phone):
+    """Most read, one does not, and all the while the phone is used."""
+    lazy, _, _ = read_events(phone, **{"from": 1})
+    readers = [read_events(phone, **{"from": 1}) for _ in range(63)]
+    check(read_events(phone, **{"from": 1})[1] == 503, "the 65th")
+    text = "z" * 1000
+    for _ in range(20):
+        phone.play(*[{"do": "application", "version": text}] * 500)
+    last = phone.json("GET", "/api/status")[1]["next"] - 1
+    check(last == 10_000, last)
+    for reader, _, messages in readers:
+        ids = [number for _, number, _ in (next(messages) for _ in range(last + 1))][1:]
+        check(ids == [str(number) for number in range(1, last + 1)], "each line once, in order")
+        reader.close()
+    lazy.close()
+
+
+def many_lines(phone):
+    """What a line costs does not grow with their number: counted in what is sent, not in time."""
+    phone.fresh()
+    for _ in range(20):
+        phone.play(*[{"do": "settle"}] * 5000)
+    check(phone.json("GET", "/api/status")[1]["next"] == 100_001, "100,000 lines")
+    status, answer = phone.json("POST", "/api/steps", {"do": "show"})
+    check(status == 200 and [entry["id"] for entry in answer["lines"]] == [100_001, 100_002], answer)
+    check(phone.json("GET", "/api/lines?from=100002")[1]["next"] == 100_003, "from there on")
+
+
+def begin_and_end():
+    with tempfile.TemporaryDirectory() as name:
+        folder = pathlib.Path(name)
+        file, settings = folder / "first.jsonl", folder / "settings"
+        file.write_text('{"do":"host","appHash":"f00d"}\n{"do":"activate","value":true}\n{"do":"settle"}\n{"do":"show"}\n')
+        run = subprocess.run([TOOL, "run", file], capture_output=True, text=True, check=True)
+        with Phone(TOOL, "--settings", settings, file) as phone:
+            check(texts(phone.lines()) == run.stdout.splitlines(), "a file plays as with run, without a prompt")
+            printed, status = phone.stop()
+            check(status == 0 and texts(printed) == run.stdout.splitlines(), "all that came was printed")
+        with Phone(TOOL, "--settings", settings) as phone:
+            values = phone.play({"do": "show"})[1]["values"]
+            check(values["pushAppHash"] == "f00d", values)
+            again = subprocess.run([TOOL, "run", "-"], input=phone.scenario(), capture_output=True, text=True, check=True)
+            check(again.stdout.splitlines() == texts(phone.lines()), "what was stored before is in the scenario")
+            phone.process.send_signal(signal.SIGTERM)
+            check(phone.process.wait(PATIENCE) == 0, "a clean end")
+        with socket.socket() as free:
+            free.bind(("127.0.0.1", 0))
+            port = str(free.getsockname()[1])
+        os.environ["XDG_STATE_HOME"] = name
+        keys = []
+        for _ in range(2):
+            with Phone(TOOL, "--port", port) as phone:
+                keys.append(phone.key)
+                phone.process.send_signal(signal.SIGINT)
+                check(phone.process.wait(PATIENCE) == 0, "a clean end")
+        kept = list(folder.glob("quorvantis-push/*"))
+        check(keys[0] == keys[1] and len(keys[0]) >= 22 and kept[0].stat().st_mode & 0o77 == 0, "an open page comes back")
+        kept[0].chmod(0o644)
+        with Phone(TOOL, "--port", port) as phone:
+            check(phone.key != keys[0], "a key that others can read is none")
+        with Phone(TOOL) as one, Phone(TOOL) as other:
+            check(one.key != other.key and one.json("GET", "/api/status")[1]["phone"] != other.json("GET", "/api/status")[1]["phone"],
+                  "phones of their own")
+
+
+def wrong_arguments():
+    for arguments, reason in ((["--listen", "0.0.0.0"], "--public-host"), (["--listen", "here"], "numeric"),
+                              (["--strict"], "--apns"), (["/nothing"], "can't be read"),
+                              (["--apns", "--provider-key", "/nothing"], "--provider-key"), (["--port", "99999"], "--port"),
+                              (["--server", "127.0.0.1:1"], "--authority"), (["--apns", "x"], "--apns")):
+        done = subprocess.run([TOOL, "phone", "--no-page", *arguments], capture_output=True, text=True, timeout=PATIENCE)
+        check(done.returncode in (1, 2) and reason in done.stderr and not done.stdout, f"{arguments}: {done}")
+    with Phone(TOOL, "--listen", "127.0.0.2", "--public-host", "phone.example:80") as phone:
+        connection = socket.create_connection(("127.0.0.2", phone.port), timeout=PATIENCE)
+        connection.sendall(f"GET /api/status HTTP/1.1\r\nHost: phone.example:80\r\nAuthorization: Bearer {phone.key}\r\n\r\n".encode())
+        check(b" 200 " in connection.recv(100), "the name that was given")
+        connection.close()
+        check(phone.facts["address"].startswith("http://phone.example:80/#"), phone.facts)
+
+
+def main():
+    with Phone(TOOL) as phone:
+        for part in (only_those_with_the_key, what_is_refused, waits, streams, many_lines):
+            part(phone)
+        check(phone.request("GET", "/")[0] == 404, "no page")
+        check(phone.stop()[1] == 0, "a clean end")
+    with Phone(TOOL) as phone:
+        many_streams(phone)
+    begin_and_end()
+    wrong_arguments()
+
+
+main()
