@@ -1,0 +1,234 @@
+// What a phone is like, as a pure function of the lines of its transcript: a line makes a new state of the
+// last one and shares with it what did not change. All that the page shows of a phone comes from here.
+
+const remembered = 50; // of what only grows; the lines themselves have all of it
+
+const callbacks = ["onGetToken:", "onReceiveNotification:", "onRegisterToken:", "onUpdateToken:", "onError:"];
+
+const host = { appHash: null, foreground: false, deactivateGPS: false, delegate: callbacks };
+
+/** A fresh phone. */
+export const start = {
+  running: true,
+  application: { state: "active", version: "1.0", canOpenURL: true },
+  device: {
+    systemVersion: "17.0",
+    name: "iPhone",
+    model: "iPhone",
+    country: "US",
+    languages: ["en"],
+    token: Array.from({ length: 32 }, (_, byte) => byte.toString(16).padStart(2, "0")).join(""),
+    tokenError: "",
+  },
+  library: { version: "1.0", loaded: true },
+  registration: { finishes: true, stores: {} },
+  authorization: { granted: true, error: null },
+  host, // how the library is configured
+  code: {}, // what the host's code did since the launch: its configuration and, once it activated, "activate"
+  server: {
+    answers: [], // queued
+    waiting: [], // requests that the library has handed over, and whose turn has not come
+    last: null, // {body, answer, failure} of the last one that was read; a null answer is the server's own
+  },
+  isRegistering: false, // the registration framework is to report
+  settings: {},
+  clock: 0, // seconds
+  airplane: false,
+  badge: 0,
+  vibrated: false, // by what was done last
+  alerts: [], // on the screen, the uppermost last
+  card: null, // {url} while the address that was opened last is what one sees
+  banner: null, // an entry of the list
+  list: [], // {notification, userInfo} of what the system lists
+  prompt: false, // whether the system asks for permission
+  opened: [], // addresses, the latest last
+  told: [], // {selector, argument} of what the host was told in this launch, the latest last
+  log: [], // {tag, message}, the latest last
+  raised: null, // the selector that was not understood in this launch
+  ended: null, // {selector, alerts} once the application has ended: of what, and what it had on the screen
+};
+
+const kinds = ["do", "event", "phone", "screen"];
+
+/** {kind, name}: what kind of line it is, and which of these. */
+export function nameOf(line) {
+  const kind = kinds.find((key) => key in line) ?? null;
+  return { kind, name: kind && line[kind] };
+}
+
+const textIn = (...values) => values.find((value) => typeof value === "string" && value !== "") ?? "";
+
+/**
+ * {title, subtitle, body} of a notification, each empty when it has none. Where the application's own files have
+ * the text, it is the text's key.
+ */
+export function textsOf(userInfo) {
+  const alert = userInfo?.aps?.alert;
+  if (typeof alert === "string") return { title: "", subtitle: "", body: alert };
+  return {
+    title: textIn(alert?.title, alert?.["title-loc-key"]),
+    subtitle: textIn(alert?.subtitle, alert?.["subtitle-loc-key"]),
+    body: textIn(alert?.body, alert?.["loc-key"]),
+  };
+}
+
+const latest = (items, item) => [...items, item].slice(-remembered);
+
+const without = (object, keys) =>
+  Object.fromEntries(Object.entries(object).filter(([key]) => !keys.includes(key)));
+
+/** A step's own keys, for what it sets by these names. */
+const facts = (step) => without(step, ["do"]);
+
+/** What settling does without an event: the registration framework stores just before it reports. */
+function settle({ isRegistering, registration, settings }) {
+  if (!isRegistering) return null;
+  const isDone = registration.finishes;
+  return { isRegistering: false, settings: isDone ? { ...settings, ...registration.stores } : settings };
+}
+
+/** What is done to the application. */
+const steps = {
+  device: ({ device }, step) => ({ device: { ...device, ...facts(step) } }),
+  application: ({ application }, step) => ({
+    application: { ...application, ...facts(step) },
+    ...("state" in step ? { banner: null, card: null } : null),
+  }),
+  library: ({ library }, step) => ({ library: { ...library, ...facts(step) } }),
+  registration: ({ registration }, step) => ({ registration: { ...registration, ...facts(step) } }),
+  authorization: ({ authorization }, step) => ({
+    authorization: { ...authorization, ...facts(step) },
+    prompt: false,
+  }),
+  host: (state, step) => ({
+    host: { ...state.host, ...facts(step) },
+    code: { ...state.code, ...facts(step) },
+  }),
+  activate: ({ code }, { value }) => ({ code: { ...code, activate: value } }),
+  store: ({ settings }, { set = {}, remove = [] }) => ({
+    settings: without({ ...settings, ...set }, remove),
+  }),
+  server: ({ server }, { answers }) => ({ server: { ...server, answers: [...server.answers, ...answers] } }),
+  tapOK: () => ({ card: null }),
+  settle,
+  advance: (state, { seconds }) => ({ ...settle(state), clock: state.clock + Number(seconds), banner: null }),
+  relaunch: ({ server }) => ({
+    running: true,
+    host,
+    code: {},
+    server: { ...server, waiting: [] },
+    isRegistering: false,
+    alerts: [],
+    card: null,
+    banner: null,
+    told: [],
+    raised: null,
+    ended: null,
+  }),
+};
+
+/** What then happened. */
+const events = {
+  registerUser: () => ({ isRegistering: true }),
+  callback: ({ told }, { selector, argument }) => ({ told: latest(told, { selector, argument }) }),
+  log: ({ log }, { tag, message }) => ({ log: latest(log, { tag, message }) }),
+  stored: ({ settings }, { key, value }) => ({
+    settings: value === null ? without(settings, [key]) : { ...settings, [key]: value },
+  }),
+  settings: (_, { values }) => ({ settings: values }),
+  request: ({ server }, { task, url, body }) => ({
+    server: { ...server, waiting: [...server.waiting, { task, url, body }] },
+  }),
+  received: ({ server: { answers, waiting } }, { body }) => ({
+    server: {
+      answers: answers.slice(1),
+      waiting: waiting.slice(1),
+      last: { body, answer: answers[0] ?? null, failure: null },
+    },
+  }),
+  badge: (_, { number }) => ({ badge: number }),
+  vibrated: () => ({ vibrated: true }),
+  alertShown: ({ alerts }, { alert, title, message, buttons }) => ({
+    alerts: [...alerts, { alert, title, message, buttons }],
+    card: null,
+  }),
+  alertHidden: ({ alerts }, { alert }) => ({ alerts: alerts.filter((one) => one.alert !== alert) }),
+  opened: ({ opened }, { url }) => ({ opened: latest(opened, url), card: { url } }),
+  raised: (_, { selector }) => ({ raised: selector }),
+};
+
+/** What somebody does to the phone around the application. */
+const acts = {
+  airplaneMode: (_, { on }) => ({ airplane: on }),
+};
+
+const listed = ({ list }, { notification, userInfo }) => ({ list: [...list, { notification, userInfo }] });
+
+const isUnread = (answer) => answer?.fault === "refuse" || answer?.fault === "untrusted";
+const failsWhenRead = (answer) => answer !== null && !(answer.status >= 200 && answer.status <= 299);
+
+/** Either the server has read the request and answered so that it fails, or the request never reached it. */
+function requestFailed({ server, airplane }, { reason }) {
+  const { answers, waiting, last } = server;
+  const wasRead = last !== null && last.failure === null && failsWhenRead(last.answer);
+  if (wasRead) return { server: { ...server, last: { ...last, failure: reason } } };
+  const isTaken = !airplane && isUnread(answers[0]);
+  return { server: { answers: isTaken ? answers.slice(1) : answers, waiting: waiting.slice(1), last } };
+}
+
+/** What the system then shows by itself. */
+const screens = {
+  prompt: () => ({ prompt: true }),
+  listed,
+  banner: (state, line) => {
+    const { list } = listed(state, line);
+    return { list, banner: list.at(-1), card: null };
+  },
+  unlisted: ({ list, banner }, { notification }) => ({
+    list: list.filter((entry) => entry.notification !== notification),
+    banner: banner?.notification === notification ? null : banner,
+  }),
+  badge: (_, { number }) => ({ badge: number }),
+  requestFailed,
+  ended: ({ alerts }, { selector }) => ({
+    running: false,
+    ended: { selector, alerts },
+    alerts: [],
+    banner: null,
+    card: null,
+  }),
+};
+
+const changes = { do: steps, event: events, phone: acts, screen: screens };
+
+const needApplication = new Set([
+  "host",
+  "activate",
+  "deliverToken",
+  "call",
+  "notification",
+  "deliver",
+  "tapOK",
+  "settle",
+  "advance",
+]);
+
+/** What each step does before its own. A scenario may go on with an application that has ended. */
+function begun(state, name) {
+  const goesOn = !state.running && needApplication.has(name);
+  const isStill = state.vibrated && name !== "settle";
+  if (!goesOn && !isStill) return state;
+  return {
+    ...state,
+    vibrated: state.vibrated && !isStill,
+    ...(goesOn ? { running: true, ended: null, alerts: state.ended.alerts } : null),
+  };
+}
+
+/** The phone after one more line. What it does not know changes nothing. */
+export function after(state, line) {
+  const { kind, name } = nameOf(line);
+  const before = kind === "do" || kind === "phone" ? begun(state, name) : state;
+  if (kind === null || !Object.hasOwn(changes[kind], name)) return before;
+  return { ...before, ...changes[kind][name](before, line) };
+}
