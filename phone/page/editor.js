@@ -1,0 +1,200 @@
+// The payload editor: the text with its findings, and beside it what the payload will do.
+
+import { button, element } from "./element.js";
+import { openButton, save, takeDropped } from "./files.js";
+import { counted, findingsList } from "./findings.js";
+import { outcomeCards } from "./outcomes.js";
+import { templates } from "./templates.js";
+
+const { CodeMirror } = globalThis;
+const pause = 200; // milliseconds after the last key before the text is judged
+
+function templateChoice(chosen) {
+  const groups = templates.map(([group, payloads]) =>
+    element(
+      "optgroup",
+      { label: group },
+      Object.keys(payloads).map((name) => element("option", {}, name)),
+    ),
+  );
+  const select = element(
+    "select",
+    {
+      id: "template",
+      change: () => {
+        for (const [, payloads] of templates) if (select.value in payloads) chosen(payloads[select.value]);
+        select.selectedIndex = 0;
+      },
+    },
+    element("option", { value: "" }, "Choose …"),
+    groups,
+  );
+  return element("label", { className: "field" }, element("span", {}, "Start from"), select);
+}
+
+/** Whether it is the text of a JSON object, and so something that can arrive. */
+function isObject(text) {
+  try {
+    const value = JSON.parse(text);
+    return typeof value === "object" && value !== null && !Array.isArray(value);
+  } catch {
+    return false;
+  }
+}
+
+export class Editor {
+  #judge;
+  #report = null;
+  #phone = null;
+
+  /**
+   * `judge(text)` gives a promise of the linter's answer; `arrives(text)` has the payload arrive;
+   * `failed(reason)` hears what is wrong with a file.
+   */
+  constructor({ judge, arrives }) {
+    this.#judge = judge;
+    const holder = element("div", { className: "code" });
+    this.findings = element("div", { id: "findings", role: "region", "aria-label": "Findings" });
+    this.count = element("p", { className: "count", role: "status" });
+    this.size = element("span", { id: "size" });
+    this.outcomes = element("ol", {
+      id: "outcomes",
+      className: "plain",
+      "aria-label": "What it will do in each state",
+    });
+    this.arrive = button("Arrives now", () => isObject(this.text) && arrives(this.text), {
+      id: "arrive",
+      className: "primary",
+    });
+    const opened = (text) => this.set(text);
+    this.panel = element(
+      "div",
+      { id: "editor" },
+      element(
+        "div",
+        { className: "bar" },
+        templateChoice((payload) => this.set(JSON.stringify(payload, null, 2))),
+        openButton("Open .apns …", ".apns,.json,application/json", opened),
+        button("Save .apns", () => save(this.text, "notification.apns", "application/json")),
+        this.arrive,
+      ),
+      element(
+        "div",
+        { className: "side-by-side" },
+        element(
+          "div",
+          {},
+          holder,
+          element("p", { className: "facts" }, this.count, this.size),
+          this.findings,
+        ),
+        element("div", {}, element("h2", {}, "What it will do"), this.outcomes),
+      ),
+    );
+    takeDropped(this.panel, opened);
+    this.code = CodeMirror(holder, {
+      mode: { name: "javascript", json: true },
+      value: JSON.stringify(Object.values(templates[0][1])[0], null, 2),
+      lineNumbers: true,
+      lineWrapping: true,
+      matchBrackets: true,
+      autoCloseBrackets: true,
+      dragDrop: false,
+      inputStyle: "contenteditable",
+      screenReaderLabel: "Payload",
+      viewportMargin: Infinity,
+      gutters: ["CodeMirror-lint-markers"],
+      extraKeys: {
+        Tab: false,
+        "Shift-Tab": false,
+        "Ctrl-Enter": () => this.arrive.click(),
+        "Cmd-Enter": () => this.arrive.click(),
+      },
+      lint: { getAnnotations: (text, done) => this.#lint(text, done), async: true, delay: pause },
+    });
+  }
+
+  get text() {
+    return this.code.getValue();
+  }
+
+  set(text) {
+    this.code.setValue(text);
+    this.code.focus();
+  }
+
+  /** The phone as it is now, which some of what is shown goes by. */
+  update(phone) {
+    const differs =
+      this.#phone?.application !== phone.application ||
+      this.#phone?.host !== phone.host ||
+      this.#phone?.running !== phone.running;
+    const isOther = this.#phone && this.#phone.device.systemVersion !== phone.device.systemVersion;
+    this.#phone = phone;
+    if (isOther) this.code.performLint();
+    if (differs) this.#drawOutcomes();
+  }
+
+  /** The editor was out of sight, where it could not measure itself. */
+  refresh() {
+    this.code.refresh();
+  }
+
+  async #lint(text, done) {
+    this.arrive.disabled = !isObject(text);
+    try {
+      this.#report = await this.#judge(text);
+    } catch {
+      return done([]);
+    }
+    if (text !== this.text) return done([]);
+    const at = (index) => this.code.posFromIndex(index);
+    done(
+      this.#report.findings.map(({ from, to, severity, message, remedy }) => ({
+        from: at(from),
+        to: at(Math.max(to, from + 1)),
+        severity,
+        message: `${message}. ${remedy}`,
+      })),
+    );
+    this.#draw();
+  }
+
+  #draw() {
+    const { findings, findingsLeftOut, bytes, largest } = this.#report;
+    this.count.textContent = counted(findings);
+    this.size.textContent = `${bytes.toLocaleString("en")} of ${largest.toLocaleString("en")} bytes`;
+    this.size.classList.toggle("bad", bytes > largest);
+    this.findings.replaceChildren(
+      findingsList(findings, findingsLeftOut, {
+        show: (finding) => this.#show(finding),
+        mend: (finding) => this.#mend(finding),
+      }),
+    );
+    this.#drawOutcomes();
+  }
+
+  #drawOutcomes() {
+    if (!this.#report || !this.#phone) return;
+    const cards = outcomeCards(this.#report.outcomes, this.#phone);
+    this.outcomes.replaceChildren(
+      ...(cards.length > 0
+        ? cards
+        : [element("li", { className: "none" }, "Nothing: it reaches no application.")]),
+    );
+  }
+
+  #show({ from, to }) {
+    this.code.setSelection(this.code.posFromIndex(to), this.code.posFromIndex(from));
+    this.code.focus();
+  }
+
+  #mend({ edits }) {
+    this.code.operation(() => {
+      for (const { from, to, text } of [...edits].reverse()) {
+        this.code.replaceRange(text, this.code.posFromIndex(from), this.code.posFromIndex(to));
+      }
+    });
+    this.code.focus();
+  }
+}

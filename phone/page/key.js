@@ -1,0 +1,13 @@
+// The key that the server wants to see. It comes in the address that the program prints.
+
+const storedAs = "key";
+
+/** The key, out of sight once it is read from the address; a reload finds it again. */
+export function takeKey() {
+  const given = location.hash.slice(1);
+  if (given) {
+    sessionStorage.setItem(storedAs, given);
+    history.replaceState(null, "", location.pathname);
+  }
+  return given || sessionStorage.getItem(storedAs) || "";
+}

@@ -1,0 +1,76 @@
+// The live page.
+
+import { Actions } from "./actions.js";
+import { ApplicationControls } from "./application_controls.js";
+import { Connection } from "./connection.js";
+import { Editor } from "./editor.js";
+import { answerPrompt, arrives, register, takeOff, tap, tapOK, toBackground, toFront } from "./gestures.js";
+import { History } from "./history.js";
+import { takeKey } from "./key.js";
+import { Message } from "./message.js";
+import { Panels } from "./panels.js";
+import { sessionControls } from "./session.js";
+import { Transport } from "./transport.js";
+import { show } from "./view.js";
+
+const at = (id) => document.getElementById(id);
+
+const transport = new Transport(takeKey());
+const history = new History();
+const message = new Message(at("message"));
+const connection = new Connection(at("connection"));
+const actions = new Actions(transport, history, message);
+const now = () => history.stateAfter(history.lines.length);
+
+const application = new ApplicationControls(at("application"), actions);
+
+const told = {
+  tap: (entry) => actions.play(tap(entry)),
+  takeOff: (number) => actions.play(takeOff(number)),
+  ok: (alert) => actions.play(tapOK(alert)),
+  answer: (granted) => actions.play(answerPrompt(granted)),
+  home: () => actions.play(toBackground),
+  open: () => actions.play(toFront),
+  register: () => actions.play(register),
+};
+
+let panels = null;
+let drawn = null; // the phone that the panels show
+
+function draw() {
+  application.update(history.state, history.isNow);
+  const phone = now();
+  if (!panels || phone === drawn) return;
+  drawn = phone;
+  panels.update(phone);
+}
+
+function makeEditor() {
+  return new Editor({
+    judge: (text) => transport.lint(text),
+    arrives: (text) => {
+      at("phone").scrollIntoView({ block: "nearest" }); // it may be above, in a narrow window
+      actions.play(arrives(text));
+    },
+  });
+}
+
+async function greet() {
+  if (!panels) {
+    const { steps } = await transport.schema();
+    panels = new Panels(at("controls"), steps, makeEditor(), actions, message);
+    draw();
+  }
+  panels.showStatus(await transport.status());
+}
+
+show(history, told, draw);
+sessionControls(at("session"), transport, actions);
+transport.follow({
+  fresh: () => history.clear(),
+  lines: (lines) => lines.length > 0 && history.append(lines),
+  connection: (state) => {
+    connection.show(state);
+    if (state === "open") actions.attempt(greet);
+  },
+});

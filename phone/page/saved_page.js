@@ -1,0 +1,71 @@
+// Makes one HTML file of the page and the lines, that shows the same phone without any server. Its modules
+// become one script, each a function, since a page from the disk may import nothing.
+
+const sheets = ["base", "layout", "phone", "timeline", "panels"];
+const first = "saved.js";
+
+const read = async (name) => (await fetch(`/page/${name}`)).text();
+
+const imports = /^import \{([^}]*)\} from "\.\/([\w.]+)";$/gm;
+const exported = /^export (?=(?:async )?(?:const|class|function\*?) (\w+))/gm;
+
+/** The modules that a module needs, by name, those first that others need; itself last. */
+async function modules(name, found = new Map()) {
+  if (found.has(name)) return found;
+  found.set(name, null);
+  const text = await read(name);
+  for (const [, , other] of text.matchAll(imports)) await modules(other, found);
+  found.delete(name);
+  return found.set(name, text);
+}
+
+/** A module's text as a call of a function, which leaves what it exports in `modules`. */
+function asFunction(name, text) {
+  const names = [...text.matchAll(exported)].map(([, exportedName]) => exportedName);
+  const body = text
+    .replace(imports, (_, list, other) => `const {${list.replace(/ as /g, ": ")}} = modules["${other}"];`)
+    .replace(exported, "");
+  return `modules["${name}"] = (() => {\n${body}\nreturn { ${names.join(", ")} };\n})();\n`;
+}
+
+async function hashOf(text) {
+  const digest = await crypto.subtle.digest("SHA-256", new TextEncoder().encode(text));
+  return `'sha256-${btoa(String.fromCharCode(...new Uint8Array(digest)))}'`;
+}
+
+/** The file. `lines` is the JSON text of all lines, as the server gives it. */
+export async function pageOf(lines) {
+  const found = await modules(first);
+  const parts = [...found].map(([name, text]) => asFunction(name, text));
+  const script = `"use strict";\nconst modules = {};\n${parts.join("")}`.replaceAll("</script", "<\\/script");
+  const style = (await Promise.all(sheets.map((name) => read(`${name}.css`)))).join("\n");
+  const policy =
+    `default-src 'none'; script-src ${await hashOf(script)}; style-src ${await hashOf(style)}; ` +
+    "base-uri 'none'; form-action 'none'";
+  const data = lines.replaceAll("<", "\\u003c");
+  return `<!DOCTYPE html>
+<html lang="en">
+<head>
+<meta charset="utf-8">
+<meta http-equiv="Content-Security-Policy" content="${policy}">
+<meta name="viewport" content="width=device-width, initial-scale=1">
+<meta name="color-scheme" content="light dark">
+<title>A phone, saved – QuorvantisPush</title>
+<style>${style}</style>
+</head>
+<body class="saved">
+<div id="page">
+<header id="head"><h1>QuorvantisPush <span>a phone, as it was saved</span></h1></header>
+<main>
+<div id="device"><section id="phone" aria-label="Phone"></section></div>
+<section id="past" aria-label="What happened"><div id="timeline"></div>
+<aside id="stored" aria-label="What is stored"></aside></section>
+</main>
+</div>
+<section id="moment" aria-label="The moment that is shown"></section>
+<script type="application/json" id="lines">${data}</script>
+<script>${script}</script>
+</body>
+</html>
+`;
+}

@@ -1,0 +1,230 @@
+// The timeline: a row for each thing that happened. Only the rows in sight are elements, however many there
+// are.
+
+import { details } from "./details.js";
+import { button, element, toggle } from "./element.js";
+import { actors, inWordsTogether } from "./words.js";
+
+const overscan = 8; // rows beyond each edge
+
+const isStored = (line) => line.event === "stored" && line.value !== null;
+const isQuiet = (line) => line.do === "settle";
+const isBad = (line) => line.event === "raised" || line.screen === "ended";
+const kindOf = (line) => ["do", "event", "phone", "screen"].find((kind) => kind in line);
+const classOf = (actor) => `actor ${actor.toLowerCase().replaceAll(" ", "-")}`;
+
+export class Timeline {
+  #history;
+  #lines = null;
+  #read = 0; // lines that are in rows already
+  #rows = []; // {at, count}: the index of the first line, and how many there are in the row
+  #visible = []; // the rows that pass the filter
+  #hidden = new Set();
+  #open = -1; // which of the visible rows is open
+  #openHeight = 0;
+  #focused = 0;
+  #rowHeight = 32; // pixels, as the style says
+  #drawn = new Map(); // the elements of the rows in sight, with the facts that they show
+
+  constructor(root, history) {
+    this.#history = history;
+    this.list = element("ol", { className: "rows", "aria-label": "What happened, line by line" });
+    this.scroller = element(
+      "div",
+      { className: "scroller", scroll: () => this.#draw(), keydown: (event) => this.#key(event) },
+      this.list,
+    );
+    this.nothing = element("p", { className: "none" }, "Nothing has happened yet.");
+    root.append(
+      element(
+        "div",
+        { className: "bar" },
+        element("h2", {}, "What happened"),
+        element(
+          "div",
+          { className: "filters", role: "group", "aria-label": "Show what was done by" },
+          actors.map((actor) => this.#filter(actor)),
+        ),
+      ),
+      this.nothing,
+      this.scroller,
+    );
+    new ResizeObserver(() => {
+      this.#rowHeight = parseInt(getComputedStyle(this.scroller).getPropertyValue("--row"), 10);
+      this.#draw();
+    }).observe(this.scroller);
+  }
+
+  /** Reads what is new in the history and draws. */
+  update() {
+    const { lines, moment, isNow } = this.#history;
+    const { scrollTop, clientHeight, scrollHeight } = this.scroller;
+    const wasAtEnd = scrollTop + clientHeight >= scrollHeight - this.#rowHeight;
+    const isAnother = lines !== this.#lines;
+    if (isAnother) [this.#lines, this.#rows, this.#visible, this.#read, this.#open] = [lines, [], [], 0, -1];
+    const hasGrown = this.#read < lines.length;
+    for (; this.#read < lines.length; ++this.#read) this.#add(this.#read);
+    this.nothing.hidden = lines.length > 0;
+    this.scroller.hidden = lines.length === 0;
+    this.#draw();
+    if (!isNow) this.#reveal(this.#lastBefore(moment));
+    else if (hasGrown && (wasAtEnd || isAnother)) this.scroller.scrollTop = this.scroller.scrollHeight;
+  }
+
+  #filter(actor) {
+    const chip = toggle(
+      actor,
+      true,
+      () => {
+        const isHidden = this.#hidden.delete(actor);
+        if (!isHidden) this.#hidden.add(actor);
+        chip.setAttribute("aria-pressed", String(isHidden));
+        this.#visible = this.#rows.filter((row) => this.#passes(row));
+        this.#open = -1;
+        this.#draw();
+      },
+      { className: `chip ${classOf(actor)}` },
+    );
+    return chip;
+  }
+
+  #linesOf({ at, count }) {
+    return this.#lines.slice(at, at + count);
+  }
+
+  #passes(row) {
+    return this.#hidden.size === 0 || !this.#hidden.has(inWordsTogether(this.#linesOf(row)).from);
+  }
+
+  #add(at) {
+    const last = this.#rows.at(-1);
+    if (last && isStored(this.#lines[at]) && isStored(this.#lines[at - 1])) {
+      last.count += 1;
+      return;
+    }
+    const row = { at, count: 1 };
+    this.#rows.push(row);
+    if (this.#passes(row)) this.#visible.push(row);
+  }
+
+  /** The last visible row that has one of the first `count` lines. */
+  #lastBefore(count) {
+    let [low, high] = [0, this.#visible.length];
+    while (low < high) {
+      const middle = (low + high) >> 1;
+      if (this.#visible[middle].at < count) low = middle + 1;
+      else high = middle;
+    }
+    return low - 1;
+  }
+
+  #top(index) {
+    return index * this.#rowHeight + (this.#open >= 0 && index > this.#open ? this.#openHeight : 0);
+  }
+
+  #reveal(index) {
+    const top = this.#top(Math.max(0, index));
+    const { scrollTop, clientHeight } = this.scroller;
+    if (top < scrollTop) this.scroller.scrollTop = top;
+    else if (top + this.#rowHeight > scrollTop + clientHeight)
+      this.scroller.scrollTop = top + this.#rowHeight - clientHeight;
+  }
+
+  #draw() {
+    const { scrollTop, clientHeight } = this.scroller;
+    const count = this.#visible.length;
+    const first = Math.max(0, Math.floor((scrollTop - this.#openHeight) / this.#rowHeight) - overscan);
+    const last = Math.min(count, Math.ceil((scrollTop + clientHeight) / this.#rowHeight) + overscan);
+    this.#focused = Math.max(0, Math.min(this.#focused, count - 1));
+    const drawn = new Map();
+    for (let i = first; i < last; ++i) drawn.set(i, this.#drawnRow(i));
+    for (const [index, { item }] of this.#drawn) if (drawn.get(index)?.item !== item) item.remove();
+    this.#drawn = drawn;
+    let before = null;
+    for (const { item } of [...drawn.values()].reverse()) {
+      if (item.parentNode !== this.list || item.nextSibling !== before) this.list.insertBefore(item, before);
+      before = item;
+    }
+    const open = drawn.get(this.#open);
+    if (open) this.#openHeight = open.item.lastChild.offsetHeight;
+    else if (this.#open < 0) this.#openHeight = 0;
+    for (const [index, { item }] of drawn) {
+      item.style.top = `${this.#top(index)}px`;
+      item.setAttribute("aria-setsize", count);
+    }
+    this.list.style.height = `${count * this.#rowHeight + this.#openHeight}px`;
+  }
+
+  /** A row's element: the one that is there, when it shows the same. */
+  #drawnRow(index) {
+    const row = this.#visible[index];
+    const { moment, isNow } = this.#history;
+    const end = row.at + row.count;
+    const place = row.at >= moment ? "later" : !isNow && end >= moment ? "moment" : "";
+    const facts = [row, row.count, index === this.#open, index === this.#focused, place];
+    const last = this.#drawn.get(index);
+    if (last && facts.every((fact, i) => fact === last.facts[i])) return last;
+    const item = this.#row(index, ...facts);
+    if (last?.item.contains(document.activeElement)) queueMicrotask(() => this.#focus());
+    return { facts, item };
+  }
+
+  #row(index, row, count, isOpen, isFocused, place) {
+    const lines = this.#linesOf(row);
+    const { from, to, text } = inWordsTogether(lines);
+    const names = ["row", place, isBad(lines[0]) && "bad", isQuiet(lines[0]) && "quiet"].filter(Boolean);
+    return element(
+      "li",
+      { className: names.join(" "), "data-kind": kindOf(lines[0]), "aria-posinset": index + 1 },
+      button(
+        [
+          element("span", { className: "number" }, String(row.at + 1)),
+          element("span", { className: classOf(from) }, from),
+          element("span", { className: "arrow", "aria-hidden": "true" }, to ? "→" : ""),
+          element("span", { className: classOf(to) }, to),
+          element("span", { className: "what" }, text),
+        ],
+        () => this.#toggle(index),
+        { tabIndex: isFocused ? 0 : -1, "aria-expanded": String(isOpen), title: text },
+      ),
+      isOpen && this.#details(row, lines),
+    );
+  }
+
+  #details(row, lines) {
+    const end = row.at + row.count;
+    return element(
+      "div",
+      { className: "details" },
+      element("p", {}, inWordsTogether(lines).text),
+      details(lines, this.#history.stateAfter(row.at), this.#history.stateAfter(end)),
+      button("Show the phone as it was then", () => this.#history.lookAt(end)),
+    );
+  }
+
+  #focus() {
+    this.#drawn.get(this.#focused)?.item.firstChild.focus({ preventScroll: true });
+  }
+
+  #toggle(index) {
+    this.#focused = index;
+    this.#open = this.#open === index ? -1 : index;
+    this.#draw();
+    this.#focus();
+  }
+
+  /** Up and down go from row to row, left and right from moment to moment. */
+  #key(event) {
+    const rows = { ArrowDown: 1, ArrowUp: -1, PageDown: 10, PageUp: -10, Home: -Infinity, End: Infinity };
+    const moments = { ArrowLeft: -1, ArrowRight: 1 };
+    if (!event.target.closest(".row > button")) return;
+    if (event.key in moments) this.#history.lookAt(this.#history.moment + moments[event.key]);
+    else if (event.key in rows) {
+      this.#focused = Math.max(0, Math.min(this.#visible.length - 1, this.#focused + rows[event.key]));
+      this.#reveal(this.#focused);
+      this.#draw();
+      this.#focus();
+    } else return;
+    event.preventDefault();
+  }
+}

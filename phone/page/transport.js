@@ -1,0 +1,130 @@
+// Speaks to the server that holds the phone.
+
+import { messages } from "./event_stream.js";
+import { parse } from "./json.js";
+
+const firstPause = 250; // milliseconds between attempts to connect
+const longestPause = 4000;
+
+export class ServerError extends Error {
+  constructor(status, message) {
+    super(message);
+    this.status = status;
+  }
+}
+
+async function refusal(response) {
+  const { error } = await response.json().catch(() => ({}));
+  return new ServerError(response.status, error ?? `${response.status} ${response.statusText}`);
+}
+
+const wait = (milliseconds) => new Promise((done) => setTimeout(done, milliseconds));
+
+export class Transport {
+  #key;
+  #next = 1; // the line that is read next
+  #phone = null; // of which phone
+
+  constructor(key) {
+    this.#key = key;
+  }
+
+  async #fetch(path, options = {}) {
+    const headers = { Authorization: `Bearer ${this.#key}`, ...options.headers };
+    const response = await fetch(path, { ...options, headers, cache: "no-store" }).catch(() => {
+      throw new ServerError(0, "The phone’s program can’t be reached.");
+    });
+    if (!response.ok) throw await refusal(response);
+    return response;
+  }
+
+  async #post(path, body) {
+    const headers = { "Content-Type": "application/json" };
+    return (await this.#fetch(path, { method: "POST", headers, body })).json();
+  }
+
+  /**
+   * Plays lines, each an object or its text. `next` of the answer is the number after the last line that came
+   * of it.
+   */
+  play(lines) {
+    const texts = lines.map((line) => (typeof line === "string" ? line : JSON.stringify(line)));
+    return this.#post("/api/steps", `[${texts.join(",")}]`);
+  }
+
+  fresh(scenario) {
+    return this.#post("/api/fresh", JSON.stringify({ scenario }));
+  }
+
+  /** What there is to say about a payload's text. */
+  lint(payload) {
+    return this.#post("/api/lint", JSON.stringify({ payload }));
+  }
+
+  async status() {
+    return (await this.#fetch("/api/status")).json();
+  }
+
+  async schema() {
+    return (await this.#fetch("/api/schema")).json();
+  }
+
+  async scenario() {
+    return (await this.#fetch("/api/scenario")).text();
+  }
+
+  /** All lines so far, as the server writes them. */
+  async lines() {
+    return (await this.#fetch("/api/lines?from=1")).text();
+  }
+
+  /**
+   * Reads lines for ever, each once, whatever happens to the connection. `told` has these functions: fresh()
+   * before the lines of another phone, lines(array), connection("open", "lost" or "refused").
+   */
+  async follow(told) {
+    for (let pause = firstPause; ; pause = Math.min(2 * pause, longestPause)) {
+      try {
+        await this.#read(told, () => (pause = firstPause));
+      } catch (error) {
+        if (error.status === 401) return told.connection("refused");
+      }
+      told.connection("lost");
+      await wait(pause);
+    }
+  }
+
+  async #read(told, opened) {
+    const from = this.#next;
+    const response = await this.#fetch(`/api/lines?from=${from}`, {
+      headers: { Accept: "text/event-stream" },
+    });
+    opened();
+    told.connection("open");
+    let isFirst = true;
+    for await (const batch of messages(response.body)) {
+      let lines = [];
+      for (const { event, id, data } of batch) {
+        if (event === "fresh") {
+          const { phone } = parse(data);
+          if (phone === this.#phone) continue;
+          told.lines(lines);
+          lines = [];
+          this.#begin(phone, told);
+          if (isFirst && from > 1) return this.#read(told, opened); // the stream leaves out its first lines
+        } else if (Number(id) === this.#next) {
+          lines.push(parse(data));
+          this.#next += 1;
+        }
+        isFirst = false;
+      }
+      told.lines(lines);
+    }
+  }
+
+  #begin(phone, told) {
+    this.#phone = phone;
+    this.#next = 1;
+    told.fresh();
+  }
+}
