@@ -86,7 +86,9 @@ class Words {
  public:
   explicit Words(const PhoneOptions& options)
       : out_(options.json || !options.hasPage ? std::cerr : std::cout),
-        terminal_(console::Terminal::ofStandardOutput()) {}
+        terminal_(console::Terminal::ofStandardOutput()) {
+    std::cerr.tie(nullptr);  // who does not read standard output holds up nobody but the printer
+  }
 
   void tellOfRequest(const apns::Report& report, const lint::PayloadReport& payload) {
     const std::lock_guard lock(mutex_);
@@ -235,6 +237,8 @@ bool run(const PhoneOptions& options) {
   });
   worker.work();
   transcript.end();
+  // Whoever does not want to wait for what is still under way can say so by another signal.
+  pthread_sigmask(SIG_UNBLOCK, &stop, nullptr);
   return !options.strict || !apple || !apple->tookErrors();
 }
 

@@ -122,6 +122,24 @@ def as_a_phone_does(phone, backend, token):
     phone.play({"do": "device", "token": token})
 
 
+def many_at_once(phone, backend, token, folder):
+    """What was answered 200 is handled, once, though nobody reads what the command prints."""
+    (folder / "silent.json").write_text('{"aps":{"content-available":1}}')
+    for connections in (1, 50):
+        begun = last(phone)
+        words = [word for name, value in clients.headers_for("silent", TOPIC, backend.provider_token).items()
+                 if name != "apns-id" for word in ("--header", f"{name}: {value}")]
+        done = subprocess.run(["h2load", "--requests=1000", f"--clients={connections}", "--max-concurrent-streams=1000",
+                               "--data", folder / "silent.json", *words,
+                               f"https://localhost:{backend.port}/3/device/{token}"],
+                              capture_output=True, text=True, timeout=PATIENCE, check=True)
+        check("1000 2xx" in done.stdout, done.stdout)
+        phone.play({"do": "device", "country": "PT"})  # behind all that has arrived
+        lines = after(phone, begun)
+        check(len([line for line in lines if line.get("do") == "deliver"]) == 1000, f"{connections}: {len(lines)} lines")
+        check(len({line.get("apnsId") for line in lines} - {None}) == 1000, f"{connections}: one each")
+
+
 def two_hundred_but(phone, backend, token):
     phone.play({"do": "application", "state": "active"})
     begun = last(phone)
@@ -153,15 +171,16 @@ def main():
             token = server.token()
             check(token == phone.facts["token"], token)
             backend = Backend(phone, authority, key, folder)
-            for part in (handled, as_a_phone_does, misbehaves, two_hundred_but):
+            for part in (handled, as_a_phone_does, misbehaves):
                 part(phone, backend, token)
+            many_at_once(phone, backend, token, folder)
+            two_hundred_but(phone, backend, token)
             stranger = Backend(phone, authority, Key(), folder)
             check(stranger.send(token, ALERT) == (403, "InvalidProviderToken"), "signed with another key")
             events, scenario = texts(phone.lines()), phone.scenario()
-            process = phone.process
-            phone.json("POST", "/api/stop", {})
-            out, words = process.communicate(timeout=PATIENCE)
-            check(process.returncode == 1, "--strict: the library would have ended the application")
+            printed, status = phone.stop()
+            out, words = json.dumps(printed), phone.said()
+            check(status == 1, "--strict: the library would have ended the application")
             check("alert-is-no" in words or "error" in words, words)
             for secret in (backend.provider_token, stranger.provider_token, key.private.split("\n")[1]):
                 check(secret not in out + words + scenario, "a secret was printed")

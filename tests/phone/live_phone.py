@@ -3,6 +3,7 @@
 import http.client
 import json
 import subprocess
+import tempfile
 import urllib.parse
 
 PATIENCE = 60
@@ -18,10 +19,11 @@ class Phone:
     """Ends with the `with` that it is made in; `arguments` are the command's own."""
 
     def __init__(self, tool, *arguments, page=False):
+        self.words = tempfile.TemporaryFile("w+")
         self.process = subprocess.Popen([tool, "phone", *([] if page else ["--no-page"]), "--json", *arguments],
-                                        stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+                                        stdout=subprocess.PIPE, stderr=self.words, text=True)
         line = self.process.stdout.readline()
-        check(line, f"phone {arguments} said nothing: {self.process.stderr.read() if not line else ''}")
+        check(line, f"phone {arguments} said nothing but: {self.said()}")
         self.facts = json.loads(line)
         self.port, self.key = self.facts["port"], self.facts["key"]
 
@@ -31,6 +33,7 @@ class Phone:
     def __exit__(self, *failure):
         self.process.kill()
         self.process.communicate()
+        self.words.close()
 
     def request(self, method, path, body=None, **headers):
         """(status, headers, body) of a request; a header that is None is left out."""
@@ -69,6 +72,11 @@ class Phone:
 
     def scenario(self):
         return self.request("GET", "/api/scenario")[2].decode()
+
+    def said(self):
+        """What it has said in words."""
+        self.words.seek(0)
+        return self.words.read()
 
     def stop(self):
         """What the command printed since, and its status."""
