@@ -1,0 +1,287 @@
+#!/usr/bin/python3
+"""fold_test.py TOOL PAGE: the page's fold, in Chromium, against what the lines of a phone say.
+
+What the page shows of a phone is worked out a second time here, by questions to its lines, for every scenario and
+after each of its steps. What is stored is what "show" says then, which the fold does not get to see.
+"""
+
+import json
+import random
+import sys
+from itertools import accumulate
+from pathlib import Path
+
+from browser import chromium, served
+from live_phone import Phone, check
+
+TOOL, PAGE = sys.argv[1:]
+HERE = Path(__file__).resolve().parent
+SCENARIOS = sorted((HERE.parent / "scenarios").glob("*.jsonl"))
+SHOW = {"do": "show"}
+GOES_ON = [("do", name) for name in ("relaunch", "host", "activate", "deliverToken", "call", "notification", "deliver",
+                                     "tapOK", "settle", "advance")]
+RELAUNCH, ENDED = ("do", "relaunch"), ("screen", "ended")
+LATEST = 50
+LIVE = "a live session"
+
+NOTE = {"aps": {"alert": {"title": "T", "body": "B"}, "badge": 4, "type": "pushlib-normal"}}
+SETTLE, BEHIND, IN_FRONT = ({"do": "settle"}, {"do": "application", "state": "background"},
+                            {"do": "application", "state": "active"})
+ARRIVES = {"phone": "arrive", "userInfo": NOTE}
+SESSION = [
+    [{"do": "host", "appHash": "f00d", "foreground": True}, {"do": "activate", "value": True}, SETTLE],
+    [{"do": "authorization", "granted": True}],
+    [ARRIVES],
+    [{"do": "advance", "seconds": 5}],
+    [{"phone": "airplaneMode", "on": True}],
+    [{"do": "server", "answers": [{"fault": "reset"}, {"fault": "refuse"}, {"status": 500, "body": ""},
+                                  {"fault": "untrusted"}, {"status": 200, "body": "{}"}]}],
+    *[[{"do": "deliverToken", "hex": f"0{number}"}] for number in range(3)],
+    [SETTLE],
+    [{"phone": "airplaneMode", "on": False}],
+    *[[{"do": "deliverToken", "hex": f"1{number}"}, SETTLE] for number in range(4)],
+    [{"do": "deliverToken", "hex": "20"}], [{"do": "relaunch"}],
+    [BEHIND, ARRIVES], [ARRIVES], [{"phone": "remove", "notification": 2}],
+    [{"phone": "end"}], [ARRIVES], [{"do": "relaunch"}, IN_FRONT],
+    [{"do": "notification", "arrives": "background", "userInfo": {"aps": {"alert": {}, "type": 1}}}],
+]
+TOLD_BY_NOBODY = [{"screen": "provider", "status": 400, "reason": "BadDeviceToken", "apnsId": "a"},
+                  {"screen": "settingsFailed", "reason": "the disk is full"}]
+
+TEXTS = [
+    '{"a":1.0,"b":1,"c":-0,"d":-0.0,"e":12345678901234567890,"f":1e400,"g":[0.1,true,null,{}]}',
+    '{"":"\\u0000\\b\\u001f\\"\\\\/\u2028é😀","__proto__":{"x":1},"a":"1.0"}',
+    '["9007199254740993",9007199254740993,-9223372036854775808,1E5]',
+]
+
+
+def all_of(lines, *wanted, of):
+    """A member of each line that has one of the wanted members, or several of them as an object."""
+    found = [line for line in lines if any(line.get(key) == value for key, value in wanted)]
+    return [line[of] if isinstance(of, str) else {key: line[key] for key in of} for line in found]
+
+
+def since(lines, *marks):
+    """The lines after the last that has one of these members."""
+    at = [i for i, line in enumerate(lines) if any(line.get(key) == value for key, value in marks)]
+    return lines[at[-1] + 1:] if at else lines
+
+
+def last(values, otherwise=None):
+    return values[-1] if values else otherwise
+
+
+def uncovered(lines, shown, *covers):
+    """The last of what is shown, unless something has covered it since."""
+    at = [i for i, line in enumerate(lines) if any(line.get(key) == value for key, value in (shown, *covers))]
+    at += [i for i, line in enumerate(lines) if line.get("do") == "application" and "state" in line]
+    top = lines[max(at)] if at else {}
+    return top if top.get(shown[0]) == shown[1] else None
+
+
+def server_after(lines):
+    """The queued answers that are left, how many requests wait, and the body that was read last."""
+    turns = [line.get("event") == "received" or
+             line.get("screen") == "requestFailed" and before.get("event") != "received"
+             for before, line in zip([{}, *lines], lines)]
+    offline = [line.get("reason") == "airplane mode is on" for line in lines]
+    queued = all_of(lines, ("do", "server"), of="answers")
+    # However many were there before, no more are left than have come since then and have not been taken.
+    growth = [len(line.get("answers", ())) - (turn and not lost) for line, turn, lost in zip(lines, turns, offline)]
+    left = max(accumulate(reversed(growth), initial=0))
+    launch = since(lines, RELAUNCH)
+    waiting = len(all_of(launch, ("event", "request"), of="event")) - sum(turns[len(lines) - len(launch):])
+    return sum(queued, [])[len(sum(queued, [])) - left:], waiting, last(all_of(lines, ("event", "received"), of="body"))
+
+
+def phone_after(lines):
+    """What a phone is like after these lines, but for what is stored."""
+    launch = since(lines, RELAUNCH)
+    runs = "ended" not in all_of(since(lines, *GOES_ON), ENDED, of="screen")
+    hidden = all_of(launch, ("event", "alertHidden"), of="alert")
+    alerts = all_of(launch, ("event", "alertShown"), of=("alert", "title", "message", "buttons"))
+    unlisted = all_of(lines, ("screen", "unlisted"), of="notification")
+    entries = all_of(lines, ("screen", "listed"), ("screen", "banner"), of=("notification", "userInfo"))
+    entries = [entry for entry in entries if entry["notification"] not in unlisted]
+    banner = uncovered(lines, ("screen", "banner"), ENDED, RELAUNCH, ("do", "advance"))
+    card = uncovered(lines, ("event", "opened"), ENDED, RELAUNCH, ("do", "tapOK"), ("event", "alertShown"),
+                     ("screen", "banner"))
+    since_moved = since(lines, *((key, line[key]) for line in lines for key in ("do", "phone")
+                                 if line.get(key, "settle") != "settle"))
+    configured = [line for line in launch if line.get("do") in ("host", "activate")]
+    code = {"activate" if key == "value" else key: line[key] for line in configured for key in line if key != "do"}
+    facts = {key: value for line in lines if line.get("do") in ("device", "application") for key, value in line.items()}
+    return {
+        "running": runs,
+        "badge": last(all_of(lines, ("event", "badge"), ("screen", "badge"), of="number"), 0),
+        "alerts": [alert for alert in alerts if alert["alert"] not in hidden] if runs else [],
+        "opened": all_of(lines, ("event", "opened"), of="url")[-LATEST:],
+        "card": card and {"url": card["url"]},
+        "told": all_of(launch, ("event", "callback"), of=("selector", "argument"))[-LATEST:],
+        "log": all_of(lines, ("event", "log"), of=("tag", "message"))[-LATEST:],
+        "raised": last(all_of(launch, ("event", "raised"), of="selector")),
+        "list": entries,
+        "banner": last([entry for entry in entries if banner and banner["notification"] == entry["notification"]]),
+        "prompt": "prompt" in all_of(since(lines, ("do", "authorization")), ("screen", "prompt"), of="screen"),
+        "vibrated": "vibrated" in all_of(since_moved, ("event", "vibrated"), of="event"),
+        "airplane": last(all_of(lines, ("phone", "airplaneMode"), of="on"), False),
+        "clock": float(sum(all_of(lines, ("do", "advance"), of="seconds"))),
+        "code": code,
+        "facts": {"state": "active", "systemVersion": "17.0", "country": "US"} | {
+            key: value for key, value in facts.items() if key in ("state", "systemVersion", "country")},
+        "server": server_after(lines),
+    }
+
+
+def phone_of(state):
+    """The same of a state of the page."""
+    server = state["server"]
+    facts = state["device"] | state["application"]
+    return {key: state[key] for key in phone_after([]) if key in state} | {
+        "clock": float(state["clock"]),
+        "facts": {key: facts[key] for key in ("state", "systemVersion", "country")},
+        "server": (server["answers"], len(server["waiting"]), server["last"] and server["last"]["body"]),
+    }
+
+
+def same(one, other):
+    return json.dumps(one, sort_keys=True) == json.dumps(other, sort_keys=True)
+
+
+class Session:
+    """All lines of a phone. `shows` are the indices of the steps that ask what is stored; at the moments in `unasked`
+    nobody could."""
+
+    def __init__(self, name, answer, shows, unasked=()):
+        self.name, self.answer = name, answer
+        self.lines = [entry["line"] for entry in json.loads(answer)["lines"]]
+        asked = {index for show in shows for index in (show, show + 1)}
+        self.kept = [index for index in range(len(self.lines)) if index not in asked]
+        stored = [(show, {"settings": self.lines[show + 1]["values"]}) for show in shows]
+        looks = sorted([*stored, *((moment, {}) for moment in unasked)], key=lambda look: look[0])
+        self.moments = [sum(index < at for index in self.kept) for at, _ in looks]
+        self.stored = [settings for _, settings in looks]
+
+    def check_states(self, states):
+        lines = [self.lines[index] for index in self.kept]
+        for moment, stored, text in zip(self.moments, self.stored, states, strict=True):
+            state = json.loads(text)
+            found = phone_of(state) | {"settings": state["settings"]}
+            for key, value in (phone_after(lines[:moment]) | stored).items():
+                check(same(found[key], value), f"{self.name}, after line {moment} {lines[moment - 1]}: {key} is "
+                                               f"{found[key]}, not {value}")
+
+
+def answer_of(phone):
+    return phone.request("GET", "/api/lines?from=1")[2].decode()
+
+
+def played(phone, scenario):
+    steps = [line for line in scenario.read_text().splitlines() if line and not line.startswith("#")]
+    phone.fresh("".join(f"{step}\n{json.dumps(SHOW)}\n" for step in steps))
+    answer = answer_of(phone)
+    done = [i for i, entry in enumerate(json.loads(answer)["lines"]) if "do" in entry["line"]]
+    return Session(scenario.name, answer, done[1::2])
+
+
+def lived(phone):
+    """A session with what no scenario can say."""
+    phone.fresh()
+    shows, unasked = [], []
+    for post in SESSION:
+        played_lines = phone.play(*post)
+        at = len(phone.lines())
+        if played_lines[-1] == {"screen": "prompt"}:
+            unasked.append(at)
+        else:
+            shows.append(at)
+            phone.play(SHOW)
+    return Session(LIVE, answer_of(phone), shows, unasked)
+
+
+def sessions():
+    found = []
+    for build in ("device", "simulator"):
+        with Phone(TOOL, "--build", build) as phone:
+            found += [played(phone, scenario) for scenario in SCENARIOS
+                      if scenario.stem.endswith(".simulator") == (build == "simulator")]
+            if build == "device":
+                found.append(lived(phone))
+                steps = {row["name"] for row in phone.json("GET", "/api/schema")[1]["steps"]}
+    check(steps <= {line.get("do") for session in found for line in session.lines}, "a step that no scenario has")
+    return found
+
+
+def check_json(ask, answers):
+    check(ask("changed", TEXTS + answers) == [], "a JSON text is another one when it has been read and written")
+    shuffled = '{"10":1,"9":2,"\ue000":3,"😀":4,"é":5,"B":{"b":[],"a":1}}'
+    written = json.dumps(json.loads(shuffled), sort_keys=True, separators=(",", ":"), ensure_ascii=False)
+    check(ask("written", shuffled) == written, ask("written", shuffled))
+
+
+def check_words(ask, answers):
+    by_nobody = json.dumps({"lines": [{"line": line} for line in TOLD_BY_NOBODY]})
+    check(ask("wordless", [*answers, by_nobody]) == [], ask("wordless", [*answers, by_nobody]))
+    stored = [{"event": "stored", "key": key, "value": 1} for key in ("a", "b")]
+    check(ask("inWordsTogether", stored) == {"from": "Library", "to": "System", "text": "stores a, b"}, "together")
+    for alert, texts in (("B", ["", "", "B"]), ({"title": "T", "subtitle": 3, "loc-key": "K"}, ["T", "", "K"]),
+                         ({"body": ""}, ["", "", ""]), (None, ["", "", ""]), ([1], ["", "", ""])):
+        found = ask("textsOf", {"aps": {"alert": alert}})
+        check([found[key] for key in ("title", "subtitle", "body")] == texts, (alert, found))
+    for user_info in (None, {}, {"aps": "text"}, {"aps": None}):
+        check(not any(ask("textsOf", user_info).values()), user_info)
+
+
+def check_requests(ask, bodies, session):
+    odd = "&tarea=pushlibRegistrarToken&token=a=b&c&jsonApp={}&jsonDevice=&tarea=x&jsonLibreria=&jsonGeo=&token=z"
+    check(ask("torn", [*bodies, odd]) == [], ask("torn", [*bodies, odd]))
+    values = dict(ask("fields", odd))
+    check(values["token"] == "a=b&c" and values["jsonGeo"] == "&token=z" and len(values) == 6, values)
+    for none_of_ours in ("", "tarea=1", odd.replace("&jsonGeo", "&geo"), odd.replace("pushlib", "")):
+        check(ask("fields", none_of_ours) == [["body", none_of_ours]], none_of_ours)
+    # The server's own answer is what the library then reports.
+    first = all_of(session.lines, ("event", "received"), of="body")[0]
+    reported = all_of(session.lines, ("selector", "onRegisterToken:"), of="argument")[0]
+    check(json.loads(ask("ownAnswer", first)) == {"error": "no", "token": reported}, ask("ownAnswer", first))
+    change = first.replace("RegistrarToken&token=", "CambioToken&tokenAntiguo=old&tokenNuevo=")
+    check(json.loads(ask("ownAnswer", change))["token"] == reported, "the new token is the one that is answered")
+
+
+def check_history(ask, answers):
+    moments = [random.randrange(1 << 20) for _ in range(100)]
+    check(ask("misremembered", answers, moments, 37) == [], f"a history at moments {moments}")
+    line = {"event": "vibrated", "sound": 4095}
+    check(ask("followed", line) == [[2, True], [1, False], [4, True], [0, False], [0, True], 7], ask("followed", line))
+    # What a phone is like has a size of its own, however long it lives.
+    lines = [{"event": "opened", "url": "u"}, {"event": "log", "tag": "t", "message": "m"},
+             {"event": "callback", "selector": "onError:", "argument": "a"}]
+    check(ask("sizeAfter", lines, 10000) == ask("sizeAfter", lines, 100), "a state that grows")
+
+
+def main():
+    found = sessions()
+    answers = [session.answer for session in found]
+    bodies = [line["body"] for session in found for line in session.lines
+              if line.get("event") in ("request", "received") and line["body"] is not None]
+    with served(PAGE, HERE) as address, chromium() as driver:
+        driver.get(address + "fold_in_page.js")
+
+        def ask(function, *arguments):
+            result, failure = driver.execute_async_script(
+                """const [name, given, done] = arguments;
+                   import("/fold_in_page.js").then((page) => done([page[name](...given), null]))
+                     .catch((error) => done([null, error.stack]));""", function, arguments)
+            check(failure is None, f"{function}: {failure}")
+            return result
+
+        for session in found:
+            session.check_states(ask("states", session.answer, session.kept, session.moments))
+        check_json(ask, answers)
+        check_words(ask, answers)
+        check_requests(ask, bodies, next(session for session in found if session.name == LIVE))
+        check_history(ask, answers)
+    print(f"{len(found)} sessions, {sum(len(session.moments) for session in found)} states")
+
+
+if __name__ == "__main__":
+    main()
