@@ -1,6 +1,7 @@
 // A row of the timeline, opened: what changed, the request and its answer, the lines themselves.
 
 import { element, pairs } from "./element.js";
+import { findingsList } from "./findings.js";
 import { shown, written } from "./json.js";
 import { answerInWords, fields, ownAnswer } from "./request.js";
 
@@ -34,6 +35,7 @@ export function details(lines, before, after) {
       element("h3", {}, "The request"),
       pairs([["to", line.url], ...fields(line.body)]),
     ],
+    line.findings && [element("h3", {}, "What is wrong with its payload"), findingsList(line.findings)],
     changed.length > 0 && [element("h3", {}, "Changed in the settings"), pairs(changed)],
     element("h3", {}, lines.length > 1 ? "The lines" : "The line"),
     element("pre", { tabIndex: 0 }, lines.map(written).join("\n")),

@@ -4,38 +4,38 @@ import { button, element } from "./element.js";
 
 const severities = { error: "Error", warning: "Warning", note: "Note" };
 
-/** A list of the findings. `show(finding)` goes to its place, `mend(finding)` applies its remedy. */
-export function findingsList(findings, leftOut, { show, mend }) {
-  const items = findings.map((finding) =>
-    element(
-      "li",
-      { className: `finding ${finding.severity}` },
-      element(
-        "p",
-        {},
-        element("strong", {}, `${severities[finding.severity]}: `),
-        finding.message,
-        " ",
-        button(`line ${finding.line}`, () => show(finding), { className: "link" }),
-      ),
-      element("p", { className: "consequence" }, finding.consequence),
-      element(
-        "p",
-        { className: "remedy" },
-        finding.remedy,
-        finding.edits.length > 0 && [
-          " ",
-          button("Mend it", () => mend(finding), {
-            className: "small",
-            "aria-label": `Mend it: ${finding.remedy}`,
-          }),
-        ],
-      ),
-      element("code", {}, finding.code),
-    ),
+function item(finding, actions) {
+  const { severity, message, line, consequence, remedy, edits, code } = finding;
+  const place = actions && button(`line ${line}`, () => actions.show(finding), { className: "link" });
+  const mend =
+    actions &&
+    edits.length > 0 &&
+    button("Mend it", () => actions.mend(finding), {
+      className: "small",
+      "aria-label": `Mend it: ${remedy}`,
+    });
+  return element(
+    "li",
+    { className: `finding ${severity}` },
+    element("p", {}, element("strong", {}, `${severities[severity]}: `), message, " ", place),
+    element("p", {}, consequence),
+    element("p", {}, remedy, " ", mend),
+    element("code", {}, code),
   );
+}
+
+/**
+ * A list of the findings. `actions` has show(finding), which goes to its place, and mend(finding), which
+ * applies its remedy; without it the findings can only be read.
+ */
+export function findingsList(findings, leftOut = 0, actions = null) {
   const more = leftOut > 0 && element("li", { className: "finding" }, `… and ${leftOut} more`);
-  return element("ul", { className: "plain" }, items, more);
+  return element(
+    "ul",
+    { className: "plain findings" },
+    findings.map((finding) => item(finding, actions)),
+    more,
+  );
 }
 
 /** In a few words: "1 error, 2 warnings". */

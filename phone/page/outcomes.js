@@ -3,8 +3,6 @@
 import { element } from "./element.js";
 import { shown } from "./json.js";
 
-const secondCall = "application:didReceiveRemoteNotification:fetchCompletionHandler:";
-
 /** When a notification comes to the application: "foreground", "secondCall", "background" or "tap". */
 function momentOf({ arrives, applicationState }) {
   if (arrives === "background" && applicationState !== "background") return "secondCall";
@@ -56,11 +54,13 @@ const beforehand = {
         : "The system is told to show it, and finds no text.",
     ];
   },
-  secondCall: () => [`The system also calls ${secondCall}; if the host passes that on to the library:`],
+  secondCall: () => [
+    "The system also calls didReceiveRemoteNotification; if the host passes that on to the library:",
+  ],
   background: ({ system, situations }) => [
     bySystemItself(system),
     situations[0].arrives
-      ? `It wakes the application and calls ${secondCall}; if the host passes that on to the library:`
+      ? "It wakes the application by didReceiveRemoteNotification; if the host passes that on to the library:"
       : "The library hears nothing of it before a tap, and of a tap it takes only a link.",
   ],
   tap: ({ system }) => [system.showsAlert ? "The application opens." : "There is nothing to tap on."],
@@ -132,28 +132,34 @@ const isNow = (situations, state) =>
       situation.foregroundSwitch === state.host.foreground,
   );
 
-/** A card for each outcome of the linter's answer. */
+function card(outcome, isCurrent) {
+  const { situations, events, presented } = outcome;
+  const isIdle = isHeardOf(outcome) && events.length === (presented ? 1 : 0);
+  const lines = [
+    ...beforehand[momentOf(situations[0])](outcome),
+    ...libraryDoes(outcome),
+    isIdle && "The library does nothing.",
+  ];
+  return element(
+    "li",
+    { className: isCurrent ? "outcome now" : "outcome" },
+    element(
+      "h3",
+      {},
+      titleOf(situations),
+      isCurrent && element("span", { className: "tag" }, "as it is now"),
+    ),
+    lines.filter(Boolean).map((line) => element("p", {}, line)),
+    reportOf(outcome),
+  );
+}
+
+/** A card for each outcome of the linter's answer, those first that would come of the phone as it is. */
 export function outcomeCards(outcomes, state) {
-  return outcomes.map((outcome) => {
-    const { situations, events, presented } = outcome;
-    const effects = libraryDoes(outcome);
-    const isIdle = isHeardOf(outcome) && events.length === (presented ? 1 : 0);
-    const lines = [
-      ...beforehand[momentOf(situations[0])](outcome),
-      ...effects,
-      isIdle && "The library does nothing.",
-    ];
-    return element(
-      "li",
-      { className: `outcome${isNow(situations, state) ? " now" : ""}` },
-      element(
-        "h3",
-        {},
-        titleOf(situations),
-        isNow(situations, state) && element("span", { className: "tag" }, "as it is now"),
-      ),
-      lines.filter(Boolean).map((line) => element("p", {}, line)),
-      reportOf(outcome),
-    );
-  });
+  const isCurrent = ({ situations }) => isNow(situations, state);
+  const others = outcomes.filter((outcome) => !isCurrent(outcome));
+  return [
+    ...outcomes.filter(isCurrent).map((outcome) => card(outcome, true)),
+    ...others.map((outcome) => card(outcome, false)),
+  ];
 }

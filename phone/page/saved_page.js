@@ -1,7 +1,7 @@
 // Makes one HTML file of the page and the lines, that shows the same phone without any server. Its modules
 // become one script, each a function, since a page from the disk may import nothing.
 
-const sheets = ["base", "layout", "phone", "timeline", "panels"];
+const sheets = ["base", "layout", "phone", "timeline", "findings"];
 const first = "saved.js";
 
 const read = async (name) => (await fetch(`/page/${name}`)).text();

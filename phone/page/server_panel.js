@@ -61,15 +61,18 @@ export class ServerPanel {
     ];
   }
 
-  update({ server }) {
-    refill(this.queue, [server.answers], () =>
-      server.answers.length === 0
+  update({ server: { answers: queued } }) {
+    refill(this.queue, [queued], () =>
+      queued.length === 0
         ? element("p", { className: "none" }, "None is queued: it registers whoever asks.")
-        : element(
-            "ol",
-            {},
-            server.answers.map((queued) => element("li", {}, answerInWords(queued))),
-          ),
+        : [
+            element("h3", {}, "Queued"),
+            element(
+              "ol",
+              {},
+              queued.map((one) => element("li", {}, answerInWords(one))),
+            ),
+          ],
     );
   }
 }

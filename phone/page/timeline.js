@@ -210,7 +210,15 @@ export class Timeline {
     this.#focused = index;
     this.#open = this.#open === index ? -1 : index;
     this.#draw();
+    if (this.#open === index) this.#revealDetails(index);
     this.#focus();
+  }
+
+  #revealDetails(index) {
+    const top = this.#top(index);
+    const bottom = top + this.#rowHeight + this.#openHeight;
+    const { scrollTop, clientHeight } = this.scroller;
+    if (bottom > scrollTop + clientHeight) this.scroller.scrollTop = Math.min(top, bottom - clientHeight);
   }
 
   /** Up and down go from row to row, left and right from moment to moment. */
