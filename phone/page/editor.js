@@ -42,6 +42,15 @@ function isObject(text) {
   }
 }
 
+/** Why a notification that arrives may not be seen. */
+function hintFor({ airplane, authorization: { isDecided, granted } }) {
+  if (airplane) return "Airplane mode is on: what arrives waits until it is off.";
+  if (!isDecided) {
+    return "The application has not been allowed to show notifications yet: switch them on first.";
+  }
+  return granted ? "" : "The user does not allow notifications: the system shows none.";
+}
+
 export class Editor {
   #judge;
   #report = null;
@@ -57,6 +66,7 @@ export class Editor {
     this.findings = element("div", { id: "findings", role: "region", "aria-label": "Findings" });
     this.count = element("p", { className: "count", role: "status" });
     this.size = element("span", { id: "size" });
+    this.hint = element("p", { id: "hint", role: "status" });
     this.outcomes = element("ol", {
       id: "outcomes",
       className: "plain",
@@ -78,6 +88,7 @@ export class Editor {
         button("Save .apns", () => save(this.text, "notification.apns", "application/json")),
         this.arrive,
       ),
+      this.hint,
       element(
         "div",
         { className: "side-by-side" },
@@ -131,6 +142,7 @@ export class Editor {
       this.#phone?.running !== phone.running;
     const isOther = this.#phone && this.#phone.device.systemVersion !== phone.device.systemVersion;
     this.#phone = phone;
+    this.hint.textContent = hintFor(phone);
     if (isOther) this.code.performLint();
     if (differs) this.#drawOutcomes();
   }

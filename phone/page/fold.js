@@ -22,7 +22,7 @@ export const start = {
   },
   library: { version: "1.0", loaded: true },
   registration: { finishes: true, stores: {} },
-  authorization: { granted: true, error: null },
+  authorization: { granted: true, error: null, isDecided: false },
   host, // how the library is configured
   code: {}, // what the host's code did since the launch: its configuration and, once it activated, "activate"
   server: {
@@ -40,6 +40,7 @@ export const start = {
   card: null, // {url} while the address that was opened last is what one sees
   banner: null, // an entry of the list
   list: [], // {notification, userInfo} of what the system lists
+  seen: [], // the list as it was when the application last changed its state or ended
   prompt: false, // whether the system asks for permission
   opened: [], // addresses, the latest last
   told: [], // {selector, argument} of what the host was told in this launch, the latest last
@@ -90,14 +91,14 @@ function settle({ isRegistering, registration, settings }) {
 /** What is done to the application. */
 const steps = {
   device: ({ device }, step) => ({ device: { ...device, ...facts(step) } }),
-  application: ({ application }, step) => ({
+  application: ({ application, list }, step) => ({
     application: { ...application, ...facts(step) },
-    ...("state" in step ? { banner: null, card: null } : null),
+    ...("state" in step ? { banner: null, card: null, seen: list } : null),
   }),
   library: ({ library }, step) => ({ library: { ...library, ...facts(step) } }),
   registration: ({ registration }, step) => ({ registration: { ...registration, ...facts(step) } }),
   authorization: ({ authorization }, step) => ({
-    authorization: { ...authorization, ...facts(step) },
+    authorization: { ...authorization, ...facts(step), isDecided: true },
     prompt: false,
   }),
   host: (state, step) => ({
@@ -130,6 +131,7 @@ const steps = {
 /** What then happened. */
 const events = {
   registerUser: () => ({ isRegistering: true }),
+  authorizationRequested: ({ authorization }) => ({ authorization: { ...authorization, isDecided: true } }),
   callback: ({ told }, { selector, argument }) => ({ told: latest(told, { selector, argument }) }),
   log: ({ log }, { tag, message }) => ({ log: latest(log, { tag, message }) }),
   stored: ({ settings }, { key, value }) => ({
@@ -178,7 +180,10 @@ function requestFailed({ server, airplane }, { reason }) {
 
 /** What the system then shows by itself. */
 const screens = {
-  prompt: () => ({ prompt: true }),
+  prompt: ({ authorization }) => ({
+    authorization: { ...authorization, isDecided: false }, // until a person answers
+    prompt: true,
+  }),
   listed,
   banner: (state, line) => {
     const { list } = listed(state, line);
@@ -190,8 +195,9 @@ const screens = {
   }),
   badge: (_, { number }) => ({ badge: number }),
   requestFailed,
-  ended: ({ alerts }, { selector }) => ({
+  ended: ({ alerts, list }, { selector }) => ({
     running: false,
+    seen: list,
     ended: { selector, alerts },
     alerts: [],
     banner: null,

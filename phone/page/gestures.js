@@ -59,10 +59,7 @@ function carried(payload) {
 }
 
 /** A remote notification comes to the phone. `payload` is its JSON text, which goes as it is. */
-export const arrives = (payload) => (phone) => [
-  `{"phone":"arrive","userInfo":${carried(payload)}}`,
-  ...(phone.running ? [settle] : []),
-];
+export const arrives = (payload) => () => [`{"phone":"arrive","userInfo":${carried(payload)}}`];
 
 /** The system has a new token, and hands it over while the application runs. */
 export const newToken = (token) => (phone) => [

@@ -9,6 +9,9 @@ const screens = { application, home, list };
 
 const isInFront = ({ running, application: { state } }) => running && state !== "background";
 
+/** Whether the list has changed since the application was in front, so that one looks at it. */
+const hasNews = ({ list: entries, seen }) => entries !== seen && entries.length > 0;
+
 const bars = () => [1, 2, 3, 4].map(() => element("i"));
 
 export class PhoneView {
@@ -108,7 +111,7 @@ export class PhoneView {
   #screen() {
     if (this.#sheet) return this.#sheet;
     if (isInFront(this.#state)) return "application";
-    return this.#state.list.length > 0 ? "list" : "home";
+    return hasNews(this.#state) ? "list" : "home";
   }
 
   #show(sheet) {

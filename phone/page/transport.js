@@ -14,8 +14,9 @@ export class ServerError extends Error {
 }
 
 async function refusal(response) {
-  const { error } = await response.json().catch(() => ({}));
-  return new ServerError(response.status, error ?? `${response.status} ${response.statusText}`);
+  const { error, line } = await response.json().catch(() => ({}));
+  const reason = error ?? `${response.status} ${response.statusText}`;
+  return new ServerError(response.status, line ? `Line ${line}: ${reason}` : reason);
 }
 
 const wait = (milliseconds) => new Promise((done) => setTimeout(done, milliseconds));
