@@ -110,7 +110,6 @@ const steps = {
     settings: without({ ...settings, ...set }, remove),
   }),
   server: ({ server }, { answers }) => ({ server: { ...server, answers: [...server.answers, ...answers] } }),
-  tapOK: () => ({ card: null }),
   settle,
   advance: (state, { seconds }) => ({ ...settle(state), clock: state.clock + Number(seconds), banner: null }),
   relaunch: ({ server }) => ({

@@ -20,7 +20,7 @@ export function fields(body) {
     const start = at + `&${name}=`.length;
     const isLast = i + 1 === names.length;
     at = isLast ? body.length : body.indexOf(`&${names[i + 1]}=`, start);
-    if (!body.startsWith(`&${name}=`, start - `&${name}=`.length) || at < 0) return [["body", body]];
+    if (!body.startsWith(`&${name}=`, start - `&${name}=`.length)) return [["body", body]];
     found.push([name, body.slice(start, at)]);
   }
   return names.length > 0 ? found : [["body", body]];

@@ -65,6 +65,8 @@ export function misremembered(answers, moments, batch) {
   const lines = answers.flatMap(linesIn);
   const history = new past.History();
   const all = folded(lines);
+  history.append(lines.toReversed());
+  history.clear();
   for (let at = 0; at < lines.length; at += batch) history.append(lines.slice(at, at + batch));
   return moments
     .map((moment) => moment % all.length)

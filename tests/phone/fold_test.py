@@ -22,29 +22,40 @@ GOES_ON = [("do", name) for name in ("relaunch", "host", "activate", "deliverTok
                                      "tapOK", "settle", "advance")]
 RELAUNCH, ENDED = ("do", "relaunch"), ("screen", "ended")
 LATEST = 50
+HOST = {"appHash": None, "foreground": False, "deactivateGPS": False,
+        "delegate": ["onGetToken:", "onReceiveNotification:", "onRegisterToken:", "onUpdateToken:", "onError:"]}
 LIVE = "a live session"
 
 NOTE = {"aps": {"alert": {"title": "T", "body": "B"}, "badge": 4, "type": "pushlib-normal"}}
 SETTLE, BEHIND, IN_FRONT = ({"do": "settle"}, {"do": "application", "state": "background"},
                             {"do": "application", "state": "active"})
 ARRIVES = {"phone": "arrive", "userInfo": NOTE}
+LINK = {"aps": {"alert": {"title": "T"}, "type": "pushlib-abrirurl", "urlnoti": "https://example.com/"}}
+LINK_IN_FRONT = {"do": "notification", "arrives": "foreground", "userInfo": LINK}
+ACTIVATE = {"do": "activate", "value": True}
 SESSION = [
-    [{"do": "host", "appHash": "f00d", "foreground": True}, {"do": "activate", "value": True}, SETTLE],
+    [{"do": "host", "appHash": "f00d", "foreground": True}, ACTIVATE, SETTLE],
     [{"do": "authorization", "granted": True}],
-    [ARRIVES],
-    [{"do": "advance", "seconds": 5}],
+    [ARRIVES], [{"phone": "remove", "notification": 1}], [ARRIVES], [{"do": "advance", "seconds": 5}],
+    [LINK_IN_FRONT], [LINK_IN_FRONT], [{"do": "tapOK", "alert": 2}], [ARRIVES],
     [{"phone": "airplaneMode", "on": True}],
-    [{"do": "server", "answers": [{"fault": "reset"}, {"fault": "refuse"}, {"status": 500, "body": ""},
+    [{"do": "server", "answers": [{"fault": "refuse"}, {"fault": "reset"}, {"status": 500, "body": ""},
                                   {"fault": "untrusted"}, {"status": 200, "body": "{}"}]}],
     *[[{"do": "deliverToken", "hex": f"0{number}"}] for number in range(3)],
     [SETTLE],
     [{"phone": "airplaneMode", "on": False}],
     *[[{"do": "deliverToken", "hex": f"1{number}"}, SETTLE] for number in range(4)],
-    [{"do": "deliverToken", "hex": "20"}], [{"do": "relaunch"}],
-    [BEHIND, ARRIVES], [ARRIVES], [{"phone": "remove", "notification": 2}],
+    [{"do": "deliverToken", "hex": "20"}], [ARRIVES], [{"do": "relaunch"}],
+    [{"do": "registration", "stores": {"late": 1.0}}, ACTIVATE, {"do": "relaunch"}, {"do": "host", "foreground": True}],
+    [SETTLE], [ACTIVATE, {"do": "advance", "seconds": 0.5}], [LINK_IN_FRONT],
+    [BEHIND, ARRIVES], [ARRIVES], [{"phone": "remove", "notification": 4}],
     [{"phone": "end"}], [ARRIVES], [{"do": "relaunch"}, IN_FRONT],
     [{"do": "notification", "arrives": "background", "userInfo": {"aps": {"alert": {}, "type": 1}}}],
 ]
+GOES_ON_AFTER_THE_END = "".join(f"{line}\n" for line in (
+    *map(json.dumps, [{"do": "call", "operation": "registerFinish"}, {"do": "host", "foreground": True}]),
+    json.dumps(LINK_IN_FRONT),
+    '#phone {"phone":"end"}', *map(json.dumps, [BEHIND, {"do": "deliverToken", "hex": "00"}])))
 TOLD_BY_NOBODY = [{"screen": "provider", "status": 400, "reason": "BadDeviceToken", "apnsId": "a"},
                   {"screen": "settingsFailed", "reason": "the disk is full"}]
 
@@ -104,11 +115,11 @@ def phone_after(lines):
     entries = all_of(lines, ("screen", "listed"), ("screen", "banner"), of=("notification", "userInfo"))
     entries = [entry for entry in entries if entry["notification"] not in unlisted]
     banner = uncovered(lines, ("screen", "banner"), ENDED, RELAUNCH, ("do", "advance"))
-    card = uncovered(lines, ("event", "opened"), ENDED, RELAUNCH, ("do", "tapOK"), ("event", "alertShown"),
-                     ("screen", "banner"))
+    card = uncovered(lines, ("event", "opened"), ENDED, RELAUNCH, ("event", "alertShown"), ("screen", "banner"))
     since_moved = since(lines, *((key, line[key]) for line in lines for key in ("do", "phone")
                                  if line.get(key, "settle") != "settle"))
     configured = [line for line in launch if line.get("do") in ("host", "activate")]
+    host = {key: value for line in launch if line.get("do") == "host" for key, value in line.items() if key != "do"}
     code = {"activate" if key == "value" else key: line[key] for line in configured for key in line if key != "do"}
     facts = {key: value for line in lines if line.get("do") in ("device", "application") for key, value in line.items()}
     return {
@@ -126,6 +137,7 @@ def phone_after(lines):
         "vibrated": "vibrated" in all_of(since_moved, ("event", "vibrated"), of="event"),
         "airplane": last(all_of(lines, ("phone", "airplaneMode"), of="on"), False),
         "clock": float(sum(all_of(lines, ("do", "advance"), of="seconds"))),
+        "host": HOST | host,
         "code": code,
         "facts": {"state": "active", "systemVersion": "17.0", "country": "US"} | {
             key: value for key, value in facts.items() if key in ("state", "systemVersion", "country")},
@@ -176,12 +188,13 @@ def answer_of(phone):
     return phone.request("GET", "/api/lines?from=1")[2].decode()
 
 
-def played(phone, scenario):
-    steps = [line for line in scenario.read_text().splitlines() if line and not line.startswith("#")]
-    phone.fresh("".join(f"{step}\n{json.dumps(SHOW)}\n" for step in steps))
+def played(phone, name, scenario):
+    show = "\n" + json.dumps(SHOW)
+    lines = scenario.splitlines()
+    phone.fresh("\n".join(line + (show if line and not line.startswith("#") else "") for line in lines))
     answer = answer_of(phone)
     done = [i for i, entry in enumerate(json.loads(answer)["lines"]) if "do" in entry["line"]]
-    return Session(scenario.name, answer, done[1::2])
+    return Session(name, answer, done[1::2])
 
 
 def lived(phone):
@@ -203,10 +216,10 @@ def sessions():
     found = []
     for build in ("device", "simulator"):
         with Phone(TOOL, "--build", build) as phone:
-            found += [played(phone, scenario) for scenario in SCENARIOS
+            found += [played(phone, scenario.name, scenario.read_text()) for scenario in SCENARIOS
                       if scenario.stem.endswith(".simulator") == (build == "simulator")]
             if build == "device":
-                found.append(lived(phone))
+                found += [lived(phone), played(phone, "going on", GOES_ON_AFTER_THE_END)]
                 steps = {row["name"] for row in phone.json("GET", "/api/schema")[1]["steps"]}
     check(steps <= {line.get("do") for session in found for line in session.lines}, "a step that no scenario has")
     return found
@@ -214,7 +227,7 @@ def sessions():
 
 def check_json(ask, answers):
     check(ask("changed", TEXTS + answers) == [], "a JSON text is another one when it has been read and written")
-    shuffled = '{"10":1,"9":2,"\ue000":3,"😀":4,"é":5,"B":{"b":[],"a":1}}'
+    shuffled = '{"10":1,"9":2,"\ue000":3,"😀":4,"é":5,"B\\u0000":0,"B":{"b":[],"a":1}}'
     written = json.dumps(json.loads(shuffled), sort_keys=True, separators=(",", ":"), ensure_ascii=False)
     check(ask("written", shuffled) == written, ask("written", shuffled))
 
@@ -225,6 +238,7 @@ def check_words(ask, answers):
     stored = [{"event": "stored", "key": key, "value": 1} for key in ("a", "b")]
     check(ask("inWordsTogether", stored) == {"from": "Library", "to": "System", "text": "stores a, b"}, "together")
     for alert, texts in (("B", ["", "", "B"]), ({"title": "T", "subtitle": 3, "loc-key": "K"}, ["T", "", "K"]),
+                         ({"title": "", "title-loc-key": "K"}, ["K", "", ""]),
                          ({"body": ""}, ["", "", ""]), (None, ["", "", ""]), ([1], ["", "", ""])):
         found = ask("textsOf", {"aps": {"alert": alert}})
         check([found[key] for key in ("title", "subtitle", "body")] == texts, (alert, found))
@@ -250,6 +264,9 @@ def check_requests(ask, bodies, session):
 def check_history(ask, answers):
     moments = [random.randrange(1 << 20) for _ in range(100)]
     check(ask("misremembered", answers, moments, 37) == [], f"a history at moments {moments}")
+    lines = [{"event": "stored", "key": "a", "value": 1}, {"event": "settings", "values": {"b": 2}}]
+    [state] = ask("states", json.dumps({"lines": [{"line": line} for line in lines]}), [0, 1], [2])
+    check(json.loads(state)["settings"] == {"b": 2}, "what is stored is what the phone says")
     line = {"event": "vibrated", "sound": 4095}
     check(ask("followed", line) == [[2, True], [1, False], [4, True], [0, False], [0, True], 7], ask("followed", line))
     # What a phone is like has a size of its own, however long it lives.
