@@ -54,12 +54,10 @@ function hintFor({ airplane, authorization: { isDecided, granted } }) {
 export class Editor {
   #judge;
   #report = null;
+  #judged = ""; // the text that the report is of
   #phone = null;
 
-  /**
-   * `judge(text)` gives a promise of the linter's answer; `arrives(text)` has the payload arrive;
-   * `failed(reason)` hears what is wrong with a file.
-   */
+  /** `judge(text)` gives a promise of the linter's answer; `arrives(text)` has the payload arrive. */
   constructor({ judge, arrives }) {
     this.#judge = judge;
     const holder = element("div", { className: "code" });
@@ -154,15 +152,13 @@ export class Editor {
 
   async #lint(text, done) {
     this.arrive.disabled = !isObject(text);
-    try {
-      this.#report = await this.#judge(text);
-    } catch {
-      return done([]);
-    }
-    if (text !== this.text) return done([]);
+    const report = await this.#judge(text).catch(() => null);
+    if (!report || text !== this.text) return done([]);
+    this.#report = report;
+    this.#judged = text;
     const at = (index) => this.code.posFromIndex(index);
     done(
-      this.#report.findings.map(({ from, to, severity, message, remedy }) => ({
+      report.findings.map(({ from, to, severity, message, remedy }) => ({
         from: at(from),
         to: at(Math.max(to, from + 1)),
         severity,
@@ -202,6 +198,7 @@ export class Editor {
   }
 
   #mend({ edits }) {
+    if (this.text !== this.#judged) return; // the findings are about to change, too
     this.code.operation(() => {
       for (const { from, to, text } of [...edits].reverse()) {
         this.code.replaceRange(text, this.code.posFromIndex(from), this.code.posFromIndex(to));

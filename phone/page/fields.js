@@ -7,9 +7,9 @@ import { element } from "./element.js";
  * {input, read(), write(value)}: the element to fill in, the JSON text of what is in it, and what it is to
  * show.
  */
-function typed(type, read, write = String) {
+function typed(properties, read, write = String) {
   return (key) => {
-    const input = element("input", { type, autocomplete: "off", spellcheck: false, min: 0, step: "any" });
+    const input = element("input", { autocomplete: "off", spellcheck: false, ...properties });
     return {
       input,
       read: () => read(input.value, key),
@@ -20,15 +20,15 @@ function typed(type, read, write = String) {
   };
 }
 
-const text = typed("text", JSON.stringify);
+const text = typed({ type: "text" }, JSON.stringify);
 
-const number = typed("number", (given, { name }) => {
+const number = typed({ type: "number", min: 0, step: "any" }, (given, { name }) => {
   if (given === "") throw new Error(`“${name}” needs a number.`);
   return given;
 });
 
 const texts = typed(
-  "text",
+  { type: "text" },
   (given) =>
     JSON.stringify(
       given
@@ -74,6 +74,7 @@ function someOf({ choices }) {
   );
   return {
     input,
+    isGroup: true,
     read: () => JSON.stringify(boxes.filter((box) => box.checked).map((box) => box.value)),
     write: (value) =>
       boxes.forEach((box) => {
@@ -119,10 +120,9 @@ let made = 0;
 
 /** The field of a key, with its label; one that may be null has a box for that. */
 export function field(key, label) {
-  const { input, read, write } = (kinds[key.kind] ?? json)(key);
+  const { input, isGroup, read, write } = (kinds[key.kind] ?? json)(key);
   const id = `field-${(made += 1)}`;
   const none = key.null ? element("input", { type: "checkbox" }) : null;
-  const isGroup = input.role === "group" || input.getAttribute("role") === "group";
   if (isGroup) input.setAttribute("aria-label", label);
   else input.id = id;
   const row = element(

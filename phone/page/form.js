@@ -11,8 +11,8 @@ export class StepForm {
 
   /**
    * `row` is the step's row of the table. `names` names the keys that are offered, in the words of the form;
-   * all are when it is left out. `done(text)` gets the step, `failed(reason)` what is wrong with what was
-   * filled in. `changed` hears that something was filled in.
+   * all are when it is left out. `done(text)` gets the step and gives a promise of whether it was done,
+   * `failed(reason)` what is wrong with what was filled in. `changed` hears that something was filled in.
    */
   constructor(row, { names, submit, done, failed, changed = () => {} }) {
     this.#row = row;
@@ -33,12 +33,7 @@ export class StepForm {
         noValidate: true,
         submit: (event) => {
           event.preventDefault();
-          try {
-            done(this.text());
-            this.#touched.clear();
-          } catch (error) {
-            failed(error.message);
-          }
+          this.#submit(done, failed);
         },
       },
       this.#fields.map((one) => one.row),
@@ -68,10 +63,22 @@ export class StepForm {
 
   /** Shows what holds, but for what is being filled in. Then a step has only what differs from it. */
   update(values) {
-    for (const { name, read, write } of this.#fields) {
-      if (!(name in values) || this.#touched.has(name)) continue;
-      write(values[name]);
-      this.#written.set(name, read());
+    for (const { name, write } of this.#fields) {
+      if (!(name in values)) continue;
+      this.#written.set(name, JSON.stringify(values[name]));
+      if (!this.#touched.has(name)) write(values[name]);
+    }
+  }
+
+  async #submit(done, failed) {
+    try {
+      const text = this.text();
+      if (this.#written.size > 0 && text === `{"do":${JSON.stringify(this.#row.name)}}`) {
+        throw new Error("Nothing was changed.");
+      }
+      if (await done(text)) for (const name of this.#written.keys()) this.#touched.delete(name);
+    } catch (error) {
+      failed(error.message);
     }
   }
 }

@@ -16,7 +16,7 @@ export function address(url) {
 export function opened({ url }) {
   return element(
     "div",
-    { className: "opened", role: "status" },
+    { className: "opened" },
     element("strong", {}, "The application opens"),
     address(url),
   );
