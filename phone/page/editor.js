@@ -121,6 +121,9 @@ export class Editor {
       },
       lint: { getAnnotations: (text, done) => this.#lint(text, done), async: true, delay: pause },
     });
+    // Without a role its label says nothing.
+    this.code.getInputField().setAttribute("role", "textbox");
+    this.code.getInputField().setAttribute("aria-multiline", "true");
   }
 
   get text() {

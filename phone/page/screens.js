@@ -91,9 +91,13 @@ export function application(state, act) {
 }
 
 export function home(state, act) {
-  const label = `Your app${state.badge > 0 ? `, badge ${state.badge}` : ""}`;
   const badge =
-    state.badge > 0 && element("span", { className: "badge", "aria-hidden": "true" }, String(state.badge));
+    state.badge > 0 &&
+    element(
+      "span",
+      { className: "badge", role: "img", "aria-label": `badge ${state.badge}` },
+      String(state.badge),
+    );
   return element(
     "div",
     { className: "home-screen" },
@@ -110,7 +114,7 @@ export function home(state, act) {
           element("span", { className: "icon-name" }, "Your app"),
         ],
         () => act.open(),
-        { className: "icon", "aria-label": label, disabled: !act },
+        { className: "icon", disabled: !act },
       ),
     ),
   );

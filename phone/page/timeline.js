@@ -130,12 +130,20 @@ export class Timeline {
       this.scroller.scrollTop = top + this.#rowHeight - clientHeight;
   }
 
+  /** The nearest row in sight: only rows that are drawn can be reached by the keyboard. */
+  #inSight(index) {
+    const { scrollTop, clientHeight } = this.scroller;
+    const first = Math.max(0, Math.ceil((scrollTop - this.#openHeight) / this.#rowHeight));
+    const last = Math.floor((scrollTop + clientHeight) / this.#rowHeight) - 1;
+    return Math.max(0, Math.min(Math.max(index, first), last, this.#visible.length - 1));
+  }
+
   #draw() {
     const { scrollTop, clientHeight } = this.scroller;
     const count = this.#visible.length;
     const first = Math.max(0, Math.floor((scrollTop - this.#openHeight) / this.#rowHeight) - overscan);
     const last = Math.min(count, Math.ceil((scrollTop + clientHeight) / this.#rowHeight) + overscan);
-    this.#focused = Math.max(0, Math.min(this.#focused, count - 1));
+    if (!this.list.contains(document.activeElement)) this.#focused = this.#inSight(this.#focused);
     const drawn = new Map();
     for (let i = first; i < last; ++i) drawn.set(i, this.#drawnRow(i));
     for (const [index, { item }] of this.#drawn) if (drawn.get(index)?.item !== item) item.remove();
