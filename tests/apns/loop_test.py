@@ -125,7 +125,9 @@ def as_a_phone_does(phone, backend, token):
 def many_at_once(phone, backend, token, folder):
     """What was answered 200 is handled, once, though nobody reads what the command prints."""
     (folder / "silent.json").write_text('{"aps":{"content-available":1}}')
+    behind_all = {"do": "device", "country": "PT"}
     for connections in (1, 50):
+        phone.play(behind_all)
         begun = last(phone)
         words = [word for name, value in clients.headers_for("silent", TOPIC, backend.provider_token).items()
                  if name != "apns-id" for word in ("--header", f"{name}: {value}")]
@@ -134,7 +136,7 @@ def many_at_once(phone, backend, token, folder):
                                f"https://localhost:{backend.port}/3/device/{token}"],
                               capture_output=True, text=True, timeout=PATIENCE, check=True)
         check("1000 2xx" in done.stdout, done.stdout)
-        phone.play({"do": "device", "country": "PT"})  # behind all that has arrived
+        phone.play(behind_all)
         lines = after(phone, begun)
         check(len([line for line in lines if line.get("do") == "deliver"]) == 1000, f"{connections}: {len(lines)} lines")
         check(len({line.get("apnsId") for line in lines} - {None}) == 1000, f"{connections}: one each")

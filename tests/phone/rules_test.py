@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""rules_test.py TOOL: what a live phone does around the application, and that what is saved gives the same events."""
+"""rules_test.py TOOL [SESSIONS]: what a live phone does around the application, and that what is saved gives the same events."""
 
 import json
 import random
@@ -8,7 +8,7 @@ import time
 
 from live_phone import Phone, check, run, screens, texts
 
-TOOL = sys.argv[1]
+TOOL, SESSIONS = sys.argv[1], int(sys.argv[2]) if len(sys.argv) > 2 else 100
 REGISTER = [{"do": "host", "appHash": "f00d", "foreground": True}, {"do": "activate", "value": True}, {"do": "settle"}]
 YES = {"do": "authorization", "granted": True}
 BEHIND = {"do": "application", "state": "background"}
@@ -134,7 +134,7 @@ def random_sessions(phone):
         lambda: arrives(chance.choice([note(chance.randrange(9), badge=1), {"aps": 1}, {"aps": {"content-available": 1}},
                                        note(0, type="pushlib-abrirurl", urlnoti="https://www.example.com/")]),
                         collapseId=chance.choice("ab"))]
-    for _ in range(80):
+    for _ in range(SESSIONS):
         phone.fresh()
         for _ in range(25):
             phone.json("POST", "/api/steps", chance.choice(choices)())
