@@ -59,7 +59,7 @@ export class DevicePanel {
   /** Says how a backend reaches the phone, when it does. */
   showStatus({ apns }) {
     this.backend.textContent = apns
-      ? `A backend reaches this phone at https://localhost:${apns.port}, with this token and the topic ${apns.topic}.`
+      ? `A backend reaches this phone at https://localhost:${apns.port}, by this token and topic ${apns.topic}.`
       : "A backend reaches this phone when the program is started with --apns.";
   }
 

@@ -22,10 +22,15 @@ class Numeral {
   }
 }
 
-/** Reads JSON. A number is one that counts as a number and whose text is the one that was read. */
+/**
+ * Reads JSON. A number is one that counts as a number and whose text is the one that was read, as far as the
+ * browser tells it.
+ */
 export const parse = (text) =>
-  JSON.parse(text, (key, value, { source }) =>
-    typeof value === "number" && String(value) !== source ? new Numeral(source) : value,
+  JSON.parse(text, (key, value, context) =>
+    typeof value === "number" && context && String(value) !== context.source
+      ? new Numeral(context.source)
+      : value,
   );
 
 function byCodePoint(one, other) {

@@ -2,8 +2,11 @@
 
 const storedAs = "key";
 
-/** The key, out of sight once it is read from the address; a reload finds it again. */
+/**
+ * The key, out of sight once it is read from the address; a reload finds it again, and so does a new address.
+ */
 export function takeKey() {
+  addEventListener("hashchange", () => location.reload());
   const given = location.hash.slice(1);
   if (given) {
     sessionStorage.setItem(storedAs, given);

@@ -23,7 +23,7 @@ export class Moment {
     });
     this.on = button("›", () => go(history.moment + 1), { id: "moment-on", "aria-label": "One line on" });
     this.now = button("Now", () => go(history.lines.length), { id: "moment-now", className: "primary" });
-    this.text = element("output", { id: "moment-text" });
+    this.text = element("output", { id: "moment-text", "aria-live": "off" });
     root.append(this.back, this.on, this.slider, this.now, this.text);
   }
 

@@ -1,7 +1,7 @@
 // Makes one HTML file of the page and the lines, that shows the same phone without any server. Its modules
 // become one script, each a function, since a page from the disk may import nothing.
 
-const sheets = ["base", "layout", "phone", "timeline", "findings"];
+const sheets = ["base", "layout", "phone", "screens", "overlays", "timeline", "findings"];
 const first = "saved.js";
 
 const read = async (name) => (await fetch(`/page/${name}`)).text();
@@ -42,6 +42,7 @@ export async function pageOf(lines) {
   const policy =
     `default-src 'none'; script-src ${await hashOf(script)}; style-src ${await hashOf(style)}; ` +
     "base-uri 'none'; form-action 'none'";
+  const now = new Date().toISOString().slice(0, 16).replace("T", ", ");
   const data = lines.replaceAll("<", "\\u003c");
   return `<!DOCTYPE html>
 <html lang="en">
@@ -55,7 +56,7 @@ export async function pageOf(lines) {
 </head>
 <body class="saved">
 <div id="page">
-<header id="head"><h1>QuorvantisPush <span>a phone, as it was saved</span></h1></header>
+<header id="head"><h1>QuorvantisPush <span>a phone, as it was on ${now} UTC</span></h1></header>
 <main>
 <div id="device"><section id="phone" aria-label="Phone"></section></div>
 <section id="past" aria-label="What happened"><div id="timeline"></div>

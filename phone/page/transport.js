@@ -41,7 +41,7 @@ export class Transport {
 
   async #post(path, body) {
     const headers = { "Content-Type": "application/json" };
-    return (await this.#fetch(path, { method: "POST", headers, body })).json();
+    return parse(await (await this.#fetch(path, { method: "POST", headers, body })).text());
   }
 
   /**
