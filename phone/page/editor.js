@@ -68,6 +68,7 @@ export class Editor {
     this.outcomes = element("ol", {
       id: "outcomes",
       className: "plain",
+      tabIndex: 0, // it scrolls
       "aria-label": "What it will do in each state",
     });
     this.arrive = button("Arrives now", () => isObject(this.text) && arrives(this.text), {

@@ -38,8 +38,11 @@ function notificationIn(userInfo) {
 
 const taskIn = (body) => fields(body).find(([name]) => name === "tarea")?.[1] ?? "a request";
 
+const together = new Intl.ListFormat("en-GB");
+
+/** What an option's bits stand for, as Apple documents them. */
 const optionsIn = (options) =>
-  ["badge", "sound", "alert"].filter((_, bit) => Number(options) & (1 << bit)).join(", ") || "nothing";
+  together.format(["badge", "sound", "alert"].filter((_, bit) => Number(options) & (1 << bit))) || "nothing";
 
 const states = {
   active: "brings the application to the front",
