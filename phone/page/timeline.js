@@ -9,7 +9,10 @@ const overscan = 8; // rows beyond each edge
 
 const isStored = (line) => line.event === "stored" && line.value !== null;
 const isQuiet = (line) => line.do === "settle";
-const isBad = (line) => line.event === "raised" || line.screen === "ended";
+const isBad = (line) =>
+  line.event === "raised" ||
+  ["ended", "requestFailed", "settingsFailed"].includes(line.screen) ||
+  (line.screen === "provider" && line.status !== 200);
 const kindOf = (line) => ["do", "event", "phone", "screen"].find((kind) => kind in line);
 const classOf = (actor) => `actor ${actor.toLowerCase().replaceAll(" ", "-")}`;
 
