@@ -17,9 +17,10 @@ export class Connection {
     this.show("connecting");
   }
 
-  show(state) {
+  /** Shows a state; a reason that the program gave says more than its absence. */
+  show(state, reason = "") {
     if (this.#root.dataset.state === state) return;
-    const [name, about] = states[state];
+    const [name, about] = reason ? ["Not connected.", reason] : states[state];
     this.#root.dataset.state = state;
     this.#root.replaceChildren(element("strong", {}, name), ` ${about}`);
   }

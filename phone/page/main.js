@@ -69,8 +69,8 @@ sessionControls(at("session"), transport, actions);
 transport.follow({
   fresh: () => history.clear(),
   lines: (lines) => lines.length > 0 && history.append(lines),
-  connection: (state) => {
-    connection.show(state);
+  connection: (state, reason) => {
+    connection.show(state, reason);
     if (state === "open") actions.attempt(greet);
   },
 });

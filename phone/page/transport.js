@@ -81,16 +81,19 @@ export class Transport {
 
   /**
    * Reads lines for ever, each once, whatever happens to the connection. `told` has these functions: fresh()
-   * before the lines of another phone, lines(array), connection("open", "lost" or "refused").
+   * before the lines of another phone, lines(array), connection("open", "lost" or "refused", reason); there
+   * is a reason when the program answered with one.
    */
   async follow(told) {
     for (let pause = firstPause; ; pause = Math.min(2 * pause, longestPause)) {
+      let reason = "";
       try {
         await this.#read(told, () => (pause = firstPause));
       } catch (error) {
         if (error.status === 401) return told.connection("refused");
+        if (error.status > 0) reason = error.message;
       }
-      told.connection("lost");
+      told.connection("lost", reason);
       await wait(pause);
     }
   }
