@@ -35,7 +35,7 @@ export function takeDropped(target, opened) {
     event.stopPropagation();
     target.classList.toggle("drop-target", isOver);
   };
-  target.addEventListener("dragover", (event) => mark(event));
+  target.addEventListener("dragover", (event) => mark(event, true));
   target.addEventListener("dragleave", (event) => mark(event, false));
   target.addEventListener("drop", async (event) => {
     mark(event, false);

@@ -4,7 +4,11 @@
 const sheets = ["base", "layout", "phone", "screens", "overlays", "timeline", "findings"];
 const first = "saved.js";
 
-const read = async (name) => (await fetch(`/page/${name}`)).text();
+async function read(name) {
+  const response = await fetch(`/page/${name}`);
+  if (!response.ok) throw new Error(`${name} of this page can’t be read: ${response.status}.`);
+  return response.text();
+}
 
 const imports = /^import \{([^}]*)\} from "\.\/([\w.]+)";$/gm;
 const exported = /^export (?=(?:async )?(?:const|class|function\*?) (\w+))/gm;
@@ -29,6 +33,9 @@ function asFunction(name, text) {
 }
 
 async function hashOf(text) {
+  if (!crypto.subtle) {
+    throw new Error("Browsers let a page be saved only at this machine’s own address, or over HTTPS.");
+  }
   const digest = await crypto.subtle.digest("SHA-256", new TextEncoder().encode(text));
   return `'sha256-${btoa(String.fromCharCode(...new Uint8Array(digest)))}'`;
 }

@@ -69,7 +69,7 @@ export function application(state, act) {
   const isNew = state.told.length === 0 && state.code.activate === undefined;
   return element(
     "div",
-    { className: `app ${state.application.state}` },
+    { className: "app" },
     element(
       "div",
       { className: "app-head" },
