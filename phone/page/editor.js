@@ -43,7 +43,8 @@ function isObject(text) {
 }
 
 /** Why a notification that arrives may not be seen. */
-function hintFor({ airplane, authorization: { isDecided, granted } }) {
+function hintFor({ airplane, authorization: { isDecided, granted } }, build) {
+  if (build === "simulator") return "The library’s simulator build handles no notification.";
   if (airplane) return "Airplane mode is on: what arrives waits until it is off.";
   if (!isDecided) {
     return "The application has not been allowed to show notifications yet: switch them on first.";
@@ -56,6 +57,7 @@ export class Editor {
   #report = null;
   #judged = ""; // the text that the report is of
   #phone = null;
+  #build = "";
 
   /** `judge(text)` gives a promise of the linter's answer; `arrives(text)` has the payload arrive. */
   constructor({ judge, arrives }) {
@@ -144,14 +146,24 @@ export class Editor {
       this.#phone?.running !== phone.running;
     const isOther = this.#phone && this.#phone.device.systemVersion !== phone.device.systemVersion;
     this.#phone = phone;
-    this.hint.textContent = hintFor(phone);
+    this.#drawHint();
     if (isOther) this.code.performLint();
     if (differs) this.#drawOutcomes();
+  }
+
+  /** Which of its builds the library is. */
+  showStatus({ build }) {
+    this.#build = build;
+    this.#drawHint();
   }
 
   /** The editor was out of sight, where it could not measure itself. */
   refresh() {
     this.code.refresh();
+  }
+
+  #drawHint() {
+    this.hint.textContent = this.#phone ? hintFor(this.#phone, this.#build) : "";
   }
 
   async #lint(text, done) {

@@ -7,8 +7,8 @@ import { StepPanel } from "./step_panel.js";
 import { tabs } from "./tabs.js";
 
 export class Panels {
-  #device;
   #parts;
+  #informed;
 
   /** `steps` is the table of steps. */
   constructor(root, steps, editor, actions, message) {
@@ -17,8 +17,8 @@ export class Panels {
     const device = new DevicePanel(row("device"), actions, message);
     const server = new ServerPanel(row("server"), actions);
     const anyStep = new StepPanel(steps, actions, message);
-    this.#device = device;
     this.#parts = [editor, host, device, server];
+    this.#informed = [editor, device];
     const panels = [
       ["panel-notification", "Notification", editor.panel],
       ["panel-host", "Your code", host.content],
@@ -31,7 +31,7 @@ export class Panels {
 
   /** Shows what the program tells of itself. */
   showStatus(status) {
-    this.#device.showStatus(status);
+    for (const part of this.#informed) part.showStatus(status);
   }
 
   /** Shows the phone as it is now. */
