@@ -1,0 +1,309 @@
+#!/usr/bin/python3
+"""page_test.py TOOL: the page in Chromium, used with mouse and keys as a person would; what is waited for is what is
+seen."""
+
+import json
+import os
+import socket
+import sys
+import tempfile
+from pathlib import Path
+
+from browser import PATIENCE, chromium
+from live_phone import Phone, check, run, texts
+from selenium.common.exceptions import NoSuchElementException, StaleElementReferenceException
+from selenium.webdriver.common.by import By
+from selenium.webdriver.common.keys import Keys
+from selenium.webdriver.support.ui import Select, WebDriverWait
+
+TOOL = sys.argv[1]
+HTTPS = "https://www.example.com/"
+HOSTILE = '<img src=x onerror="window.ran=1"><script>window.ran=1</script></script>\'"&'
+
+
+def alert(title, **aps):
+    return {"aps": {"alert": {"title": title, "body": "Body of " + title}} | aps}
+
+
+TYPES = {"normal": {"type": "pushlib-normal", "badge": 3}, "application": {"type": "pushlib-abrirapp"},
+         "link": {"type": "pushlib-abrirurl", "urlnoti": HTTPS}, "extras": {"type": "pushlib-extras", "extra1": "one"},
+         "none": {}}
+
+
+class Page:
+    def __init__(self, driver, address):
+        self.driver, self.address = driver, address
+        driver.get(address)
+        self.until("connected", lambda: self.one("#connection").get_attribute("data-state") == "open")
+        self.until("its controls", lambda: self.all("#arrive"))
+
+    def until(self, what, holds):
+        """What `holds` gives, once that is something."""
+        wait = WebDriverWait(self.driver, PATIENCE, 0.02, (NoSuchElementException, StaleElementReferenceException))
+        return wait.until(lambda _: holds(), f"{what} was not seen")
+
+    def one(self, selector):
+        return self.driver.find_element(By.CSS_SELECTOR, selector)
+
+    def all(self, selector):
+        return self.driver.find_elements(By.CSS_SELECTOR, selector)
+
+    def text(self, selector):
+        return self.driver.execute_script("return [...document.querySelectorAll(arguments[0])].map(e => e.textContent)", selector)
+
+    def sees(self, selector, text):
+        self.until(f"“{text}” in {selector}", lambda: any(text in found for found in self.text(selector)))
+
+    def click(self, selector, text=""):
+        """Clicks what is there, enabled and says the text."""
+        def pressed():
+            for found in self.all(selector):
+                if text in found.text + (found.get_attribute("aria-label") or "") and found.is_enabled():
+                    self.driver.execute_script("arguments[0].scrollIntoView({block: 'center'})", found)
+                    found.click()
+                    return True
+            return False
+        self.until(f"{selector} {text}", pressed)
+
+    def tab(self, name):
+        self.click("#tab-panel-" + name)
+
+    def write(self, text):
+        self.tab("notification")
+        self.driver.execute_script("document.querySelector('#editor .CodeMirror').CodeMirror.setValue(arguments[0])", text)
+
+    def arrives(self, payload):
+        self.write(json.dumps(payload, indent=1))
+        self.click("#arrive")
+
+    def lines(self):
+        return self.until("the moment", lambda: self.text("#moment-text")[0])
+
+    def shown(self):
+        """What one sees of the phone and of what happened: the same for the same lines."""
+        self.driver.execute_script("document.querySelector('.scroller').scrollTop = 1e9")
+        last = f"[aria-posinset=\"{self.one('.row').get_attribute('aria-setsize')}\"]"
+        self.until("the last row", lambda: self.all(last))
+        return {part: self.text(part) for part in ("#phone .screen", "#phone .alerts", "#phone .card", "#phone .clock",
+                                                   "#stored", "#moment-text", ".row" + last)}
+
+    def phone(self):
+        return self.one("#phone .phone").get_attribute("data-screen")
+
+    def is_drawn(self, phone):
+        """Waits until all that happened is drawn."""
+        last = phone.json("GET", "/api/status")[1]["next"] - 1
+        self.sees("#moment-text", f"after {last} lines")
+
+
+def registers(page, phone):
+    page.click("#register")
+    page.sees("#prompt", "would like to send you notifications")
+    page.click("#prompt button", "Allow")
+    page.sees("#phone .reports", "The push server knows this phone")
+    page.sees("#stored .settings", "pushAppHash")
+    page.tab("host")
+    label = page.driver.find_element(By.XPATH, "//label[contains(., 'Show notifications while in front')]")
+    page.click("#" + label.get_attribute("for"))
+    page.click("#panel-host form button", "Configure")
+    page.until("the switch", lambda: [line for line in phone.lines() if line.get("foreground") is True])
+
+
+def each_type(page, _):
+    for kind, aps in TYPES.items():
+        page.arrives(alert(f"front {kind}", **aps))
+        page.sees("#phone .banner, #phone .reports, #phone .alerts", f"front {kind}")
+        if kind == "link":
+            page.click("#phone .alerts [role=alertdialog]:last-child button", "OK")
+        page.click("#application-background")
+        page.until("the home screen", lambda: page.phone() != "application")
+        page.arrives(alert(f"behind {kind}", **aps))
+        page.sees("#phone .notifications", f"behind {kind}")
+        page.click("#phone .notification-body", f"behind {kind}")
+        page.sees("#application-state", "in front")
+        page.until("the list is empty of it", lambda k=kind: f"behind {k}" not in "".join(page.text("#phone .notifications")))
+        if kind == "link":
+            page.sees("#phone .card", HTTPS)
+            check("noopener" in page.one("#phone .card a").get_attribute("rel"), "a link opens nothing here")
+
+
+def alerts(page, _):
+    for number in (1, 2):
+        page.arrives(alert(f"link {number}", **TYPES["link"]))
+        page.sees("#phone .alerts", f"link {number}")
+    check(len(page.all("#phone .alerts [role=alertdialog]")) == 2, "one on the other")
+    page.click("#phone .alerts [role=alertdialog]:last-child button", "OK")
+    page.until("one is left", lambda: len(page.all("#phone .alerts [role=alertdialog]")) == 1)
+    page.sees("#phone .card", HTTPS)
+
+
+def server_and_token(page, _):
+    for answer, seen in (("It refuses, with a reason", ("#stored .server", "not known here")),
+                         ("No connection", (".row", "nobody listens"))):
+        page.tab("server")
+        Select(page.one("#answer")).select_by_visible_text(answer)
+        page.click("#queue-answer")
+        page.sees("#answers", "Queued")
+        page.tab("device")
+        page.click("#new-token")
+        page.tab("server")
+        page.sees("#answers", "None is queued")
+        page.sees(*seen)
+    page.tab("device")
+    page.click("#airplane")
+    page.until("airplane mode", lambda: page.one("#airplane").get_attribute("aria-pressed") == "true")
+    page.arrives(alert("kept", **TYPES["normal"]))
+    page.sees("#hint", "Airplane mode")
+    page.tab("device")
+    page.click("#airplane")
+    page.sees("#phone .reports", "kept")
+
+
+def ends_and_begins(page, _):
+    page.click("#application-relaunch")
+    page.until("no alert: they go with the process", lambda: not page.all("#phone .alerts [role=alertdialog]"))
+    page.write('{"aps":{"alert":"no dictionary","type":"pushlib-normal"}}')
+    page.sees("#findings", "alert")
+    page.until("it is marked", lambda: page.all(".CodeMirror-lint-marker-error"))
+    page.click("#arrive")
+    page.sees("#phone .notice", "objectForKey:")
+    page.sees("#application-state", "not running")
+    page.click("#application-relaunch")
+    page.sees("#application-state", "in front")
+    page.click("#findings button", "Mend it")
+    page.until("nothing to mend", lambda: "no dictionary" in page.driver.execute_script(
+        "return document.querySelector('#editor .CodeMirror').CodeMirror.getValue()") and not page.all(".finding.error"))
+    page.click("#arrive")
+    page.sees("#phone .reports", "no dictionary")
+    page.click("#application-end")
+    page.sees("#application-state", "not running")
+
+
+def any_moment(page, phone):
+    page.is_drawn(phone)
+    now = page.shown()
+    slider = page.one("#slider")
+    slider.send_keys(Keys.HOME)
+    page.sees("#moment-text", "nothing has happened")
+    check(not page.all("#phone .reports li") and "pushAppHash" not in "".join(page.text("#stored")), "as it was then")
+    check(not [b for b in page.all("#application button") if b.is_enabled()], "the past can't be acted on")
+    for _ in range(3):
+        slider.send_keys(Keys.ARROW_RIGHT)
+    page.sees("#moment-text", "After line 3 of")
+    page.click("#moment-now")
+    page.until("the same", lambda: page.shown() == now)
+    page.click(".filters .chip", "Library")
+    page.until("without", lambda: not [who for who in page.text(".row .actor:first-of-type") if who == "Library"])
+    page.click(".filters .chip", "Library")
+
+
+def tabs_and_reload(page, phone):
+    page.is_drawn(phone)
+    shown = page.shown()
+    first = page.driver.current_window_handle
+    check(phone.key not in page.driver.current_url, "the key is not left in sight")
+    page.driver.refresh()
+    page.until("the same phone", lambda: page.shown() == shown)
+    page.driver.switch_to.new_window("tab")
+    other = Page(page.driver, phone.facts["address"])
+    other.until("the same phone", lambda: other.shown() == shown)
+    phone.play({"do": "device", "country": "FR"})
+    for window in (page.driver.current_window_handle, first):
+        page.driver.switch_to.window(window)
+        page.is_drawn(phone)
+
+
+def saved(page, phone, folder):
+    page.is_drawn(phone)
+    shown = page.shown()
+    files = {}
+    for button, name in (("#save-scenario", "phone.jsonl"), ("#save-page", "phone.html")):
+        page.click(button)
+        page.until(name, (folder / name).exists)
+        files[name] = (folder / name).read_text()
+    check(run(TOOL, files["phone.jsonl"]) == texts(phone.lines()), "what was clicked together gives the same events")
+    check(phone.key not in files["phone.html"] + files["phone.jsonl"], "the key is in no file")
+    page.driver.switch_to.new_window("tab")
+    page.driver.get((folder / "phone.html").as_uri())
+    page.until("the saved phone", lambda: page.all(".row"))
+    page.until("the same last state and timeline", lambda: page.shown() == shown)
+    check(all(entry.startswith("file:") for entry in page.driver.execute_script(
+        "return performance.getEntriesByType('resource').map(e => e.name)")), "without any server")
+    page.driver.close()
+    page.driver.switch_to.window(page.driver.window_handles[0])
+    page.click("#fresh")
+    page.sees("#timeline", "Nothing has happened yet")
+    page.one("input[type=file][aria-label='Open scenario …']").send_keys(str(folder / "phone.jsonl"))
+    page.until("the session, opened again", lambda: texts(phone.lines()) == run(TOOL, files["phone.jsonl"]))
+    page.is_drawn(phone)
+
+
+def texts_stay_texts(page, phone, folder):
+    """Whatever a payload, a key, the device or the server says: it is text, and nothing of it runs."""
+    hostile = {"alert": {"title": HOSTILE, "body": HOSTILE, HOSTILE: HOSTILE}, "extra1": HOSTILE, HOSTILE: [HOSTILE]}
+    phone.fresh()
+    phone.play({"do": "device", "name": HOSTILE, "country": HOSTILE, "languages": [HOSTILE]},
+               {"do": "application", "version": HOSTILE}, {"do": "authorization", "granted": True},
+               {"do": "host", "appHash": HOSTILE, "foreground": True}, {"do": "store", "set": {HOSTILE: HOSTILE}},
+               {"do": "server", "answers": [{"status": 200, "body": json.dumps({"error": "si", "errorDescripcion": HOSTILE})}]},
+               {"do": "activate", "value": True}, {"do": "settle"})
+    for aps in (hostile, hostile | TYPES["link"], hostile | TYPES["link"] | {"urlnoti": "javascript:window.ran=1"},
+                hostile | TYPES["extras"], {"alert": {"title": HOSTILE}, "type": HOSTILE}):
+        page.arrives({"aps": aps, HOSTILE: HOSTILE})
+        page.is_drawn(phone)
+    page.click("#application-background")
+    page.arrives({"aps": hostile})
+    page.sees("#phone .notifications", HOSTILE)
+    page.click(".row button")
+    for _ in range(2):
+        phone.play({"do": "application", "state": "active"}, {"do": "advance", "seconds": 1})
+        page.is_drawn(phone)
+    check(not page.all("a[href^='javascript']") and not page.all("#page img[src=x]"), "it stays text")
+    (folder / "phone.html").unlink()
+    page.click("#save-page")
+    page.until("the file", (folder / "phone.html").exists)
+    page.driver.get((folder / "phone.html").as_uri())
+    page.until("the saved phone", lambda: page.all(".row"))
+    check(page.driver.execute_script("return window.ran") is None, "a script ran")
+    page.driver.get(page.address)
+    page.is_drawn(phone)
+    check(page.driver.execute_script("return window.ran") is None, "a script ran")
+
+
+def comes_back(page, port):
+    page.until("gone", lambda: page.one("#connection").get_attribute("data-state") == "lost")
+    page.sees("#connection", "gone")
+    with Phone(TOOL, "--port", port, page=True) as phone:
+        page.until("back", lambda: page.one("#connection").get_attribute("data-state") == "open")
+        phone.play({"do": "show"})
+        page.is_drawn(phone)
+        page.driver.execute_script("sessionStorage.clear()")
+        page.driver.get(f"http://127.0.0.1:{port}/#wrong")
+        page.until("refused", lambda: page.one("#connection").get_attribute("data-state") == "refused")
+
+
+def free_port():
+    with socket.socket() as free:
+        free.bind(("127.0.0.1", 0))
+        return str(free.getsockname()[1])
+
+
+def main():
+    with tempfile.TemporaryDirectory() as name, chromium("--window-size=1440,1000") as driver:
+        folder, port = Path(name), free_port()
+        os.environ["XDG_STATE_HOME"] = name
+        driver.execute_cdp_cmd("Browser.setDownloadBehavior", {"behavior": "allow", "downloadPath": name})
+        with Phone(TOOL, "--port", port, page=True) as phone:
+            page = Page(driver, phone.facts["address"])
+            for part in (registers, each_type, alerts, server_and_token, ends_and_begins, any_moment, tabs_and_reload):
+                part(page, phone)
+            driver.switch_to.window(driver.window_handles[0])
+            saved(page, phone, folder)
+            texts_stay_texts(page, phone, folder)
+            own = f"http://127.0.0.1:{port}/"
+            asked = driver.execute_script("return performance.getEntriesByType('resource').map(e => e.name)")
+            check(asked and all(address.startswith(own) for address in asked), asked)
+        comes_back(page, port)
+
+
+main()
