@@ -113,7 +113,9 @@ void Phone::prepare() {
   std::vector<std::string> remarks{"Saved by quorvantis-push phone, version " + options_.version + "."};
   if (options_.build == device::Build::simulator) remarks.emplace_back("To be run with --build simulator.");
   if (options_.server) remarks.emplace_back("To be run with --server and --authority.");
-  saved_ = SavedScenario(remarks, scenario::storedValues(world_->device));
+  const json::Dictionary stored = scenario::storedValues(world_->device);
+  if (!stored.empty()) show("stored", {{"values", stored}});
+  saved_ = SavedScenario(remarks, stored);
 }
 
 void Phone::goLive() {

@@ -50,6 +50,10 @@ class Documents(unittest.TestCase):
         self.assertEqual(events[0]["event"], "registerUser")
         self.assertIn("onRegisterToken:", [event.get("selector") for event in events])
 
+    def test_the_phones_example_for_pytest_passes(self):
+        (self.folder / "test_order.py").write_text(blocks("docs/phone.md", "python")[0])
+        self.assertIn("1 passed", self.shell("/usr/bin/python3 -B -m pytest -q -p no:cacheprovider test_order.py"))
+
     def test_payloads_are_good_and_its_gate_opens(self):
         samples = blocks("docs/payloads.md", "json")
         self.assertGreater(len(samples), 5)

@@ -193,6 +193,7 @@ const screens = {
     banner: banner?.notification === notification ? null : banner,
   }),
   badge: (_, { number }) => ({ badge: number }),
+  stored: (_, { values }) => ({ settings: values }),
   requestFailed,
   ended: ({ alerts, list }, { selector }) => ({
     running: false,

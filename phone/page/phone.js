@@ -7,6 +7,7 @@ import { application, home, list, timeOf } from "./screens.js";
 
 const screens = { application, home, list };
 
+const none = [];
 const isInFront = ({ running, application: { state } }) => running && state !== "background";
 
 /** Whether the list has changed since the application was in front, so that one looks at it. */
@@ -84,8 +85,9 @@ export class PhoneView {
         ),
     );
     refill(parts.card, [state.card], () => state.card && opened(state.card));
-    refill(parts.alerts, [state.alerts, act], () =>
-      state.alerts.map((one, i) => alert(one, state.alerts.length - 1 - i, act)),
+    const alerts = isInFront(state) ? state.alerts : none; // they are in the application's own windows
+    refill(parts.alerts, [alerts, act], () =>
+      alerts.map((one, i) => alert(one, alerts.length - 1 - i, act)),
     );
     refill(parts.prompt, [state.prompt, act], () => state.prompt && prompt(act));
     refill(parts.home, [screen, act], () => this.#homeBar(screen, act));

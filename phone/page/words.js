@@ -174,6 +174,7 @@ const screens = {
       user,
       `the application has ended${selector === null ? "" : `: ${selector} is not understood`}`,
     ),
+  stored: ({ values }) => said(system, user, `found on the phone: ${Object.keys(values).join(", ")}`),
   requestFailed: ({ reason }) => said(system, library, `the request failed: ${reason}`),
   settingsFailed: ({ reason }) => said(system, user, `the settings can’t be kept: ${reason}`),
   provider: ({ status, reason, pushType }) =>

@@ -32,7 +32,8 @@ class Phone:
 
     def __exit__(self, *failure):
         self.process.kill()
-        self.process.communicate()
+        self.process.wait(PATIENCE)
+        self.process.stdout.close()
         self.words.close()
 
     def request(self, method, path, body=None, **headers):
@@ -81,8 +82,8 @@ class Phone:
     def stop(self):
         """What the command printed since, and its status."""
         self.json("POST", "/api/stop", {})
-        out, _ = self.process.communicate(timeout=PATIENCE)
-        return [json.loads(line) for line in out.splitlines()], self.process.returncode
+        printed = [json.loads(line) for line in self.process.stdout]
+        return printed, self.process.wait(PATIENCE)
 
 
 def texts(lines, kind="event"):

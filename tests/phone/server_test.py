@@ -181,7 +181,7 @@ def begin_and_end():
             check(status == 0 and texts(printed) == run.stdout.splitlines(), "all that came was printed")
         with Phone(TOOL, "--settings", settings) as phone:
             values = phone.play({"do": "show"})[1]["values"]
-            check(values["pushAppHash"] == "f00d", values)
+            check(values["pushAppHash"] == "f00d" and phone.lines()[0] == {"screen": "stored", "values": values}, values)
             again = subprocess.run([TOOL, "run", "-"], input=phone.scenario(), capture_output=True, text=True, check=True)
             check(again.stdout.splitlines() == texts(phone.lines()), "what was stored before is in the scenario")
             phone.process.send_signal(signal.SIGTERM)
