@@ -101,6 +101,7 @@ void addPayload(CLI::App& app, PayloadOptions& options, int (*payload)(const Pay
 void addBuild(CLI::App& command, device::Build& build) {
   using scenario::kNamed;
   std::vector<std::string> names;
+  names.reserve(kNamed<device::Build>.size());
   for (const auto& named : kNamed<device::Build>) names.emplace_back(named.name);
   command
       .add_option_function<std::string>(
