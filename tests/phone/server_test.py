@@ -1,5 +1,6 @@
 #!/usr/bin/python3
-"""server_test.py TOOL: the live phone's interface over HTTP: who is let in, what is refused, who reads what."""
+"""server_test.py TOOL [PART]: the live phone's interface over HTTP: who is let in, what is refused, who reads what.
+With PART many lines are a so-manieth of them."""
 
 import json
 import os
@@ -13,7 +14,7 @@ import threading
 
 from live_phone import JSON, PATIENCE, Phone, check, texts
 
-TOOL = sys.argv[1]
+TOOL, PART = sys.argv[1], int(sys.argv[2]) if len(sys.argv) > 2 else 1
 STREAM = "text/event-stream"
 
 
@@ -146,27 +147,28 @@ def many_streams(phone):
 
     def read_all(messages):
         next(messages)  # says which phone it is
-        found.append([number for _, number, _ in (next(messages) for _ in range(10_000))])
+        found.append([number for _, number, _ in (next(messages) for _ in range(10_000 // PART))])
     threads = [threading.Thread(target=read_all, args=(messages,)) for _, _, messages in readers]
     for thread in threads:
         thread.start()
-    for _ in range(20):
+    for _ in range(20 // PART):
         phone.play(*[{"do": "application", "version": "z" * 1000}] * 500)
     for thread in threads:
         thread.join()
-    check(found == [[str(number) for number in range(1, 10_001)]] * 14, "each line once, in order")
+    check(found == [[str(number) for number in range(1, 10_000 // PART + 1)]] * 14, "each line once, in order")
     del lazy
 
 
 def many_lines(phone):
     """What a line costs does not grow with their number: counted in what is sent, not in time."""
     phone.fresh()
+    many = 100_000 // PART
     for _ in range(20):
-        phone.play(*[{"do": "settle"}] * 5000)
-    check(phone.json("GET", "/api/status")[1]["next"] == 100_001, "100,000 lines")
+        phone.play(*[{"do": "settle"}] * (many // 20))
+    check(phone.json("GET", "/api/status")[1]["next"] == many + 1, "all of them")
     status, answer = phone.json("POST", "/api/steps", {"do": "show"})
-    check(status == 200 and [entry["id"] for entry in answer["lines"]] == [100_001, 100_002], answer)
-    check(phone.json("GET", "/api/lines?from=100002")[1]["next"] == 100_003, "from there on")
+    check(status == 200 and [entry["id"] for entry in answer["lines"]] == [many + 1, many + 2], answer)
+    check(phone.json("GET", f"/api/lines?from={many + 2}")[1]["next"] == many + 3, "from there on")
 
 
 def begin_and_end():
