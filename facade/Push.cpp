@@ -16,7 +16,7 @@ namespace {
 
 constinit const ConstantString kBundleIdentifier{"com.quorvantis.QuorvantisPush"};
 constinit const ConstantString kWebSite{"https://www.quorvantis.com"};
-constinit const ConstantString kClassName{"Push"};
+constinit const ConstantString kPushName{"Push"};
 constinit const ConstantString kNoHash{"You must insert fist the Aplication Hash"};
 constinit const ConstantString kEmpty{""};
 
@@ -53,7 +53,7 @@ void Push::init() {
 }
 
 NSString Push::className() const {
-  return kClassName;
+  return kPushName;
 }
 
 platform::Ref<PushRequestData> Push::makePushRequestData() {

@@ -7,6 +7,7 @@
 #include "console/alert_box.h"
 #include "console/wording.h"
 #include "json/write.h"
+#include "lint/words.h"
 #include "scenario/names.h"
 
 namespace quorvantis::lint {
@@ -17,8 +18,6 @@ using json::Value;
 
 constexpr std::size_t kEffectIndent = 6;
 constexpr std::size_t kLongestValue = 1000;
-constexpr const char* kSecondCall = "application:didReceiveRemoteNotification:fetchCompletionHandler:";
-
 /// A value in a line; a string without its quotation marks.
 std::string shown(const Value& value) {
   const auto* text = value.get<std::string>();

@@ -1,6 +1,7 @@
 #include "console/wording.h"
 #include "json/write.h"
 #include "lint/judges.h"
+#include "lint/words.h"
 #include "notifications/payload_keys.h"
 
 namespace quorvantis::lint {
@@ -9,8 +10,6 @@ namespace {
 
 using json::Dictionary;
 using json::Value;
-
-constexpr const char* kSecondCall = "application:didReceiveRemoteNotification:fetchCompletionHandler:";
 
 void judgeFlagBesideAlert(const Dictionary& aps, Reporter& reporter) {
   const auto flag = aps.find(payload::contentAvailable.text());

@@ -13,12 +13,8 @@ using json::Array;
 using json::Dictionary;
 using json::Value;
 
-Value number(std::size_t count) {
-  return static_cast<std::int64_t>(count);
-}
-
 Value jsonOf(const Finding& finding, std::string_view text) {
-  const auto units = [&](std::size_t offset) { return number(utf16Length(text, offset)); };
+  const auto units = [&](std::size_t offset) { return utf16Length(text, offset); };
   Array edits;
   for (const Edit& edit : finding.edits) {
     edits.push_back(
@@ -28,10 +24,10 @@ Value jsonOf(const Finding& finding, std::string_view text) {
                     {"severity", nameOf(finding.rule->severity)},
                     {"endsApplication", finding.endsApplication},
                     {"path", finding.path},
-                    {"line", number(finding.place.line)},
-                    {"column", number(finding.place.column)},
-                    {"endLine", number(finding.end.line)},
-                    {"endColumn", number(finding.end.column)},
+                    {"line", finding.place.line},
+                    {"column", finding.place.column},
+                    {"endLine", finding.end.line},
+                    {"endColumn", finding.end.column},
                     {"from", units(finding.range.begin)},
                     {"to", units(finding.range.end)},
                     {"message", finding.message},
@@ -97,20 +93,20 @@ Value jsonOf(const PayloadReport& report) {
   for (const Finding& finding : report.findings.shown) findings.push_back(jsonOf(finding, report.text));
   return Dictionary{{"file", report.file},
                     {"problem", Value()},
-                    {"bytes", number(report.bytes)},
-                    {"largest", number(kLargestPayload)},
+                    {"bytes", report.bytes},
+                    {"largest", kLargestPayload},
                     {"findings", std::move(findings)},
-                    {"findingsLeftOut", number(report.findings.leftOut)},
+                    {"findingsLeftOut", report.findings.leftOut},
                     {"outcomes", arrayOf(report.explanation)}};
 }
 
 std::string jsonReport(const std::string& systemVersion, const std::string& reports,
                        const PayloadTotals& totals) {
-  const Dictionary summary{{"files", number(totals.files)},
-                           {"unreadable", number(totals.unreadable)},
-                           {"errors", number(totals.errors)},
-                           {"warnings", number(totals.warnings)},
-                           {"notes", number(totals.notes)}};
+  const Dictionary summary{{"files", totals.files},
+                           {"unreadable", totals.unreadable},
+                           {"errors", totals.errors},
+                           {"warnings", totals.warnings},
+                           {"notes", totals.notes}};
   return R"({"files":[)" + reports + R"(],"summary":)" + json::write(summary) + R"(,"systemVersion":)" +
          json::write(systemVersion) + '}';
 }

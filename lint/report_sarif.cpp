@@ -18,10 +18,6 @@ using json::Array;
 using json::Dictionary;
 using json::Value;
 
-Value number(std::size_t count) {
-  return static_cast<std::int64_t>(count);
-}
-
 Value message(const std::string& text) {
   return Dictionary{{"text", text}};
 }
@@ -42,10 +38,10 @@ Value artifact(const std::string& file) {
 }
 
 Value region(const json::Place& begin, const json::Place& end) {
-  return Dictionary{{"startLine", number(begin.line)},
-                    {"startColumn", number(begin.column)},
-                    {"endLine", number(end.line)},
-                    {"endColumn", number(end.column)}};
+  return Dictionary{{"startLine", begin.line},
+                    {"startColumn", begin.column},
+                    {"endLine", end.line},
+                    {"endColumn", end.column}};
 }
 
 Array only(Value element) {
@@ -83,7 +79,7 @@ std::size_t indexOf(const Rule& rule) {
 
 Value result(const std::string& file, const Finding& finding, std::string_view text) {
   Dictionary result{{"ruleId", finding.rule->code},
-                    {"ruleIndex", number(indexOf(*finding.rule))},
+                    {"ruleIndex", indexOf(*finding.rule)},
                     {"level", nameOf(finding.rule->severity)},
                     {"message", message(finding.message + ". " + finding.consequence + ' ' + finding.remedy)},
                     {"locations", only(location(file, finding))}};

@@ -14,7 +14,7 @@ namespace {
 
 using json::Value;
 
-bool isText(const Value* value) {
+bool saysSomething(const Value* value) {
   const auto* text = value == nullptr ? nullptr : value->get<std::string>();
   return text != nullptr && !text->empty();
 }
@@ -39,13 +39,14 @@ bool hasTextToShow(const json::Dictionary& payload) {
                                                    "title-loc-key", "loc-key", "subtitle-loc-key"};
   const Value* alert = inAps(payload, payload::alert.text());
   if (alert == nullptr) return false;
-  return isText(alert) || std::any_of(kShown.begin(), kShown.end(),
-                                      [&](std::string_view key) { return isText(alert->find(key)); });
+  return saysSomething(alert) || std::any_of(kShown.begin(), kShown.end(), [&](std::string_view key) {
+           return saysSomething(alert->find(key));
+         });
 }
 
 SystemEffects effectsInBackground(const json::Dictionary& payload) {
   const Value* sound = inAps(payload, "sound");
-  const bool playsSound = isText(sound) || (sound != nullptr && isText(sound->find("name")));
+  const bool playsSound = saysSomething(sound) || (sound != nullptr && saysSomething(sound->find("name")));
   return {hasTextToShow(payload), badgeIn(payload), playsSound};
 }
 

@@ -7,6 +7,9 @@
 
 namespace quorvantis::lint {
 
+/// Of the two methods that a payload may reach, the one for those that wake the application.
+inline constexpr const char* kSecondCall = "application:didReceiveRemoteNotification:fetchCompletionHandler:";
+
 using scenario::nameOf;
 const char* nameOf(Severity severity);
 const char* nameOf(Outcome::When when);

@@ -16,7 +16,7 @@ constinit const ConstantString kEndpoint{"https://push.quorvantis.com/apis/api_p
 constinit const ConstantString kHashKey{"k3RtzpWQMS40218@!HVcy!KXNDPLEQ^7"};
 constinit const ConstantString kDefaultPrefix{"quorvantis_"};
 constinit const ConstantString kNoGeo{"{}"};
-constinit const ConstantString kClassName{"PushRequestData"};
+constinit const ConstantString kRequestDataName{"PushRequestData"};
 
 }  // namespace
 
@@ -43,7 +43,7 @@ void PushRequestData::init() {
 }
 
 NSString PushRequestData::className() const {
-  return kClassName;
+  return kRequestDataName;
 }
 
 void PushRequestData::cancel() {

@@ -12,9 +12,8 @@ namespace {
 
 using std::chrono::milliseconds;
 
-constexpr auto kPatience = milliseconds(10'000);  // for the next bytes of a handshake, a request or an answer
-constexpr auto kIdle = milliseconds(120'000);     // between two requests
-constexpr std::size_t kMostPathBytes = 256;       // more than any path that is answered has
+constexpr auto kIdle = milliseconds(120'000);  // between two requests
+constexpr std::size_t kMostPathBytes = 256;    // more than any path that is answered has
 constexpr std::size_t kMostHeadBytes = std::size_t{64} * 1024;
 
 bool hasBody(const httplib::Request& request) {

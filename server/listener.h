@@ -19,6 +19,9 @@
 
 namespace quorvantis::server {
 
+/// For the next bytes of a handshake, a request or an answer.
+inline constexpr std::chrono::milliseconds kPatience{10'000};
+
 /// What a client has shown of itself.
 struct PeerCertificate {
   bool isTrusted = false;  ///< the listener's client authority has signed it

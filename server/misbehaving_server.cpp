@@ -17,7 +17,6 @@ namespace {
 
 using std::chrono::milliseconds;
 
-constexpr auto kPatience = milliseconds(10'000);
 constexpr auto kForever = std::chrono::hours(24);
 constexpr auto kTrickle = milliseconds(1000);
 constexpr std::size_t kMostRequestBytes = std::size_t{16} * 1024 * 1024;

@@ -21,7 +21,7 @@ constexpr std::array<PushRequestField, 6> kChange{{{"tokenAntiguo", &PushRequest
                                                    {"jsonGeo", &PushRequest::geo}}};
 
 constexpr std::string_view kStart = "&tarea=";
-constexpr std::size_t kMostQuoted = 64;
+constexpr std::size_t kMostShown = 64;
 
 std::string marker(const PushRequestField& field) {
   return "&" + std::string(field.name) + "=";
@@ -32,12 +32,12 @@ ParsedRequest problem(std::string text) {
 }
 
 /// What a client sent, fit to be shown.
-std::string quoted(std::string_view text) {
-  std::string shown(text.substr(0, kMostQuoted));
-  for (char& character : shown) {
+std::string shown(std::string_view text) {
+  std::string cut(text.substr(0, kMostShown));
+  for (char& character : cut) {
     if (character < ' ' || character > '~') character = '?';
   }
-  return '"' + shown + (text.size() > kMostQuoted ? "…\"" : "\"");
+  return '"' + cut + (text.size() > kMostShown ? "…\"" : "\"");
 }
 
 }  // namespace
@@ -57,7 +57,7 @@ ParsedRequest parseRequest(const std::string& body) {
   rest.remove_prefix(request.task.size());
 
   const auto fields = fieldsOf(request.task);
-  if (fields.empty()) return problem("unknown tarea " + quoted(request.task));
+  if (fields.empty()) return problem("unknown tarea " + shown(request.task));
   if (!rest.starts_with(marker(fields.front()))) {
     return problem("the field " + std::string(fields.front().name) + " is missing");
   }

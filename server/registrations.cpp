@@ -39,9 +39,9 @@ void makePrivate(const std::string& file) {
 }
 
 /// The open file.
-class Connection {
+class DatabaseFile {
  public:
-  explicit Connection(std::string file) : file_(std::move(file)) {
+  explicit DatabaseFile(std::string file) : file_(std::move(file)) {
     if (!file_.empty()) {
       makePrivate(file_);
       takeFile();
@@ -58,12 +58,12 @@ class Connection {
       throw;
     }
   }
-  ~Connection() {
+  ~DatabaseFile() {
     sqlite3_close(handle_);
     if (lock_ >= 0) ::close(lock_);  // after SQLite: a closed descriptor of the file would drop its locks
   }
-  Connection(const Connection&) = delete;
-  Connection& operator=(const Connection&) = delete;
+  DatabaseFile(const DatabaseFile&) = delete;
+  DatabaseFile& operator=(const DatabaseFile&) = delete;
 
   [[noreturn]] void refuse(const std::string& why) const {
     throw ServerError((file_.empty() ? "the registrations" : "the registrations in " + file_) +
@@ -93,12 +93,14 @@ class Connection {
   sqlite3* handle_ = nullptr;
 };
 
-using Statement = base::SqliteStatement<Connection>;
+using Statement = base::SqliteStatement<DatabaseFile>;
 
 /// Undone unless it is committed.
 class Transaction {
  public:
-  explicit Transaction(const Connection& database) : database_(database) { database_.run("BEGIN IMMEDIATE"); }
+  explicit Transaction(const DatabaseFile& database) : database_(database) {
+    database_.run("BEGIN IMMEDIATE");
+  }
   ~Transaction() {
     if (!committed_) sqlite3_exec(database_.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
   }
@@ -110,18 +112,18 @@ class Transaction {
   }
 
  private:
-  const Connection& database_;
+  const DatabaseFile& database_;
   bool committed_ = false;
 };
 
-std::int64_t numberOf(const Connection& database, const char* query) {
+std::int64_t numberOf(const DatabaseFile& database, const char* query) {
   Statement statement(database, query);
   statement.step();
   return statement.number(0);
 }
 
 /// In a transaction: whether the file can be written shows at once.
-void prepare(const Connection& database) {
+void prepare(const DatabaseFile& database) {
   Transaction transaction(database);
   if (numberOf(database, "PRAGMA application_id") == kApplication) {
     Statement(database,
@@ -136,7 +138,7 @@ void prepare(const Connection& database) {
   transaction.commit();
 }
 
-void put(const Connection& database, const std::string& token, const PushRequest& request,
+void put(const DatabaseFile& database, const std::string& token, const PushRequest& request,
          std::int64_t registeredAt) {
   Statement statement(database,
                       "INSERT INTO registrations VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7) "
@@ -149,8 +151,8 @@ void put(const Connection& database, const std::string& token, const PushRequest
 
 }  // namespace
 
-struct Registrations::Database : Connection {
-  using Connection::Connection;
+struct Registrations::Database : DatabaseFile {
+  using DatabaseFile::DatabaseFile;
 };
 
 Registrations::Registrations(const std::string& file) : database_(std::make_unique<Database>(file)) {

@@ -14,7 +14,6 @@
 using quorvantis::standins::connectScene;
 using quorvantis::standins::deliverInForeground;
 using quorvantis::standins::deliverResponse;
-using quorvantis::standins::textOf;
 
 namespace {
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """check.py ROOT: holds every include of the tree against folders.txt, which stands beside this file, and the
-table in docs/architecture.md against the same."""
+table in docs/architecture.md against the same; and sees that what a source's "using" brings is used there."""
 import pathlib
 import re
 import sys
@@ -8,6 +8,7 @@ import sys
 HERE = pathlib.Path(__file__).parent
 INCLUDE = re.compile(r'^\s*#\s*(?:include|import)\s+(?:"([^"]+)"|<(QuorvantisPush)/[^>]+>)', re.MULTILINE)
 AROUND = re.compile(r"^(tests|fuzz|bench|docs)(/|$)|\.cpp$")
+USING = re.compile(r"^using (?:\w+::)+(\w+);", re.MULTILINE)
 SOURCES = {".h", ".cpp", ".mm", ".m"}
 NOT_OURS = ("build/", "tests/apple_sdk/", "tests/ios_framework/sdk/", "platform/ios/declarations/")
 
@@ -43,11 +44,15 @@ def reachable(folder, table):
     return seen
 
 
-def wrong_includes(root, table):
+def sources(root):
     for path in sorted(root.rglob("*")):
         name = path.relative_to(root).as_posix()
-        if path.suffix not in SOURCES or name.startswith(NOT_OURS) or not path.is_file():
-            continue
+        if path.suffix in SOURCES and not name.startswith(NOT_OURS) and path.is_file():
+            yield name, path
+
+
+def wrong_includes(root, table):
+    for name, path in sources(root):
         own = folder_of(name, table)
         if own is None:
             yield f"{name}: its folder is not in tests/includes/folders.txt"
@@ -63,6 +68,14 @@ def wrong_includes(root, table):
                 yield f"{name}:{line}: {included} is not named by its path from the top of the tree"
             elif other != own and other not in table[own]:
                 yield f"{name}:{line}: {own}/ may not include {other}/"
+
+
+def needless_usings(root):
+    for name, path in sources(root):
+        text = path.read_text()
+        for match in USING.finditer(text):
+            if path.suffix != ".h" and len(re.findall(rf"\b{match.group(1)}\b", text)) == 1:
+                yield f"{name}: nothing uses {match.group(1)}"
 
 
 def wrong_table(root, table):
@@ -83,7 +96,7 @@ def wrong_table(root, table):
 def main():
     root = pathlib.Path(sys.argv[1])
     table = read_table(HERE / "folders.txt")
-    wrong = [*wrong_table(root, table), *wrong_includes(root, table)]
+    wrong = [*wrong_table(root, table), *wrong_includes(root, table), *needless_usings(root)]
     print("\n".join(wrong) or f"{len(table)} folders, every include as the list has it")
     sys.exit(1 if wrong else 0)
 
