@@ -7,6 +7,7 @@
 
 #include "base/hexadecimal.h"
 #include "json/write.h"
+#include "lint/document.h"
 #include "lint/system_effects.h"
 #include "scenario/host.h"
 #include "scenario/named_object.h"
@@ -180,6 +181,7 @@ void Phone::perform(const scenario::Step& step) {
   saved_.took(answers - std::min(answers, world_->waitingAnswers()), refusals_);
   if (step.name() == "relaunch") hasEnded_ = false;
   if (step.name() == "authorization") isDecided_ = true;
+  if (userInfo != nullptr) tellOfSize(*userInfo);
   if (isBehind && isArrival(step)) notify(*userInfo);
   for (const device::Event& event : world_->device.record.take()) tellEvent(event, userInfo);
   tellOfSettings();
@@ -210,6 +212,12 @@ void Phone::tellEvent(const device::Event& event, const json::Dictionary* userIn
   if (kind->second == json::Value("presented") && userInfo != nullptr) {
     present(*event.at("options").get<std::int64_t>(), *userInfo);
   }
+}
+
+void Phone::tellOfSize(const json::Dictionary& userInfo) {
+  const std::size_t bytes = json::write(userInfo).size();
+  if (bytes <= lint::kLargestPayload) return;
+  show("oversized", {{"bytes", std::uint64_t{bytes}}, {"largest", std::uint64_t{lint::kLargestPayload}}});
 }
 
 void Phone::tellOfSettings() {

@@ -102,6 +102,7 @@ class Phone {
   [[nodiscard]] bool mayNotify() const;
 
   void tellEvent(const device::Event& event, const json::Dictionary* userInfo);
+  void tellOfSize(const json::Dictionary& userInfo);
   void tellOfSettings();
   void show(const char* what, json::Dictionary more = {});
   void record(const Act& act);

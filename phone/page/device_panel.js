@@ -27,7 +27,6 @@ export class DevicePanel {
       id: "airplane",
     });
     this.token = element("code", { id: "token" });
-    this.backend = element("p", { id: "backend" });
     this.form = new StepForm(row, {
       names,
       submit: "Change the phone",
@@ -45,7 +44,6 @@ export class DevicePanel {
       ),
       element("h2", {}, "Device token"),
       element("p", {}, this.token),
-      this.backend,
       element(
         "div",
         { className: "buttons" },
@@ -54,13 +52,6 @@ export class DevicePanel {
       element("h2", {}, "What the phone is"),
       this.form.root,
     ];
-  }
-
-  /** Says how a backend reaches the phone, when it does. */
-  showStatus({ apns }) {
-    this.backend.textContent = apns
-      ? `A backend reaches this phone at https://localhost:${apns.port}, by this token and topic ${apns.topic}.`
-      : "A backend reaches this phone when the program is started with --apns.";
   }
 
   update({ airplane, device }) {

@@ -58,7 +58,7 @@ function makeEditor() {
 async function greet() {
   if (!panels) {
     const { steps } = await transport.schema();
-    panels = new Panels(at("controls"), steps, makeEditor(), actions, message);
+    panels = new Panels(at("controls"), steps, makeEditor(), transport, actions, message);
     draw();
   }
   panels.showStatus(await transport.status());

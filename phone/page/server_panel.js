@@ -47,7 +47,7 @@ export class ServerPanel {
         : all[this.choice.value][1];
     this.queue = element("div", { id: "answers", "aria-live": "polite" });
     this.content = [
-      element("h2", {}, "How it answers the next request"),
+      element("h2", {}, "How the push server answers the next request"),
       element(
         "div",
         { className: "bar" },

@@ -62,6 +62,11 @@ export class Transport {
     return this.#post("/api/lint", JSON.stringify({ payload }));
   }
 
+  /** Orders what the stand-in for Apple's service does with the next requests. */
+  orderFaults(faults) {
+    return this.#post("/api/apns/faults", JSON.stringify({ faults }));
+  }
+
   async status() {
     return (await this.#fetch("/api/status")).json();
   }

@@ -174,6 +174,8 @@ const screens = {
       user,
       `the application has ended${selector === null ? "" : `: ${selector} is not understood`}`,
     ),
+  oversized: ({ bytes, largest }) =>
+    said(system, user, `${bytes} bytes: Apple’s service takes at most ${largest} of a notification`),
   stored: ({ values }) => said(system, user, `found on the phone: ${Object.keys(values).join(", ")}`),
   requestFailed: ({ reason }) => said(system, library, `the request failed: ${reason}`),
   settingsFailed: ({ reason }) => said(system, user, `the settings can’t be kept: ${reason}`),

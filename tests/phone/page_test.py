@@ -149,6 +149,10 @@ def server_and_token(page, _):
         page.tab("server")
         page.sees("#answers", "None is queued")
         page.sees(*seen)
+    page.click("#order-fault")
+    page.sees("#faults", "Ordered: Too many requests (429), once.")
+    page.click("#no-fault")
+    page.sees("#faults", "All is well.")
     page.tab("device")
     page.click("#airplane")
     page.until("airplane mode", lambda: page.one("#airplane").get_attribute("aria-pressed") == "true")
@@ -293,7 +297,7 @@ def main():
         folder, port = Path(name), free_port()
         os.environ["XDG_STATE_HOME"] = name
         driver.execute_cdp_cmd("Browser.setDownloadBehavior", {"behavior": "allow", "downloadPath": name})
-        with Phone(TOOL, "--port", port, page=True) as phone:
+        with Phone(TOOL, "--port", port, "--apns=0", page=True) as phone:
             page = Page(driver, phone.facts["address"])
             for part in (registers, each_type, alerts, server_and_token, ends_and_begins, any_moment, tabs_and_reload):
                 part(page, phone)
