@@ -92,8 +92,7 @@ class Page:
 
     def is_drawn(self, phone):
         """Waits until all that happened is drawn."""
-        last = phone.json("GET", "/api/status")[1]["next"] - 1
-        self.sees("#moment-text", f"after {last} lines")
+        self.until("all lines", lambda: f"after {phone.json('GET', '/api/status')[1]['next'] - 1} lines" in self.lines())
 
 
 def registers(page, phone):
@@ -109,7 +108,7 @@ def registers(page, phone):
     page.until("the switch", lambda: [line for line in phone.lines() if line.get("foreground") is True])
 
 
-def each_type(page, _):
+def each_type(page, phone):
     for kind, aps in TYPES.items():
         page.arrives(alert(f"front {kind}", **aps))
         page.sees("#phone .banner, #phone .reports, #phone .alerts", f"front {kind}")
@@ -121,7 +120,8 @@ def each_type(page, _):
         page.sees("#phone .notifications", f"behind {kind}")
         page.click("#phone .notification-body", f"behind {kind}")
         page.sees("#application-state", "in front")
-        page.until("the list is empty of it", lambda k=kind: f"behind {k}" not in "".join(page.text("#phone .notifications")))
+        number = [line for line in phone.lines() if line.get("screen") == "listed"][-1]["notification"]
+        page.until("it is off the list", lambda n=number: {"screen": "unlisted", "notification": n} in phone.lines())
         if kind == "link":
             page.sees("#phone .card", HTTPS)
             check("noopener" in page.one("#phone .card a").get_attribute("rel"), "a link opens nothing here")
@@ -132,6 +132,10 @@ def alerts(page, _):
         page.arrives(alert(f"link {number}", **TYPES["link"]))
         page.sees("#phone .alerts", f"link {number}")
     check(len(page.all("#phone .alerts [role=alertdialog]")) == 2, "one on the other")
+    page.click("#application-background")
+    page.until("the application's windows are gone", lambda: not page.all("#phone .alerts [role=alertdialog]"))
+    page.click("#application-front")
+    page.until("they are back", lambda: len(page.all("#phone .alerts [role=alertdialog]")) == 2)
     page.click("#phone .alerts [role=alertdialog]:last-child button", "OK")
     page.until("one is left", lambda: len(page.all("#phone .alerts [role=alertdialog]")) == 1)
     page.sees("#phone .card", HTTPS)
@@ -262,6 +266,8 @@ def texts_stay_texts(page, phone, folder):
     for _ in range(2):
         phone.play({"do": "application", "state": "active"}, {"do": "advance", "seconds": 1})
         page.is_drawn(phone)
+    inline = "document.body.append(Object.assign(document.createElement('script'), {text: 'window.ran=1'})); return window.ran"
+    check(page.driver.execute_script(inline) is None, "the page takes no script but its own")
     check(not page.all("a[href^='javascript']") and not page.all("#page img[src=x]"), "it stays text")
     (folder / "phone.html").unlink()
     page.click("#save-page")
