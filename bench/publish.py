@@ -92,6 +92,7 @@ def main():
         "fleet": fleet(folder),
         "provider": table.provider(folder),
         "files": counted(folder, "files.txt"),
+        "page": counted(folder, "page.txt"),
     }
     document = docs / "performance.md"
     text = document.read_text()

@@ -85,7 +85,7 @@ def main():
     print()
     print("\n".join(provider(folder)))
     print()
-    for file in ("effects.txt", "exact.txt", "files.txt"):
+    for file in ("effects.txt", "exact.txt", "files.txt", "page.txt"):
         for name, value in figures(folder, file).items():
             print(f"{value:>10}  {name}")
 
