@@ -406,10 +406,10 @@ class Payloads(unittest.TestCase):
     def test_many_files_are_reported_as_one_after_the_other(self):
         folder = Path(self.scratch.name) / "campaigns"
         kinds = [path for path in payload_files() if code_of(path) not in ("too-large",)]
-        for number in range(150):
+        for number, kind in enumerate(kinds[::2]):
             path = folder / f"{number % 7}" / f"{number}.{'apns' if number % 2 else 'json'}"
             path.parent.mkdir(parents=True, exist_ok=True)
-            path.write_bytes(kinds[number % len(kinds)].read_bytes())
+            path.write_bytes(kind.read_bytes())
         (folder / "3" / "unreadable.json").symlink_to("nowhere")
         (folder / "notes.txt").write_text("no payload")
         (folder / ".hidden.json").write_text("no payload")
@@ -417,7 +417,7 @@ class Payloads(unittest.TestCase):
         one_by_one = [run("payload", path).stdout for path in files]
         together = run("payload", folder)
         self.assertTrue(together.stdout.startswith(b"".join(one_by_one)))
-        self.assertRegex(together.stdout.decode().splitlines()[-1], r"^151 files: .*; 1 can't be read$")
+        self.assertRegex(together.stdout.decode().splitlines()[-1], rf"^{len(files)} files: .*; 1 can't be read$")
         self.assertEqual(together.returncode, 2)
         for option in ("--json", "--sarif"):
             name = "files" if option == "--json" else "results"
