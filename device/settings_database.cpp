@@ -144,7 +144,8 @@ void SettingsDatabase::create() const {
   try {
     const Connection connection = connect(draft, SQLITE_OPEN_READWRITE);
     execute(connection.get(),
-            "PRAGMA locking_mode = EXCLUSIVE; PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL");
+            "PRAGMA locking_mode = EXCLUSIVE; PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL; PRAGMA "
+            "fullfsync = ON");
     execute(connection.get(), (schema() + "; PRAGMA wal_checkpoint(TRUNCATE)").c_str());
   } catch (...) {
     removeDraft();
@@ -218,7 +219,8 @@ void SettingsDatabase::takeFile() {
   execute(connection, "PRAGMA locking_mode = EXCLUSIVE; PRAGMA temp_store = MEMORY; BEGIN EXCLUSIVE");
   try {
     load();
-    execute(connection, "COMMIT; PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL");
+    execute(connection,
+            "COMMIT; PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL; PRAGMA fullfsync = ON");
   } catch (...) {
     if (!hadJournal && fs::file_size(journal, error) == 0 && !error) fs::remove(journal, error);
     throw;

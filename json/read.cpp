@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/real.h"
 #include "base/utf8.h"
 
 // A broken assumption of the parser surfaces in release builds too.
@@ -165,14 +166,9 @@ bool Builder::addNumber(std::string_view digits) {
     const bool isUnsigned = std::from_chars(digits.data(), last, wide).ec == std::errc();
     if (isUnsigned && options_.keepUnsignedIntegers) return addScalar(wide);
   }
-  double real = 0;
-  if (std::from_chars(digits.data(), last, real).ec == std::errc()) return addScalar(real);
-
-  // The same failure stands for too large and for too close to zero; a wider type tells them apart.
-  long double wide = 0;
-  std::from_chars(digits.data(), last, wide);
-  if (std::fabs(wide) > 1) return refuse(outOfRange(tokenStart()));
-  return addScalar(digits.front() == '-' ? -0.0 : 0.0);
+  const double real = base::realFrom(digits).value_or(0);
+  if (std::isinf(real)) return refuse(outOfRange(tokenStart()));
+  return addScalar(real);
 }
 
 bool Builder::addScalar(Value value) {

@@ -14,6 +14,8 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "base/descriptors.h"
+
 namespace quorvantis::lint {
 
 namespace {
@@ -36,7 +38,7 @@ int movedUp(int descriptor) {
 
 bool writeAll(int descriptor, const char* bytes, std::size_t size) {
   while (size > 0) {
-    const ssize_t written = ::send(descriptor, bytes, size, MSG_NOSIGNAL);
+    const ssize_t written = base::sendTo(descriptor, bytes, size);
     if (written < 0 && errno == EINTR) continue;
     if (written <= 0) return false;
     bytes += written;
@@ -90,8 +92,8 @@ bool readMessage(int descriptor, std::string& message) {
 }  // namespace
 
 HelperProcess::HelperProcess(const Answer& answer) {
-  std::array<int, 2> ends;
-  if (socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data()) != 0) fail("no helper process can be reached");
+  const base::Ends ends = base::openSocketPair();
+  if (ends[0] < 0) fail("no helper process can be reached");
   descriptor_ = movedUp(ends[0]);
   const int other = movedUp(ends[1]);
   std::cout.flush();

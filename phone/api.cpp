@@ -4,8 +4,10 @@
 #include <charconv>
 #include <chrono>
 #include <limits>
+#include <optional>
 #include <utility>
 
+#include "base/real.h"
 #include "json/write.h"
 #include "phone/schema.h"
 #include "scenario/named_object.h"
@@ -44,18 +46,27 @@ std::vector<std::string> readAll(const Transcript& transcript, std::size_t from)
   }
 }
 
+std::optional<double> numberFrom(const std::string& text, double) {
+  return base::realFrom(text);
+}
+
+std::optional<std::size_t> numberFrom(const std::string& text, std::size_t) {
+  std::size_t number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return number;
+}
+
 /// Throws scenario::StepError.
 template <class Number>
 Number parameter(const Request& request, const char* name, Number usual, Number most) {
   if (!request.has_param(name)) return usual;
-  const std::string text = request.get_param_value(name);
-  Number number{};
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc() || end != text.data() + text.size() || !(number >= Number{0} && number <= most)) {
+  const auto number = numberFrom(request.get_param_value(name), usual);
+  if (!number || !(*number >= Number{0} && *number <= most)) {
     throw scenario::StepError('"' + std::string(name) + "\" must be a number from 0 to " +
                               json::shortest(static_cast<double>(most)));
   }
-  return number;
+  return *number;
 }
 
 std::size_t fromOf(const Request& request) {

@@ -4,7 +4,6 @@
 #include <netinet/tcp.h>
 #include <openssl/err.h>
 #include <poll.h>
-#include <sys/eventfd.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -14,11 +13,11 @@
 #include <cerrno>
 #include <climits>
 #include <csignal>
-#include <cstring>
 #include <list>
 #include <system_error>
 #include <thread>
 
+#include "base/descriptors.h"
 #include "server/openssl_handles.h"
 #include "server/server_error.h"
 #include "server/socket.h"
@@ -147,7 +146,7 @@ struct Connection::Channel {
   int write(std::string_view bytes) const {
     const int most = static_cast<int>(std::min<std::size_t>(bytes.size(), INT_MAX));
     if (ssl) return SSL_write(ssl.get(), bytes.data(), most);
-    return static_cast<int>(::send(socket, bytes.data(), static_cast<std::size_t>(most), 0));
+    return static_cast<int>(base::sendTo(socket, bytes.data(), static_cast<std::size_t>(most)));
   }
 
   /// Calls `step` until it succeeds (its result is positive), the other side has ended (0), it fails for good
@@ -280,15 +279,15 @@ struct Listener::State {
       : options(std::move(given)),
         context(makeContext(options)),
         listening(listenAt(options.address, options.port)),
-        stop(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
-    if (stop.get() < 0) throw ServerError(std::string("no event descriptor: ") + std::strerror(errno));
+        stop(openPipe()) {
     const SignalsBlocked blocked;
     accepting = std::thread([this] { accept(); });
   }
 
   ~State() {
-    const std::uint64_t one = 1;
-    while (::write(stop.get(), &one, sizeof one) < 0 && errno == EINTR) {
+    // A byte that nobody reads: an end that is closed says nothing while a helper process holds a copy of it.
+    const char byte = 0;
+    while (::write(stop.in.get(), &byte, sizeof byte) < 0 && errno == EINTR) {
     }
     accepting.join();
     for (Worker& worker : workers) worker.thread.join();
@@ -299,17 +298,18 @@ struct Listener::State {
 
   void accept() {
     for (;;) {
-      const Ready ready = waitFor(listening.get(), POLLIN, stop.get(), Clock::now() + std::chrono::hours(1));
+      const Ready ready =
+          waitFor(listening.get(), POLLIN, stop.out.get(), Clock::now() + std::chrono::hours(1));
       if (ready == Ready::stopped) return;
       workers.remove_if([](Worker& worker) {
         if (worker.done) worker.thread.join();
         return worker.done.load();
       });
-      const int client = ::accept4(listening.get(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
+      const int client = base::acceptConnection(listening.get());
       if (client >= 0) {
         start(client);
       } else if (errno != EAGAIN && errno != EINTR && errno != ECONNABORTED) {
-        waitFor(-1, 0, stop.get(), Clock::now() + kPauseWithoutResources);
+        waitFor(-1, 0, stop.out.get(), Clock::now() + kPauseWithoutResources);
       }
     }
   }
@@ -335,7 +335,7 @@ struct Listener::State {
 
   void run(int client) const {
     try {
-      Connection connection(client, context.get(), stop.get());
+      Connection connection(client, context.get(), stop.out.get());
       options.serve(connection);
     } catch (...) {
       // The connection is lost, the server goes on.
@@ -345,7 +345,7 @@ struct Listener::State {
   const ListenerOptions options;
   const openssl::Context context;
   const Socket listening;
-  const Socket stop;
+  const Pipe stop;            // readable when all is to end
   std::list<Worker> workers;  // of the accepting thread, while it lives
   std::thread accepting;
 };

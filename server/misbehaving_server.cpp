@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "base/ascii.h"
+#include "base/descriptors.h"
 #include "server/listener.h"
 
 namespace quorvantis::server {
@@ -147,7 +148,7 @@ void MisbehavingServer::State::serve(Connection& connection) {
 
 bool MisbehavingServer::State::begin(Connection& connection) const {
   if (!options.plain.empty()) {
-    ::send(connection.socket(), options.plain.data(), options.plain.size(), MSG_NOSIGNAL);
+    base::sendTo(connection.socket(), options.plain.data(), options.plain.size());
     waitUntilClientLeaves(connection);
     return false;
   }

@@ -9,6 +9,7 @@
 #include <cstring>
 #include <string>
 
+#include "base/descriptors.h"
 #include "server/server_error.h"
 
 namespace quorvantis::server {
@@ -58,9 +59,15 @@ Socket::~Socket() {
   if (descriptor_ >= 0) ::close(descriptor_);
 }
 
+Pipe openPipe() {
+  const base::Ends ends = base::openPipe();
+  if (ends[0] < 0) throw ServerError(std::string("no pipe can be opened: ") + std::strerror(errno));
+  return {Socket(ends[0]), Socket(ends[1])};
+}
+
 Socket bindTo(const std::string& text, std::uint16_t port) {
   const Address address = read(text, port);
-  Socket bound(::socket(address.storage.ss_family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+  Socket bound(base::openSocket(address.storage.ss_family));
   if (bound.get() < 0) refuse(text, port, errno);
   if (port != 0) {
     // A port of which only closed connections are left is free; one with a listener is not.

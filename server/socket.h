@@ -21,6 +21,15 @@ class Socket {
   int descriptor_;
 };
 
+/// What is written to `in` is read from `out`.
+struct Pipe {
+  Socket out;
+  Socket in;
+};
+
+/// Throws ServerError.
+Pipe openPipe();
+
 /// What listens here is reached from this machine alone.
 inline constexpr const char* kLoopback = "127.0.0.1";
 

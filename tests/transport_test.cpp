@@ -15,6 +15,7 @@
 #include <thread>
 #include <vector>
 
+#include "base/descriptors.h"
 #include "jose/jwe.h"
 #include "server/misbehaving_server.h"
 #include "server/openssl_handles.h"
@@ -247,7 +248,7 @@ TEST_F(TransportTest, WaitsForAConnectionNoLongerThanItsLimit) {
   ASSERT_EQ(::getsockname(listening.get(), reinterpret_cast<sockaddr*>(&address), &size), 0);
   std::vector<server::Socket> waiting;
   for (int i = 0; i < 4; ++i) {
-    waiting.emplace_back(::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+    waiting.emplace_back(base::openSocket(AF_INET));
     static_cast<void>(::connect(waiting.back().get(), reinterpret_cast<const sockaddr*>(&address), size));
   }
   network.setHost(kHost, {"127.0.0.1", server::boundPort(listening)});

@@ -1,25 +1,29 @@
 #include "platform/Class.h"
 
+#include <cstddef>
 #include <mutex>
-#include <type_traits>
+#include <new>
 
 namespace quorvantis::platform {
 
 namespace {
 
-// One lock serves every class: only one class is ever locked.
-constinit std::recursive_mutex classLock;
-// Threads may outlive main().
-static_assert(std::is_trivially_destructible_v<std::recursive_mutex>);
+/// One lock serves every class: only one class is ever locked. It is never destroyed: threads may outlive
+/// main().
+std::recursive_mutex& classLock() {
+  alignas(std::recursive_mutex) static std::byte place[sizeof(std::recursive_mutex)];
+  static std::recursive_mutex& lock = *new (place) std::recursive_mutex;
+  return lock;
+}
 
 }  // namespace
 
 void objc_sync_enter(Class /*object*/) {
-  classLock.lock();
+  classLock().lock();
 }
 
 void objc_sync_exit(Class /*object*/) {
-  classLock.unlock();
+  classLock().unlock();
 }
 
 }  // namespace quorvantis::platform
