@@ -100,15 +100,16 @@ Value jsonOf(const PayloadReport& report) {
                     {"outcomes", arrayOf(report.explanation)}};
 }
 
-std::string jsonReport(const std::string& systemVersion, const std::string& reports,
-                       const PayloadTotals& totals) {
+std::string jsonReport(const std::string& version, const std::string& systemVersion,
+                       const std::string& reports, const PayloadTotals& totals) {
   const Dictionary summary{{"files", totals.files},
                            {"unreadable", totals.unreadable},
                            {"errors", totals.errors},
                            {"warnings", totals.warnings},
                            {"notes", totals.notes}};
   return R"({"files":[)" + reports + R"(],"summary":)" + json::write(summary) + R"(,"systemVersion":)" +
-         json::write(systemVersion) + '}';
+         json::write(systemVersion) + R"(,"tool":)" +
+         json::write(Dictionary{{"name", "quorvantis-push"}, {"version", version}}) + '}';
 }
 
 }  // namespace quorvantis::lint

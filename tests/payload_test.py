@@ -361,6 +361,12 @@ class Payloads(unittest.TestCase):
         self.assertEqual([place for place in re.findall(r"^(/.*?:\d+:\d+): (?:error|warning|note): ", text, re.M)],
                          [f"{file}:{line}:{column}" for _, _, file, line, column, *_ in wanted])
 
+    def test_both_documents_carry_the_tools_version(self):
+        version = run("--version").stdout.decode().split()[-1]
+        path = FOLDER / "valid.silent.json"
+        document = json.loads(run("payload", "--json", path).stdout)
+        self.assertEqual((document["tool"]["version"], sarif(path)[0]["tool"]["driver"]["version"]), (version, version))
+
     def test_a_fix_in_sarif_is_the_exact_remedy(self):
         # Columns count characters, whatever they take in bytes or UTF-16.
         path = self.write("a b%é.apns", '{"aps": {"alert": {"body": "x"}, "😀": 1, "Badge": 2}}')

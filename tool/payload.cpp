@@ -85,7 +85,7 @@ lint::PayloadTotals report(const std::vector<std::string>& files, const PayloadO
       if (all.totals.files > 1) print(all.totals, terminal, std::cout);
       break;
     case Format::json:
-      std::cout << lint::jsonReport(options.systemVersion, all.reports, all.totals) << '\n';
+      std::cout << lint::jsonReport(options.version, options.systemVersion, all.reports, all.totals) << '\n';
       break;
     case Format::sarif:
       std::cout << lint::sarifLog(options.version, all.reports, all.notices, all.totals.unreadable == 0)
