@@ -21,6 +21,10 @@ if(QUORVANTIS_SANITIZE)
   add_link_options(-fsanitize=${QUORVANTIS_SANITIZE})
 endif()
 
+if(QUORVANTIS_PACKAGES)
+  add_compile_options("-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.")
+endif()
+
 # Hardening as the OpenSSF's guide for C and C++ compilers has it. The sanitizers look for more, and some of
 # this is in their way.
 include(CheckPIESupported)

@@ -1,4 +1,5 @@
-# `cmake --install` for C++ hosts: the core, the simulated device, their headers and a CMake package.
+# `cmake --install`: for C++ hosts the core, the simulated device, their headers, a CMake package and a pkg-config
+# file (component "development"); the tool, its manual page and its completions (component "tool").
 
 include(CMakePackageConfigHelpers)
 
@@ -15,31 +16,47 @@ endforeach()
 
 install(TARGETS ${installed_targets}
   EXPORT QuorvantisPush
-  ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
-  LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
-  RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
+  ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development
+  LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development
+  RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT development
   INCLUDES DESTINATION "${header_folder}")
 install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 if(QUORVANTIS_TOOL)
-  set_target_properties(quorvantis_push_tool PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
-  if(NOT BUILD_SHARED_LIBS)
-    # Otherwise the build tree's program keeps room for it in empty entries, which mean the current folder.
+  if(BUILD_SHARED_LIBS)
+    set_target_properties(quorvantis_push_tool PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+  else()
+    # Otherwise the build tree's program keeps room for a path in empty entries, which mean the current folder.
     set_target_properties(quorvantis_push_tool PROPERTIES BUILD_WITH_INSTALL_RPATH ON)
   endif()
-  install(TARGETS quorvantis_push_tool RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+  install(TARGETS quorvantis_push_tool RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT tool)
+
+  configure_file("${PROJECT_SOURCE_DIR}/tool/quorvantis-push.1.in" "${PROJECT_BINARY_DIR}/quorvantis-push.1" @ONLY)
+  install(FILES "${PROJECT_BINARY_DIR}/quorvantis-push.1" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT tool)
+  set(completions "${PROJECT_SOURCE_DIR}/tool/completions")
+  set(zsh_folder site-functions)
+  if(QUORVANTIS_PACKAGES)
+    set(zsh_folder vendor-completions)  # Debian keeps the other for /usr/local
+  endif()
+  install(FILES "${completions}/quorvantis-push.bash"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" RENAME quorvantis-push COMPONENT tool)
+  install(FILES "${completions}/_quorvantis-push"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/${zsh_folder}" COMPONENT tool)
+  install(FILES "${completions}/quorvantis-push.fish"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d" COMPONENT tool)
 endif()
 
 # Headers include each other by their path in the source tree.
 foreach(folder IN LISTS QUORVANTIS_CORE_FOLDERS ITEMS platform platform/simulated device json server)
   file(GLOB headers CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/${folder}/*.h")
   list(FILTER headers EXCLUDE REGEX "/shared_slot\\.h$")  # for the simulated device's relaunch alone
-  install(FILES ${headers} DESTINATION "${header_folder}/${folder}")
+  install(FILES ${headers} DESTINATION "${header_folder}/${folder}" COMPONENT development)
 endforeach()
 
 install(EXPORT QuorvantisPush
   FILE QuorvantisPushTargets.cmake
   NAMESPACE QuorvantisPush::
-  DESTINATION "${package_folder}")
+  DESTINATION "${package_folder}"
+  COMPONENT development)
 configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/Config.cmake.in"
   "${PROJECT_BINARY_DIR}/QuorvantisPushConfig.cmake"
   INSTALL_DESTINATION "${package_folder}")
@@ -48,4 +65,16 @@ write_basic_package_version_file("${PROJECT_BINARY_DIR}/QuorvantisPushConfigVers
 install(FILES
   "${PROJECT_BINARY_DIR}/QuorvantisPushConfig.cmake"
   "${PROJECT_BINARY_DIR}/QuorvantisPushConfigVersion.cmake"
-  DESTINATION "${package_folder}")
+  DESTINATION "${package_folder}"
+  COMPONENT development)
+
+# The same for who builds without CMake; the folders are told from the file's own.
+file(RELATIVE_PATH prefix_from_pkgconfig "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
+configure_file("${PROJECT_SOURCE_DIR}/cmake/quorvantispush.pc.in" "${PROJECT_BINARY_DIR}/quorvantispush.pc" @ONLY)
+install(FILES "${PROJECT_BINARY_DIR}/quorvantispush.pc"
+  DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig"
+  COMPONENT development)
+
+if(QUORVANTIS_PACKAGES)
+  include(Packages)
+endif()

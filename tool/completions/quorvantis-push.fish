@@ -1,0 +1,43 @@
+# Completion of quorvantis-push for fish.
+
+complete -c quorvantis-push -f
+complete -c quorvantis-push -s h -l help -d 'Tell the options'
+complete -c quorvantis-push -l version -d 'Tell the version'
+
+complete -c quorvantis-push -n __fish_use_subcommand -a demo -d 'Watch a simulated phone register and get notifications'
+complete -c quorvantis-push -n __fish_use_subcommand -a payload -d 'Say what a payload does, and what is wrong with it'
+complete -c quorvantis-push -n __fish_use_subcommand -a run -d 'Play a scenario, print what happened'
+complete -c quorvantis-push -n __fish_use_subcommand -a phone -d 'Hold a simulated phone in the browser'
+complete -c quorvantis-push -n __fish_use_subcommand -a serve -d 'Run the push server for development'
+
+set -l payload '__fish_seen_subcommand_from payload'
+complete -c quorvantis-push -n $payload -F
+complete -c quorvantis-push -n $payload -l json -d 'Print one JSON document, for other programs'
+complete -c quorvantis-push -n $payload -l sarif -d 'Print the findings as a SARIF log, for code hosts'
+complete -c quorvantis-push -n $payload -l system-version -x -d 'The phone\'s version of iOS'
+
+set -l phone_and_run '__fish_seen_subcommand_from phone run'
+complete -c quorvantis-push -n $phone_and_run -F
+complete -c quorvantis-push -n $phone_and_run -l build -x -a 'device simulator' -d 'The library\'s build'
+complete -c quorvantis-push -n $phone_and_run -l settings -r -F -d 'Keep the phone\'s settings in this file'
+complete -c quorvantis-push -n $phone_and_run -l server -x -d 'Use a push server that runs on this machine'
+complete -c quorvantis-push -n $phone_and_run -l authority -r -F -d 'The certificate of its authority'
+
+set -l phone '__fish_seen_subcommand_from phone'
+complete -c quorvantis-push -n $phone -l port -x -d 'The port of the page'
+complete -c quorvantis-push -n $phone -l no-page -d 'Serve the interface for tests alone'
+complete -c quorvantis-push -n $phone -l json -d 'Print the transcript\'s lines as they come'
+complete -c quorvantis-push -n $phone -l listen -x -d 'The numeric address to listen at'
+complete -c quorvantis-push -n $phone -l public-host -x -d 'The name by which pages reach it'
+complete -c quorvantis-push -n $phone -l apns -d 'Stand in for Apple\'s push service at this port'
+complete -c quorvantis-push -n $phone -l topic -x -d 'The application\'s bundle identifier'
+complete -c quorvantis-push -n $phone -l apns-authority -r -F -d 'Write the certificate of the stand-in\'s authority here'
+complete -c quorvantis-push -n $phone -l provider-key -r -F -d 'The key that signs provider tokens'
+complete -c quorvantis-push -n $phone -l client-authority -r -F -d 'The authority of providers that connect by certificate'
+complete -c quorvantis-push -n $phone -l strict -d 'Status 1 when a payload was taken that has an error'
+
+set -l serve '__fish_seen_subcommand_from serve'
+complete -c quorvantis-push -n $serve -l port -x -d 'The port of 127.0.0.1'
+complete -c quorvantis-push -n $serve -l data -r -F -d 'Keep the registrations in this file'
+complete -c quorvantis-push -n $serve -l authority -r -F -d 'Write the certificate of the server\'s authority here'
+complete -c quorvantis-push -n $serve -l seal-answers -d 'Protect the answers as the requests are'
