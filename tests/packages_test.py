@@ -6,7 +6,6 @@ scripts/check-packages installs and uses them; that takes longer.
 import gzip
 import os
 import re
-import shutil
 import subprocess
 import sys
 import tempfile
@@ -70,8 +69,6 @@ class Packages(unittest.TestCase):
                          set(re.findall(r" -l(\S+)", pkg_config.read_text())))
 
     def test_lintian_finds_nothing(self):
-        if shutil.which("lintian") is None:
-            self.skipTest("lintian is not installed")
         found = subprocess.run(["lintian", "--fail-on", "error,warning", *self.first], capture_output=True, text=True,
                                timeout=200)
         self.assertEqual(found.returncode, 0, found.stdout + found.stderr)

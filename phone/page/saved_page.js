@@ -40,8 +40,8 @@ async function hashOf(text) {
   return `'sha256-${btoa(String.fromCharCode(...new Uint8Array(digest)))}'`;
 }
 
-/** The file. `lines` is the JSON text of all lines, as the server gives it. */
-export async function pageOf(lines) {
+/** The file. `lines` is the JSON text of all lines, as the server gives it; `version` the tool's. */
+export async function pageOf(lines, version) {
   const found = await modules(first);
   const parts = [...found].map(([name, text]) => asFunction(name, text));
   const script = `"use strict";\nconst modules = {};\n${parts.join("")}`.replaceAll("</script", "<\\/script");
@@ -58,6 +58,7 @@ export async function pageOf(lines) {
 <meta http-equiv="Content-Security-Policy" content="${policy}">
 <meta name="viewport" content="width=device-width, initial-scale=1">
 <meta name="color-scheme" content="light dark">
+<meta name="generator" content="quorvantis-push ${version}">
 <title>A phone, saved – QuorvantisPush</title>
 <style>${style}</style>
 </head>

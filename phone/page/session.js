@@ -20,7 +20,10 @@ export function sessionControls(root, transport, actions) {
     button(
       "Save as page",
       () =>
-        actions.attempt(async () => save(await pageOf(await transport.lines()), "phone.html", "text/html")),
+        actions.attempt(async () => {
+          const { version } = await transport.status();
+          save(await pageOf(await transport.lines(), version), "phone.html", "text/html");
+        }),
       { id: "save-page" },
     ),
   );

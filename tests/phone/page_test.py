@@ -234,6 +234,8 @@ def saved(page, phone, folder):
     page.driver.switch_to.new_window("tab")
     page.driver.get((folder / "phone.html").as_uri())
     page.until("the saved phone", lambda: page.all(".row"))
+    version = phone.json("GET", "/api/status")[1]["version"]
+    check(page.one("meta[name=generator]").get_attribute("content") == f"quorvantis-push {version}", "what saved it")
     page.until("the same last state and timeline", lambda: page.shown() == shown)
     check(all(entry.startswith("file:") for entry in page.driver.execute_script(
         "return performance.getEntriesByType('resource').map(e => e.name)")), "without any server")
