@@ -79,8 +79,6 @@ struct SigningKey::State {
 SigningKey::SigningKey(const std::string& pem)
     : state_(std::make_unique<State>(State{publicHalf(readKey(pem).get())})) {}
 SigningKey::~SigningKey() = default;
-SigningKey::SigningKey(SigningKey&&) noexcept = default;
-SigningKey& SigningKey::operator=(SigningKey&&) noexcept = default;
 
 bool SigningKey::hasSigned(std::string_view token) const {
   const Jws read(cjose_jws_import(token.data(), token.size(), nullptr));

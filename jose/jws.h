@@ -15,8 +15,6 @@ class SigningKey {
   /// what is wrong with it and nothing of what it holds.
   explicit SigningKey(const std::string& pem);
   ~SigningKey();
-  SigningKey(SigningKey&&) noexcept;
-  SigningKey& operator=(SigningKey&&) noexcept;
 
   /// Whether the key has signed the token, whose header says "ES256".
   [[nodiscard]] bool hasSigned(std::string_view token) const;
