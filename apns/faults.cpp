@@ -72,7 +72,7 @@ std::optional<double> secondsIn(const json::Value& entry) {
 
 /// Fills in what the entry says; gives what is wrong with it, or an empty text.
 std::string read(const json::Value& entry, Fault& fault) {
-  if (entry.get<json::Dictionary>() == nullptr) return "is no object";
+  if (entry.get<json::Dictionary>() == nullptr) return "must be an object";
   const KindName* const kind = kindOf(entry);
   if (kind == nullptr) return "has no \"fault\" that is one of " + listedKinds();
   if (hasOtherKeys(entry, *kind)) {
@@ -83,20 +83,20 @@ std::string read(const json::Value& entry, Fault& fault) {
     return "has a key that \"" + std::string(kind->name) + "\" does not take; it takes " + known;
   }
   const auto times = wholeNumber(entry, "times", 1, 1, kMostTimes);
-  if (!times) return "\"times\" is no whole number from 1 to 1000000";
+  if (!times) return "\"times\" must be a whole number from 1 to 1000000";
   const auto seconds = secondsIn(entry);
-  if (!seconds) return "\"seconds\" is no number from 0 to 3600";
+  if (!seconds) return "\"seconds\" must be a number from 0 to 3600";
   const bool isAnswer = kind->kind == Kind::answer;
   const json::Value* const reason = entry.find("reason");
   const auto* const text = reason == nullptr ? nullptr : reason->get<std::string>();
   if ((reason != nullptr && text == nullptr) || (text != nullptr && text->size() > kMostReasonBytes))
-    return "\"reason\" is no text of at most 200 bytes";
+    return "\"reason\" must be a string of at most 200 bytes";
   fault.reason = text != nullptr ? *text : isAnswer ? "InternalServerError" : "Shutdown";
   const Reason* const known = findReason(fault.reason);
   if (isAnswer && known == nullptr && entry.find("status") == nullptr)
-    return "needs a \"status\", since its \"reason\" is none that Apple documents";
+    return "needs a \"status\", since Apple documents no such \"reason\"";
   const auto status = wholeNumber(entry, "status", known == nullptr ? 0 : known->status, 300, 599);
-  if (isAnswer && !status) return "\"status\" is no whole number from 300 to 599";
+  if (isAnswer && !status) return "\"status\" must be a whole number from 300 to 599";
   fault.kind = kind->kind;
   fault.status = static_cast<int>(status.value_or(0));
   fault.times = static_cast<std::size_t>(*times);
@@ -110,7 +110,7 @@ std::variant<std::vector<Fault>, std::string> readFaults(const json::Value& orde
   const json::Value* const list = order.find("faults");
   const auto* const entries = list == nullptr ? nullptr : list->get<json::Array>();
   if (entries == nullptr || order.get<json::Dictionary>()->size() != 1)
-    return R"(the body is an object with the one key "faults", an array; an empty one ends all faults)";
+    return R"(the body must be an object with one key, "faults", an array; an empty one ends all faults)";
   if (entries->size() > kMostFaults) return "\"faults\" has more than 1000 entries; \"times\" repeats one";
   std::vector<Fault> faults(entries->size());
   for (std::size_t i = 0; i < faults.size(); ++i) {

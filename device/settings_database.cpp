@@ -97,7 +97,7 @@ SettingsDatabase::SettingsDatabase(fs::path file) : file_(std::move(file)) {
   } else if (error) {
     throw SettingsError(unwritable(file_, error.message()));
   } else if (!fs::is_regular_file(status)) {
-    throw SettingsError(complain(file_, "is no plain file", "choose another file"));
+    throw SettingsError(complain(file_, "is not a regular file", "choose another file"));
   }
   connection_ = connect(file_, SQLITE_OPEN_READWRITE);
   checkHeader();
@@ -185,7 +185,7 @@ void SettingsDatabase::checkHeader() const {
   const int code = handle->pMethods->xRead(handle, header.data(), static_cast<int>(header.size()), 0);
   if (code != SQLITE_OK && code != SQLITE_IOERR_SHORT_READ) fail(code, sqlite3_errstr(code));
   if (std::string_view(reinterpret_cast<const char*>(header.data()), kMagic.size()) != kMagic) {
-    throw SettingsError(complain(file_, "is damaged or no settings file at all",
+    throw SettingsError(complain(file_, "is damaged, or is not a settings file",
                                  "restore it from a copy or choose another file"));
   }
   if (bigEndian(&header[68]) != kApplication) {
@@ -240,7 +240,7 @@ void SettingsDatabase::load() {
     schema += tables.text(0) + ";";
   }
   if (schema != std::string(kMetaTable) + ";" + kSettingsTable + ";") {
-    throw SettingsError(damaged(file_, "its tables are others"));
+    throw SettingsError(damaged(file_, "it has other tables than a settings file"));
   }
 
   for (Statement row(*this, "SELECT key, value FROM settings"); row.step();) {

@@ -49,7 +49,7 @@ Target locate(const std::string& text, const Network& network) {
   char* found = nullptr;
   if (!target.url || curl_url_set(target.url.get(), CURLUPART_URL, text.c_str(), 0) != CURLUE_OK ||
       curl_url_get(target.url.get(), CURLUPART_HOST, &found, 0) != CURLUE_OK) {
-    throw Failure("no URL");
+    throw Failure("not a URL");
   }
   const Text host(found);
   // A name and a password would become a header.
@@ -65,7 +65,8 @@ Target locate(const std::string& text, const Network& network) {
 std::string connectTo(const Endpoint& endpoint) {
   in6_addr parsed;
   const bool v4 = inet_pton(AF_INET, endpoint.address.c_str(), &parsed) == 1;
-  if (!v4 && inet_pton(AF_INET6, endpoint.address.c_str(), &parsed) != 1) throw Failure("no numeric address");
+  if (!v4 && inet_pton(AF_INET6, endpoint.address.c_str(), &parsed) != 1)
+    throw Failure("not a numeric address");
   return "::" + (v4 ? endpoint.address : "[" + endpoint.address + "]") + ":" + std::to_string(endpoint.port);
 }
 
@@ -201,11 +202,11 @@ long atLeastOne(std::chrono::milliseconds limit) {
 const char* reasonOf(CURLcode code) {
   switch (code) {
     case CURLE_COULDNT_CONNECT:
-      return "nobody listens there";
+      return "nothing listens at that address";
     case CURLE_PEER_FAILED_VERIFICATION:
-      return "the certificate there is none of the trusted authority";
+      return "the server's certificate is not signed by a trusted authority";
     case CURLE_OPERATION_TIMEDOUT:
-      return "no whole answer in time";
+      return "no complete answer in time";
     default:
       return curl_easy_strerror(code);
   }
@@ -306,7 +307,7 @@ void Transport::Connection::perform(const std::stop_token& stop) {
   curl_easy_getinfo(easy.get(), CURLINFO_ACTIVESOCKET, &keptSocket);
   int left = 0;
   const CURLMsg* message = curl_multi_info_read(multi.get(), &left);
-  if (message == nullptr || message->msg != CURLMSG_DONE) throw Failure("no whole answer");
+  if (message == nullptr || message->msg != CURLMSG_DONE) throw Failure("no complete answer");
   if (message->data.result != CURLE_OK) throw Failure(reasonOf(message->data.result));
 }
 
@@ -314,7 +315,7 @@ std::optional<std::string> Transport::Connection::post(const Request& request, c
   if (network.isInAirplaneMode()) throw Failure("airplane mode is on");
   const Target target = locate(request.url, network);
   const std::string authorities = network.trustedAuthorities();
-  if (authorities.empty()) throw Failure("nobody is trusted");
+  if (authorities.empty()) throw Failure("no authority is trusted");
   if (!easy || keptAuthorities != authorities || keptEndpoint != target.endpoint || isKeptConnectionOver()) {
     restart();
     keptAuthorities = authorities;
@@ -346,7 +347,8 @@ std::optional<std::string> Transport::Connection::post(const Request& request, c
   set(handle, CURLOPT_HEADERDATA, &exchange);
   goodBye = false;
   perform(stop);
-  if (exchange.endsWithConnection && !exchange.answer.empty() && !goodBye) throw Failure("half an answer");
+  if (exchange.endsWithConnection && !exchange.answer.empty() && !goodBye)
+    throw Failure("the answer was cut off");
 
   long status = 0;
   const char* contentType = nullptr;

@@ -38,9 +38,9 @@ const std::uint8_t* bytes(std::string_view text) {
 }
 
 Key contentKey(std::string_view key) {
-  if (key.size() != kKeyBytes) throw std::invalid_argument("the hash key has not 32 bytes");
+  if (key.size() != kKeyBytes) throw std::invalid_argument("the hash key must have 32 bytes");
   Key made(cjose_jwk_create_oct_spec(bytes(key), key.size(), nullptr));
-  if (!made) throw std::runtime_error("the hash key can't be taken over");
+  if (!made) throw std::runtime_error("the hash key can't be used");
   return made;
 }
 

@@ -33,7 +33,7 @@ PKey readKey(const std::string& pem) {
   const auto memory = [&] { return Bio(BIO_new_mem_buf(pem.data(), static_cast<int>(pem.size()))); };
   PKey key(PEM_read_bio_PrivateKey(memory().get(), nullptr, noPassword, nullptr));
   if (!key) key.reset(PEM_read_bio_PUBKEY(memory().get(), nullptr, noPassword, nullptr));
-  if (!key) throw std::runtime_error("no key in PEM form, without a password");
+  if (!key) throw std::runtime_error("not a key in PEM form without a password");
   return key;
 }
 
@@ -51,7 +51,7 @@ Jwk publicHalf(const EVP_PKEY* key) {
   if (!isOnP256(key) ||
       EVP_PKEY_get_octet_string_param(key, OSSL_PKEY_PARAM_PUB_KEY, point.data(), point.size(), &size) != 1 ||
       size != point.size() || point[0] != 4) {
-    throw std::runtime_error("no key on the curve P-256");
+    throw std::runtime_error("not a key on the curve P-256");
   }
   cjose_jwk_ec_keyspec spec{};
   spec.crv = CJOSE_JWK_EC_P_256;
@@ -60,7 +60,7 @@ Jwk publicHalf(const EVP_PKEY* key) {
   spec.y = point.data() + 1 + kCoordinateBytes;
   spec.ylen = kCoordinateBytes;
   Jwk made(cjose_jwk_create_EC_spec(&spec, nullptr));
-  if (!made) throw std::runtime_error("no key that can be used");
+  if (!made) throw std::runtime_error("the key can't be used");
   return made;
 }
 

@@ -68,8 +68,8 @@ std::string titleOf(const std::vector<Situation>& situations) {
 }
 
 std::string reasonOf(const std::string& selector) {
-  if (selector == "objectForKey:") return "the library looked for a key in something that is no object";
-  if (selector == "isEqualToString:") return "the library compared something with a string that is none";
+  if (selector == "objectForKey:") return "the library looked for a key in something that is not an object";
+  if (selector == "isEqualToString:") return "the library compared something that is not a string with one";
   if (selector == "integerValue")
     return "the library asked for a whole number, and got null, an array or an object";
   return "the settings take no null";

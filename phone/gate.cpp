@@ -41,7 +41,7 @@ std::optional<Refusal> Gate::check(const httplib::Request& request) const {
       !isSameKey(std::string_view(given).substr(kBearer.size()), key_)) {
     return Refusal{
         401,
-        "the key is missing or another: send it as \"Authorization: Bearer KEY\"; it stands behind the "
+        "the key is missing or wrong: send it as \"Authorization: Bearer KEY\"; it stands behind the "
         "# of the address that the program has printed"};
   }
   if (request.method == "POST" && server::mediaTypeOf(request) != "application/json") {

@@ -124,7 +124,7 @@ void HttpDoor::State::answer(const httplib::Request& request, httplib::Response&
   response.status = 200;
   if (const auto refusal = gate->check(request)) return refuse(response, refusal->status, refusal->reason);
   if (body.tooLong) return refuse(response, 413, "the body is longer than 1 MiB");
-  if (!body.whole) return refuse(response, 400, "the body broke off");
+  if (!body.whole) return refuse(response, 400, "the body was cut off");
   if (request.path.starts_with("/api/")) return api.answer(request, response, body.text);
   const bool isRead = request.method == "GET" || request.method == "HEAD";
   if (!isRead) return refuse(response, 405, "only GET is answered here");

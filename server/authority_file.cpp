@@ -18,7 +18,7 @@ void requireOurs(const std::string& path) {
   }
   throw ServerError(
       path +
-      ": what is there is no certificate that this program has written, and is left alone; name "
+      ": the file there is not a certificate that this program has written, and is left alone; name "
       "another file");
 }
 

@@ -79,7 +79,7 @@ void askForCertificate(SSL_CTX* context, const std::string& authority) {
   const openssl::Certificate certificate = readCertificate(authority);
   if (!certificate || X509_STORE_add_cert(SSL_CTX_get_cert_store(context), certificate.get()) != 1 ||
       SSL_CTX_add_client_CA(context, certificate.get()) != 1) {
-    throw ServerError("the authority for clients is no certificate in PEM form");
+    throw ServerError("the authority for clients must be a certificate in PEM form");
   }
   static constexpr std::string_view kSessions = "clients";  // none is taken up again elsewhere
   SSL_CTX_set_session_id_context(context, reinterpret_cast<const unsigned char*>(kSessions.data()),

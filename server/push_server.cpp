@@ -56,7 +56,7 @@ struct PushServer::State {
         registrations(options.dataFile),
         http(HttpServer::make(std::max(kMostReadBytes, options.mostBodyBytes))) {
     if (!options.hashKey.empty() && options.hashKey.size() != kKeyBytes) {
-      throw ServerError("the hash key has not 32 bytes");
+      throw ServerError("the hash key must have 32 bytes");
     }
     setRoutes();
     listener = std::make_unique<Listener>(
@@ -125,7 +125,7 @@ void PushServer::State::receive(const httplib::Request& request, httplib::Respon
   }
   if (body.tooLong)
     return refuse(413, "the body is longer than " + std::to_string(options.mostBodyBytes / 1024) + " KiB");
-  if (!body.whole) return refuse(400, "the body broke off");
+  if (!body.whole) return refuse(400, "the body was cut off");
 
   const auto plain = isProtected ? jose::open(body.text, options.hashKey) : body.text;
   if (!plain) return refuse(400, "the body's protection does not open with the hash key");

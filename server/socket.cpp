@@ -25,7 +25,7 @@ constexpr int kBacklog = SOMAXCONN;  // a client that finds it full tries again 
   if (error == EACCES) {
     throw ServerError(name + " is open to the administrator only; choose a port from 1024 on");
   }
-  if (error == EADDRNOTAVAIL) throw ServerError(address + " is no address of this machine");
+  if (error == EADDRNOTAVAIL) throw ServerError(address + " is not an address of this machine");
   throw ServerError(name + " of " + address + " can't be used: " + std::strerror(error));
 }
 
@@ -48,7 +48,7 @@ Address read(const std::string& text, std::uint16_t port) {
     v6.sin6_port = htons(port);
     address.size = sizeof v6;
   } else {
-    throw ServerError('"' + text + "\" is no numeric address, such as 127.0.0.1 or ::1");
+    throw ServerError('"' + text + "\" is not a numeric address such as 127.0.0.1 or ::1");
   }
   return address;
 }

@@ -290,7 +290,7 @@ TEST_F(PushServerTest, SaysWhyItDoesNotStart) {
   const std::string port = std::to_string(server->port());
   EXPECT_EQ(problem({.port = server->port()}),
             "port " + port + " is in use by another program; choose another port");
-  EXPECT_EQ(problem({.hashKey = "short"}), "the hash key has not 32 bytes");
+  EXPECT_EQ(problem({.hashKey = "short"}), "the hash key must have 32 bytes");
   EXPECT_NE(problem({.dataFile = "/nowhere/at/all.db"}).find("/nowhere/at/all.db"), std::string::npos);
   const std::string text = temporary("no-database");
   std::ofstream(text) << std::string(5000, 'x');

@@ -177,7 +177,7 @@ class Server(Options):
         printed = self.stop(process)
         for text in ("pushlibRegistrarToken", "pushlibCambioToken", '{"error":"no","token":"02"}', '"si"'):
             self.assertIn(text, printed)
-        self.assertEqual(self.outcomes(token("01"), where, "nobody listens there"), [FAILED])
+        self.assertEqual(self.outcomes(token("01"), where, "nothing listens at that address"), [FAILED])
 
     def test_remembers_registrations_in_its_file(self):
         data = self.folder / "registrations.db"
@@ -209,7 +209,7 @@ class Server(Options):
         self.stop(process)
         process, where = self.serve()
         self.authority.write_bytes(kept)
-        said = "the certificate there is none of the trusted authority"
+        said = "the server's certificate is not signed by a trusted authority"
         self.assertEqual(self.outcomes(token("01"), where, said), [FAILED])
         self.assertNotIn("pushlib", self.stop(process))
 

@@ -225,7 +225,7 @@ TEST_F(SettingsTest, RefuseWhatIsNotTheirs) {
   writeFile(file_, "");
   expectRefusal("it is empty");
   writeFile(file_, "key = value\n");
-  expectRefusal("no settings file");
+  expectRefusal("not a settings file");
   fs::remove(file_);
   sql("PRAGMA journal_mode = WAL; CREATE TABLE settings (key, value)");
   expectRefusal("another program");
@@ -235,7 +235,7 @@ TEST_F(SettingsTest, RefuseWhatIsNotTheirs) {
   expectRefusal("newer format");
   fs::remove(file_);
   fs::create_directory(file_);
-  EXPECT_NE(refusal().find("no plain file"), std::string::npos);
+  EXPECT_NE(refusal().find("not a regular file"), std::string::npos);
   fs::remove(file_);
   writeFile(journal(), "left");
   expectRefusal("is missing while its -wal is there");

@@ -19,7 +19,7 @@ constexpr const char* kVersion = "quorvantis-push " QUORVANTIS_VERSION;
 constexpr const char* kStatuses =
     "Status: 0 when all went well; 1 when something went wrong or was found wrong (an error in a payload, a "
     "port "
-    "in use, standard output that takes nothing more); 2 when what was given can't be read.";
+    "in use, standard output that can't be written to); 2 when what was given can't be read.";
 constexpr const char* kOldestSystem = "10.0";
 constexpr const char* kAppleStandInPort = "8445";
 constexpr const char* kTopic = "com.example.app";
@@ -212,7 +212,7 @@ bool hasCommand(CLI::App& app, const std::string& name) {
 /// The command's status, unless what it printed was lost.
 int statusOf(const CommandStatus& command) {
   if (std::cout.flush()) return command.get_exit_code();
-  std::cerr << "quorvantis-push: standard output takes nothing more; is the disk full?\n";
+  std::cerr << "quorvantis-push: standard output can't be written to any more; is the disk full?\n";
   return std::max(command.get_exit_code(), 1);
 }
 

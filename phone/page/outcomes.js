@@ -67,8 +67,8 @@ const beforehand = {
 };
 
 const ends = {
-  "objectForKey:": "the library looked for a key in something that is no object",
-  "isEqualToString:": "the library compared something with a string that is none",
+  "objectForKey:": "the library looked for a key in something that is not an object",
+  "isEqualToString:": "the library compared something that is not a string with one",
   integerValue: "the library asked for a whole number, and got null, an array or an object",
 };
 

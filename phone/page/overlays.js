@@ -7,7 +7,7 @@ const isSafe = (url) => /^(https?|mailto|tel|sms):/i.test(url);
 
 /** An address, as a link where it is one that is safe to follow. */
 export function address(url) {
-  if (url === null) return element("span", {}, "Nothing: the text is no address.");
+  if (url === null) return element("span", {}, "Nothing: the text is not an address.");
   if (!isSafe(url)) return element("code", {}, url);
   return element("a", { href: url, target: "_blank", rel: "noopener noreferrer" }, url);
 }

@@ -143,7 +143,7 @@ def alerts(page, _):
 
 def server_and_token(page, _):
     for answer, seen in (("It refuses, with a reason", ("#stored .server", "not known here")),
-                         ("No connection", (".row", "nobody listens"))):
+                         ("No connection", (".row", "nothing listens"))):
         page.tab("server")
         Select(page.one("#answer")).select_by_visible_text(answer)
         page.click("#queue-answer")
