@@ -1,6 +1,6 @@
 #include "phone/http_door.h"
 
-#include <array>
+#include <exception>
 #include <latch>
 #include <optional>
 #include <utility>
@@ -114,8 +114,14 @@ void HttpDoor::State::setRoutes() {
     answer(request, response, {.text = {}, .whole = true});
     return httplib::Server::HandlerResponse::Handled;
   });
-  http->set_exception_handler([](const httplib::Request&, httplib::Response& response,
-                                 const std::exception_ptr&) { refuse(response, 500, "the phone failed"); });
+  http->set_exception_handler(
+      [](const httplib::Request&, httplib::Response& response, const std::exception_ptr& thrown) {
+        try {
+          std::rethrow_exception(thrown);
+        } catch (const std::exception& error) {
+          refuse(response, 500, std::string("the phone failed: ") + error.what());
+        }
+      });
 }
 
 void HttpDoor::State::answer(const httplib::Request& request, httplib::Response& response,

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <deque>
 #include <random>
 #include <utility>
 
@@ -9,6 +10,7 @@
 #include "json/write.h"
 #include "lint/document.h"
 #include "lint/system_effects.h"
+#include "phone/notification_list.h"
 #include "scenario/host.h"
 #include "scenario/named_object.h"
 #include "scenario/player.h"
@@ -54,9 +56,9 @@ bool isArrival(const scenario::Step& step) {
 }  // namespace
 
 struct Phone::World {
-  explicit World(const PhoneOptions& options) : device(options.settings) {
+  World(const PhoneOptions& options, const std::string& settings) : device(settings) {
     device.build = options.build;
-    if (!options.settings.empty()) device.settings.open();
+    if (!settings.empty()) device.settings.open();
     if (options.server) {
       scenario::leadTo(*options.server, device);
     } else {
@@ -72,6 +74,19 @@ struct Phone::World {
   std::optional<scenario::PushService> service;
   std::unique_ptr<scenario::Host> host;
   std::optional<scenario::Player> player;
+
+  bool isPrompting = false;
+  bool isDecided = false;  // whether the application may notify
+  bool hasEnded = false;
+  bool isInAirplaneMode = false;
+  std::optional<std::string> raised = {};           // the application ends of it
+  std::size_t refusals = 0;                         // requests in airplane mode, during this step
+  std::optional<std::string> settingsFailure = {};  // why they can't be kept any more
+
+  NotificationList list;
+  CollapseId collapseId = {};       // of the notification that is on its way to the application
+  std::optional<Arrive> kept = {};  // the last one that came in airplane mode
+  std::deque<Arrive> waiting;       // until the prompt is answered
 };
 
 Phone::Phone(PhoneOptions options, Transcript& transcript, const std::vector<Line>& lines)
@@ -96,16 +111,21 @@ void Phone::begin(const std::vector<Line>& lines) {
   goLive();
 }
 
-void Phone::prepare() {
+void Phone::makeWorld() {
   world_.reset();
-  waiting_.clear();
-  kept_.reset();
-  raised_.reset();
-  list_ = {};
-  isPrompting_ = isDecided_ = hasEnded_ = isInAirplaneMode_ = haveSettingsFailed_ = false;
-  world_ = std::make_unique<World>(options_);
+  try {
+    world_ = std::make_unique<World>(options_, options_.settings);
+  } catch (const device::SettingsError& error) {
+    if (phones_ == 0) throw;  // nobody uses it yet
+    world_ = std::make_unique<World>(options_, "");
+    world_->settingsFailure = error.what();
+  }
+}
+
+void Phone::prepare() {
+  makeWorld();
   world_->device.network.setOnFailure([this](const std::string& reason) {
-    if (world_->device.network.isInAirplaneMode()) ++refusals_;
+    if (world_->device.network.isInAirplaneMode()) ++world_->refusals;
     world_->device.record.add({{"screen", "requestFailed"}, {"reason", reason}});
   });
   tokens_.begin(world_->device.facts.token);
@@ -116,6 +136,7 @@ void Phone::prepare() {
   if (options_.server) remarks.emplace_back("To be run with --server and --authority.");
   const json::Dictionary stored = scenario::storedValues(world_->device);
   if (!stored.empty()) show("stored", {{"values", stored}});
+  if (world_->settingsFailure) show("settingsFailed", {{"reason", *world_->settingsFailure}});
   saved_ = SavedScenario(remarks, stored);
 }
 
@@ -124,7 +145,7 @@ void Phone::goLive() {
   endIfRaised();
   applyAirplaneMode();
   // From now on a person answers the prompt.
-  if (!isDecided_) world_->device.authorization.reset();
+  if (!world_->isDecided) world_->device.authorization.reset();
   flush();
 }
 
@@ -135,15 +156,15 @@ void Phone::play(const Line& line) {
 }
 
 void Phone::receive(Arrive notification) {
-  waiting_.push_back(std::move(notification));
+  world_->waiting.push_back(std::move(notification));
   deliverWaiting();
   flush();
 }
 
 void Phone::deliverWaiting() {
-  while (!isPrompting_ && !waiting_.empty()) {
-    const Arrive next = std::move(waiting_.front());
-    waiting_.pop_front();
+  while (!world_->isPrompting && !world_->waiting.empty()) {
+    const Arrive next = std::move(world_->waiting.front());
+    world_->waiting.pop_front();
     perform(next);
   }
 }
@@ -156,6 +177,10 @@ void Phone::tell(const json::Dictionary& line) {
 std::optional<std::string> Phone::token() const {
   const auto& token = world_->device.facts.token;
   return token ? std::optional(base::hexadecimal(*token)) : std::nullopt;
+}
+
+bool Phone::isPrompting() const {
+  return world_->isPrompting;
 }
 
 const std::string& Phone::systemVersion() const {
@@ -171,22 +196,22 @@ void Phone::perform(const scenario::Step& step) {
   const std::size_t answers = world_->waitingAnswers();
   const json::Dictionary* userInfo = userInfoOf(step);
   const bool isBehind = world_->device.application.state == device::ApplicationState::background;
-  refusals_ = 0;
+  world_->refusals = 0;
   world_->player->play(step);
-  if (isPrompting_) world_->player->goOn();
+  if (world_->isPrompting) world_->player->goOn();
 
   told_.push_back(step.text());
   saved_.add(step);
   tokens_.change(world_->device.facts.token);
-  saved_.took(answers - std::min(answers, world_->waitingAnswers()), refusals_);
-  if (step.name() == "relaunch") hasEnded_ = false;
-  if (step.name() == "authorization") isDecided_ = true;
+  saved_.took(answers - std::min(answers, world_->waitingAnswers()), world_->refusals);
+  if (step.name() == "relaunch") world_->hasEnded = false;
+  if (step.name() == "authorization") world_->isDecided = true;
   if (userInfo != nullptr) tellOfSize(*userInfo);
   if (isBehind && isArrival(step)) notify(*userInfo);
   for (const device::Event& event : world_->device.record.take()) tellEvent(event, userInfo);
   tellOfSettings();
-  isPrompting_ = world_->player->isStopped();
-  if (isPrompting_) {
+  world_->isPrompting = world_->player->isStopped();
+  if (world_->isPrompting) {
     show("prompt");
     saved_.waits();
   }
@@ -194,21 +219,21 @@ void Phone::perform(const scenario::Step& step) {
 }
 
 void Phone::makeReadyFor(const scenario::Step& step) {
-  if (isPrompting_ && step.name() != "authorization") refuseBeforeAnswer();
+  if (world_->isPrompting && step.name() != "authorization") refuseBeforeAnswer();
   if (step.needs() != scenario::Needs::runningApplication) return endIfRaised();
-  if (hasEnded_ && !isReplaying_) {
+  if (world_->hasEnded && !isReplaying_) {
     throw NotNow(R"(the application has ended; {"do":"relaunch"} starts it)");
   }
-  raised_.reset();
-  hasEnded_ = false;
+  world_->raised.reset();
+  world_->hasEnded = false;
 }
 
 void Phone::tellEvent(const device::Event& event, const json::Dictionary* userInfo) {
   told_.push_back(json::write(event));
   const auto kind = event.find("event");
   if (kind == event.end()) return;
-  if (kind->second == json::Value("authorizationRequested")) isDecided_ = isDecided_ || isReplaying_;
-  if (kind->second == json::Value("raised")) raised_ = *event.at("selector").get<std::string>();
+  if (isReplaying_ && kind->second == json::Value("authorizationRequested")) world_->isDecided = true;
+  if (kind->second == json::Value("raised")) world_->raised = *event.at("selector").get<std::string>();
   if (kind->second == json::Value("presented") && userInfo != nullptr) {
     present(*event.at("options").get<std::int64_t>(), *userInfo);
   }
@@ -221,50 +246,50 @@ void Phone::tellOfSize(const json::Dictionary& userInfo) {
 }
 
 void Phone::tellOfSettings() {
-  const auto failure = world_->device.settingsFailure();
-  if (!failure || std::exchange(haveSettingsFailed_, true)) return;
-  show("settingsFailed", {{"reason", *failure}});
+  if (world_->settingsFailure) return;
+  world_->settingsFailure = world_->device.settingsFailure();
+  if (world_->settingsFailure) show("settingsFailed", {{"reason", *world_->settingsFailure}});
 }
 
 void Phone::perform(const Act& act) {
-  if (isPrompting_) refuseBeforeAnswer();
+  if (world_->isPrompting) refuseBeforeAnswer();
   endIfRaised();
   std::visit([this](const auto& one) { perform(one); }, act);
 }
 
 void Phone::perform(const End& act) {
-  if (hasEnded_) throw NotNow(R"(the application has ended already; {"do":"relaunch"} starts it)");
+  if (world_->hasEnded) throw NotNow(R"(the application has ended already; {"do":"relaunch"} starts it)");
   record(act);
   end(nullptr);
 }
 
 void Phone::perform(const AirplaneMode& act) {
   record(act);
-  isInAirplaneMode_ = act.on;
+  world_->isInAirplaneMode = act.on;
   applyAirplaneMode();
-  if (act.on || !kept_) return;
-  const Arrive kept = *std::exchange(kept_, std::nullopt);
+  if (act.on || !world_->kept) return;
+  const Arrive kept = *std::exchange(world_->kept, std::nullopt);
   if (kept.expires && *kept.expires <= secondsSince1970()) return;
   reach(kept);
 }
 
 void Phone::applyAirplaneMode() {
   // What is replayed says of each request that it found no way out, where it can be said.
-  world_->device.network.setAirplaneMode(isInAirplaneMode_ && (!isReplaying_ || serverIsElsewhere()));
+  world_->device.network.setAirplaneMode(world_->isInAirplaneMode && (!isReplaying_ || serverIsElsewhere()));
 }
 
 void Phone::perform(const Arrive& act) {
-  if (isInAirplaneMode_) {
+  if (world_->isInAirplaneMode) {
     record(act);
-    kept_ = act;
+    world_->kept = act;
     return;
   }
-  if (hasEnded_) record(act);
+  if (world_->hasEnded) record(act);
   reach(act);
 }
 
 void Phone::perform(const Remove& act) {
-  if (!list_.remove(act.notification)) {
+  if (!world_->list.remove(act.notification)) {
     if (isReplaying_) return;  // the one that took its place did it
     throw NotNow("notification " + std::to_string(act.notification) + " is not in the list");
   }
@@ -273,14 +298,14 @@ void Phone::perform(const Remove& act) {
 }
 
 void Phone::reach(const Arrive& notification) {
-  collapseId_ = notification.collapseId;
-  if (hasEnded_) {
+  world_->collapseId = notification.collapseId;
+  if (world_->hasEnded) {
     notify(notification.userInfo);
   } else if (!isReplaying_) {  // what is replayed has the steps themselves
     perform(scenario::readStep({{"do", "deliver"}, {"userInfo", notification.userInfo}}));
-    if (!hasEnded_) perform(scenario::readStep({{"do", "settle"}}));
+    if (!world_->hasEnded) perform(scenario::readStep({{"do", "settle"}}));
   }
-  collapseId_.reset();
+  world_->collapseId.reset();
 }
 
 void Phone::notify(const json::Dictionary& userInfo) {
@@ -299,8 +324,8 @@ void Phone::present(std::int64_t options, const json::Dictionary& userInfo) {
 }
 
 void Phone::list(const char* how, const json::Dictionary& userInfo) {
-  if (const auto earlier = list_.find(collapseId_)) perform(Remove{*earlier});
-  show(how, {{"notification", list_.add(collapseId_)}, {"userInfo", userInfo}});
+  if (const auto earlier = world_->list.find(world_->collapseId)) perform(Remove{*earlier});
+  show(how, {{"notification", world_->list.add(world_->collapseId)}, {"userInfo", userInfo}});
 }
 
 void Phone::setBadge(const json::Dictionary& userInfo) {
@@ -309,12 +334,12 @@ void Phone::setBadge(const json::Dictionary& userInfo) {
 }
 
 void Phone::endIfRaised() {
-  if (raised_) end(*raised_);
+  if (world_->raised) end(*world_->raised);
 }
 
 void Phone::end(json::Value selector) {
-  hasEnded_ = true;
-  raised_.reset();
+  world_->hasEnded = true;
+  world_->raised.reset();
   show("ended", {{"selector", std::move(selector)}});
 }
 
@@ -333,7 +358,7 @@ void Phone::flush() {
 }
 
 bool Phone::mayNotify() const {
-  return isDecided_ && world_->device.authorization && world_->device.authorization->granted;
+  return world_->isDecided && world_->device.authorization && world_->device.authorization->granted;
 }
 
 }  // namespace quorvantis::phone

@@ -10,7 +10,6 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
 #include <memory>
 #include <optional>
 #include <string>
@@ -18,7 +17,6 @@
 
 #include "device/device.h"
 #include "phone/line.h"
-#include "phone/notification_list.h"
 #include "phone/saved_scenario.h"
 #include "phone/tokens.h"
 #include "phone/transcript.h"
@@ -52,9 +50,10 @@ class Phone {
   /// told.
   void play(const Line& line);
 
-  /// Begins again with a fresh phone, which keeps nothing but the settings' file, and does these lines to it:
-  /// as `run` does, without a prompt, and going on where an application that has ended could not. Throws
-  /// scenario::StepError for a step that turns out impossible; those before it were played.
+  /// Begins again with a fresh phone, which keeps nothing but the settings' file, or not even that when it
+  /// has become unusable, and does these lines to it: as `run` does, without a prompt, and going on where an
+  /// application that has ended could not. Throws scenario::StepError for a step that turns out impossible;
+  /// those before it were played.
   void begin(const std::vector<Line>& lines);
 
   /// A remote notification that comes by itself, and waits while the prompt is on the screen.
@@ -72,13 +71,14 @@ class Phone {
   [[nodiscard]] std::optional<std::string> token() const;
   [[nodiscard]] const std::string& systemVersion() const;
   /// Whether the permission prompt waits for an answer.
-  [[nodiscard]] bool isPrompting() const { return isPrompting_; }
+  [[nodiscard]] bool isPrompting() const;
   [[nodiscard]] bool serverIsElsewhere() const { return options_.server.has_value(); }
 
  private:
-  struct World;
+  struct World;  // all that a fresh phone has anew
 
   void prepare();
+  void makeWorld();
   void goLive();
   void perform(const Line& line);
   void perform(const scenario::Step& step);
@@ -119,18 +119,6 @@ class Phone {
   Tokens tokens_;
 
   bool isReplaying_ = false;
-  bool isPrompting_ = false;
-  bool isDecided_ = false;  // whether the application may notify
-  bool hasEnded_ = false;
-  bool isInAirplaneMode_ = false;
-  std::optional<std::string> raised_;  // the application ends of it
-  std::size_t refusals_ = 0;           // requests in airplane mode, during this step
-  bool haveSettingsFailed_ = false;
-
-  NotificationList list_;
-  CollapseId collapseId_;       // of the notification that is on its way to the application
-  std::optional<Arrive> kept_;  // the last one that came in airplane mode
-  std::deque<Arrive> waiting_;  // until the prompt is answered
 };
 
 }  // namespace quorvantis::phone

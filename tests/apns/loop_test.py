@@ -69,6 +69,16 @@ def last(phone):
     return phone.json("GET", "/api/status")[1]["next"]
 
 
+def waits_for_permission(phone, backend, token):
+    """While the permission prompt is on the screen a notification waits."""
+    phone.fresh()
+    phone.play(*REGISTER[:3])
+    check(backend.send(token, ALERT)[0] == 200, "taken")
+    check(phone.wait(screen="provider", seconds=PATIENCE)[0] == 200, "it has come")
+    check('"deliver"' not in str(phone.lines()), "nobody has answered the prompt yet")
+    check({"do": "deliver", "userInfo": ALERT} in phone.play(REGISTER[3]), "it was not lost")
+
+
 def handled(phone, backend, token):
     """Each client sends each type, in front and behind: what the host is told, and what the system shows."""
     for state in ("active", "background"):
@@ -173,7 +183,7 @@ def main():
             token = server.token()
             check(token == phone.facts["token"], token)
             backend = Backend(phone, authority, key, folder)
-            for part in (handled, as_a_phone_does, misbehaves):
+            for part in (waits_for_permission, handled, as_a_phone_does, misbehaves):
                 part(phone, backend, token)
             many_at_once(phone, backend, token, folder)
             two_hundred_but(phone, backend, token)

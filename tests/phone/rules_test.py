@@ -2,8 +2,10 @@
 """rules_test.py TOOL [SESSIONS]: what a live phone does around the application, and that what is saved gives the same events."""
 
 import json
+import pathlib
 import random
 import sys
+import tempfile
 import time
 
 from live_phone import Phone, check, run, screens, texts
@@ -74,6 +76,8 @@ def list_rules(phone):
     lines = phone.play(arrives(note(3), collapseId="a"))
     check([line.get("notification") for line in lines if "screen" in line] == [2, 3], lines)
     check({"phone": "remove", "notification": 2} in lines and "unlisted" in screens(lines), lines)
+    lines = phone.play({"do": "deliver", "userInfo": note(5)})
+    check(screens(lines) == ["listed"], "one that has no collapse id takes nobody's place")
     check(screens(phone.play(arrives({"aps": {"content-available": 1, "extra1": "x"}}))) == [], "a silent one is not shown")
     check(phone.refusal({"phone": "remove", "notification": 2})[0] == 409, "it is off the list")
     phone.play({"phone": "remove", "notification": 3})
@@ -117,9 +121,28 @@ def airplane(phone):
     check(saved.index('"refuse"') < saved.index("503"), saved)
     phone.play({"phone": "airplaneMode", "on": True}, arrives(note(3), expires=1), {"phone": "airplaneMode", "on": False})
     check("note 3" not in json.dumps([line for line in phone.lines() if "phone" not in line]), "it had expired")
+    phone.play({"phone": "airplaneMode", "on": True})
     events = texts(phone.lines())
     phone.fresh(phone.scenario())
     check(texts(phone.lines()) == events, "nothing is delivered twice when it is opened")
+    check("requestFailed" in screens(phone.play({"do": "deliverToken", "hex": "dd"}, {"do": "settle"})), "it is still on")
+
+
+def settings_become_unusable():
+    """A phone is held on without its file, and says why."""
+    with tempfile.TemporaryDirectory() as folder:
+        file = pathlib.Path(folder) / "settings.sqlite"
+        with Phone(TOOL, "--settings", file) as phone:
+            phone.play({"do": "store", "set": {"key": 1}})
+            file.unlink()
+            file.mkdir()
+            phone.play({"do": "relaunch"})
+            status, answer = phone.json("POST", "/api/steps", {"do": "show"})
+            check(status == 500 and str(file) in answer["error"], (status, answer))
+            phone.fresh()
+            check(str(file) in phone.lines()[0]["reason"] and screens(phone.lines()) == ["settingsFailed"], phone.lines())
+            phone.play({"do": "store", "set": {"key": 2}})
+            check(phone.play({"do": "show"})[-1]["values"] == {"key": 2}, "they go with the phone")
 
 
 def random_sessions(phone):
@@ -149,6 +172,7 @@ def main():
     with Phone(TOOL) as phone:
         for part in (prompt, list_rules, ends, airplane, random_sessions):
             part(phone)
+    settings_become_unusable()
     with Phone(TOOL, "--build", "simulator") as phone:
         registered(phone)
         phone.play(BEHIND, arrives(note(1)))
