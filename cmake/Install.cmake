@@ -30,9 +30,9 @@ if(QUORVANTIS_TOOL)
   endif()
   install(TARGETS quorvantis_push_tool RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT tool)
 
-  configure_file("${PROJECT_SOURCE_DIR}/tool/quorvantis-push.1.in" "${PROJECT_BINARY_DIR}/quorvantis-push.1" @ONLY)
+  configure_file("${PROJECT_SOURCE_DIR}/packaging/man/quorvantis-push.1.in" "${PROJECT_BINARY_DIR}/quorvantis-push.1" @ONLY)
   install(FILES "${PROJECT_BINARY_DIR}/quorvantis-push.1" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT tool)
-  set(completions "${PROJECT_SOURCE_DIR}/tool/completions")
+  set(completions "${PROJECT_SOURCE_DIR}/packaging/completions")
   set(zsh_folder site-functions)
   if(QUORVANTIS_PACKAGES)
     set(zsh_folder vendor-completions)  # Debian keeps the other for /usr/local

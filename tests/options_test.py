@@ -9,7 +9,7 @@ import sys
 import unittest
 from pathlib import Path
 
-COMPLETIONS = Path(__file__).resolve().parents[1] / "tool/completions"
+COMPLETIONS = Path(__file__).resolve().parents[1] / "packaging/completions"
 ABOUT = {"--help", "--version"}
 OPTION = r"--[a-z][a-z-]*"
 

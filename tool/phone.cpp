@@ -13,6 +13,7 @@
 
 #include "apns/service.h"
 #include "console/input.h"
+#include "console/stop_signals.h"
 #include "console/terminal.h"
 #include "console/usage_error.h"
 #include "console/wording.h"
@@ -22,7 +23,6 @@
 #include "phone/provider_side.h"
 #include "scenario/names.h"
 #include "server/authority_file.h"
-#include "tool/stop_signals.h"
 
 namespace quorvantis::tool {
 
@@ -199,7 +199,7 @@ void announce(const PhoneOptions& options, const phone::HttpDoor& door, const st
 
 bool run(const PhoneOptions& options) {
   checkWhereToListen(options);
-  const sigset_t stop = blockStopSignals();
+  const sigset_t stop = console::blockStopSignals();
   lint::LintService linter;
   const std::vector<phone::Line> lines = readScenario(options);
 

@@ -4,12 +4,12 @@
 #include <exception>
 #include <iostream>
 
+#include "console/stop_signals.h"
 #include "console/terminal.h"
 #include "console/wording.h"
 #include "scenario/push_service.h"
 #include "server/authority_file.h"
 #include "server/push_server.h"
-#include "tool/stop_signals.h"
 
 namespace quorvantis::tool {
 
@@ -29,7 +29,7 @@ void printRequest(const server::ReceivedRequest& request) {
 }
 
 void serveUntilStopped(const ServeOptions& options) {
-  const sigset_t stop = blockStopSignals();
+  const sigset_t stop = console::blockStopSignals();
   if (!options.authority.empty()) server::requireOurs(options.authority);
   const server::Authority authority;
   server::PushServerOptions serverOptions;

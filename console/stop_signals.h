@@ -5,7 +5,7 @@
 
 #include <csignal>
 
-namespace quorvantis::tool {
+namespace quorvantis::console {
 
 /// Blocks them in this thread and in all that it starts; sigwait() then tells of one.
 inline sigset_t blockStopSignals() {
@@ -18,4 +18,4 @@ inline sigset_t blockStopSignals() {
   return stop;
 }
 
-}  // namespace quorvantis::tool
+}  // namespace quorvantis::console
