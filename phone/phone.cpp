@@ -232,7 +232,7 @@ void Phone::tellEvent(const device::Event& event, const json::Dictionary* userIn
   told_.push_back(json::write(event));
   const auto kind = event.find("event");
   if (kind == event.end()) return;
-  if (isReplaying_ && kind->second == json::Value("authorizationRequested")) world_->isDecided = true;
+  if (kind->second == json::Value("authorizationRequested")) world_->isDecided = true;
   if (kind->second == json::Value("raised")) world_->raised = *event.at("selector").get<std::string>();
   if (kind->second == json::Value("presented") && userInfo != nullptr) {
     present(*event.at("options").get<std::int64_t>(), *userInfo);

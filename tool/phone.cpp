@@ -235,7 +235,13 @@ bool run(const PhoneOptions& options) {
     sigwait(&stop, &signal);
     worker.stop();
   });
-  worker.work();
+  try {
+    worker.work();
+  } catch (...) {
+    transcript.end();
+    ::kill(::getpid(), SIGTERM);  // the stopper waits for it
+    throw;
+  }
   transcript.end();
   // Whoever does not want to wait for what is still under way can say so by another signal.
   pthread_sigmask(SIG_UNBLOCK, &stop, nullptr);

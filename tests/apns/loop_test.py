@@ -72,10 +72,10 @@ def last(phone):
 def waits_for_permission(phone, backend, token):
     """While the permission prompt is on the screen a notification waits."""
     phone.fresh()
-    phone.play(*REGISTER[:3])
+    check("prompt" in screens(phone.play(*REGISTER[:3])), "permission is asked for")
     check(backend.send(token, ALERT)[0] == 200, "taken")
     check(phone.wait(screen="provider", seconds=PATIENCE)[0] == 200, "it has come")
-    check('"deliver"' not in str(phone.lines()), "nobody has answered the prompt yet")
+    check("deliver" not in [line.get("do") for line in phone.lines()], "nobody has answered the prompt yet")
     check({"do": "deliver", "userInfo": ALERT} in phone.play(REGISTER[3]), "it was not lost")
 
 

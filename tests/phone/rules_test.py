@@ -4,11 +4,12 @@
 import json
 import pathlib
 import random
+import subprocess
 import sys
 import tempfile
 import time
 
-from live_phone import Phone, check, run, screens, texts
+from live_phone import PATIENCE, Phone, check, run, screens, texts
 
 TOOL, SESSIONS = sys.argv[1], int(sys.argv[2]) if len(sys.argv) > 2 else 100
 REGISTER = [{"do": "host", "appHash": "f00d", "foreground": True}, {"do": "activate", "value": True}, {"do": "settle"}]
@@ -83,7 +84,8 @@ def list_rules(phone):
     phone.play({"phone": "remove", "notification": 3})
     lines = phone.play({"do": "host", "foreground": False}, ACTIVE, arrives(note(4)))
     check("banner" not in screens(lines), "the library said no")
-    phone.play({"do": "notification", "arrives": "tap", "userInfo": note(2)}, {"do": "settle"})
+    lines = phone.play(BEHIND, {"do": "notification", "arrives": "tap", "userInfo": note(2)}, {"do": "settle"})
+    check(screens(lines) == [], "what is tapped was there before")
     check_saved(phone)
 
 
@@ -106,6 +108,8 @@ def ends(phone):
     after = [line for line in phone.lines() if "screen" in line]
     check([line for line in before if line != {"screen": "prompt"}] == after, (before, after))
     check(phone.refusal({"do": "settle"})[0] == 409, "it is the phone that it was")
+    phone.fresh("\n".join(json.dumps(step) for step in [*REGISTER, {"do": "deliver", "userInfo": {"aps": 1}}, {"do": "settle"}]))
+    check("ended" not in screens(phone.lines() + phone.play({"do": "settle"})), "it went on, as with `run`")
 
 
 def airplane(phone):
@@ -143,6 +147,8 @@ def settings_become_unusable():
             check(str(file) in phone.lines()[0]["reason"] and screens(phone.lines()) == ["settingsFailed"], phone.lines())
             phone.play({"do": "store", "set": {"key": 2}})
             check(phone.play({"do": "show"})[-1]["values"] == {"key": 2}, "they go with the phone")
+        done = subprocess.run([TOOL, "phone", "--no-page", "--settings", file], capture_output=True, text=True, timeout=PATIENCE)
+        check(done.returncode == 1 and str(file) in done.stderr and not done.stdout, done)
 
 
 def random_sessions(phone):
