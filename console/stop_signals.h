@@ -1,4 +1,4 @@
-// The signals by which a person or a system ends a command that serves. Main thread, before it starts others.
+// The signals that stop a command that serves. To be called on the main thread, before it starts others.
 #pragma once
 
 #include <pthread.h>
@@ -7,7 +7,7 @@
 
 namespace quorvantis::console {
 
-/// Blocks them in this thread and in all that it starts; sigwait() then tells of one.
+/// Blocks them in this thread and in those that it starts; wait for one with sigwait().
 inline sigset_t blockStopSignals() {
   sigset_t stop;
   sigemptyset(&stop);

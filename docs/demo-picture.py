@@ -37,7 +37,7 @@ def terminal_output(tool):
 def scene(lines, number):
     starts = [i for i, line in enumerate(lines) if re.match(r"\x1b\[1m\d+\. ", line)]
     start = starts[number - 1]
-    end = next(i for i in range(start, len(lines)) if "As it must be" in lines[i])
+    end = next(i for i in range(start, len(lines)) if "As expected." in lines[i])
     return lines[start:end + 1]
 
 

@@ -68,7 +68,7 @@ struct Phone::World {
     player.emplace(device, *host, service ? &*service : nullptr);
   }
 
-  [[nodiscard]] std::size_t waitingAnswers() const { return service ? service->waiting() : 0; }
+  [[nodiscard]] std::size_t waitingAnswers() const { return service ? service->queued() : 0; }
 
   device::Device device;
   std::optional<scenario::PushService> service;

@@ -71,13 +71,13 @@ std::optional<std::chrono::nanoseconds> durationOf(const Value& value) {
 }
 
 /// {"status", "body"}, {"status", "bodyHex"} or {"fault"}, and nothing else beside them.
-std::optional<ToldAnswer> answerOf(const Value& value) {
+std::optional<QueuedAnswer> answerOf(const Value& value) {
   const auto* answer = value.get<json::Dictionary>();
   if (answer == nullptr) return std::nullopt;
   if (const Value* fault = value.find("fault")) {
     const auto* name = fault->get<std::string>();
     const std::optional<Fault> known = name == nullptr ? std::nullopt : valueOf<Fault>(*name);
-    return known && answer->size() == 1 ? std::optional<ToldAnswer>(*known) : std::nullopt;
+    return known && answer->size() == 1 ? std::optional<QueuedAnswer>(*known) : std::nullopt;
   }
   const Value* status = value.find("status");
   const auto number = status == nullptr ? std::nullopt : wholeNumber(*status, 200, 599);
@@ -153,7 +153,7 @@ Kind<std::vector<std::string>> someOf(const std::vector<const char*>& choices,
           }};
 }
 
-Kind<std::vector<ToldAnswer>> answers() {
+Kind<std::vector<QueuedAnswer>> answers() {
   KindFacts facts{.name = "answers"};
   for (const auto& fault : kNamed<Fault>) facts.choices.push_back(fault.name);
   facts.description =
@@ -161,7 +161,7 @@ Kind<std::vector<ToldAnswer>> answers() {
       "string}, "
       "{\"status\", \"bodyHex\": a string of an even count of hexadecimal digits} or {\"fault\": " +
       alternatives(facts.choices) + "}";
-  return {facts, [](const Value& value) { return elementsOf<ToldAnswer>(value, answerOf); }};
+  return {facts, [](const Value& value) { return elementsOf<QueuedAnswer>(value, answerOf); }};
 }
 
 }  // namespace quorvantis::scenario

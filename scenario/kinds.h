@@ -53,7 +53,7 @@ Kind<std::chrono::nanoseconds> seconds();
 /// An array of some of these strings.
 Kind<std::vector<std::string>> someOf(const std::vector<const char*>& choices,
                                       const std::string& description);
-Kind<std::vector<ToldAnswer>> answers();
+Kind<std::vector<QueuedAnswer>> answers();
 
 /// One of the names of an enumeration.
 template <class Value>

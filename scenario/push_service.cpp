@@ -23,7 +23,7 @@ Misbehaviour behaviourOf(Fault fault) {
   return {Misbehaviour::Kind::cut};
 }
 
-/// More than the settings of any scenario fill.
+/// Larger than any request a scenario can cause.
 constexpr std::size_t kAnySize = std::size_t{1} << 30;
 
 /// "/path" of "POST /path HTTP/1.1".
@@ -41,13 +41,13 @@ std::string tokenOf(const std::string& body) {
 
 }  // namespace
 
-PushService::PushService(device::Device& device, Untold untold,
+PushService::PushService(device::Device& device, DefaultAnswer defaultAnswer,
                          std::function<void(const server::Answer&)> onAnswer)
-    : device_(device), untold_(untold) {
+    : device_(device), defaultAnswer_(defaultAnswer) {
   server::PushServerOptions options;
   options.hashKey = kHashKey;
   options.host = kPushHost;
-  if (untold == Untold::accept) options.mostBodyBytes = kAnySize;
+  if (defaultAnswer == DefaultAnswer::accept) options.mostBodyBytes = kAnySize;
   options.onAnswer = std::move(onAnswer);
   options.onRequest = [this](const server::ReceivedRequest& request) {
     recordRequest(request.path, request.body);
@@ -66,15 +66,15 @@ void PushService::prepareTurn() {
   misbehaving_.reset();
   refusing_.reset();
   device_.network.setLimits({});
-  std::optional<ToldAnswer> told;
-  if (!told_.empty()) {
-    told = std::move(told_.front());
-    told_.pop_front();
+  std::optional<QueuedAnswer> queued;
+  if (!queue_.empty()) {
+    queued = std::move(queue_.front());
+    queue_.pop_front();
   }
-  if (const auto* fault = told ? std::get_if<Fault>(&*told) : nullptr) return misbehave(*fault);
+  if (const auto* fault = queued ? std::get_if<Fault>(&*queued) : nullptr) return misbehave(*fault);
 
   const std::lock_guard lock(mutex_);
-  nextAnswer_ = told ? std::optional(std::get<server::Answer>(*std::move(told))) : std::nullopt;
+  nextAnswer_ = queued ? std::optional(std::get<server::Answer>(*std::move(queued))) : std::nullopt;
   leadTo(server_->port());
 }
 
@@ -108,7 +108,7 @@ void PushService::recordRequest(const std::string& path, const std::string& body
 std::optional<server::Answer> PushService::takeAnswer(const server::ReceivedRequest& request) {
   const std::lock_guard lock(mutex_);
   if (nextAnswer_) return std::exchange(nextAnswer_, std::nullopt);
-  if (untold_ == Untold::askRegistrations) return std::nullopt;
+  if (defaultAnswer_ == DefaultAnswer::fromRegistrations) return std::nullopt;
   const json::Dictionary answer{{"error", "no"}, {"token", tokenOf(request.body)}};
   return server::Answer{.body = json::write(answer)};
 }

@@ -1,5 +1,5 @@
-// The push server that a simulated device talks to, embedded in the tool: it answers as it is told, one told
-// answer for each request, and well when nothing is told. Main thread; it answers on threads of its own.
+// The push server that a simulated device talks to, embedded in the tool: each request takes the next queued
+// answer. Main thread; the server answers on its own threads.
 #pragma once
 
 #include <deque>
@@ -20,37 +20,35 @@ class RefusingPort;
 
 namespace quorvantis::scenario {
 
-/// What is answered to a request that nothing is told for.
-enum class Untold {
-  accept,            ///< that it went well, whatever it asks
-  askRegistrations,  ///< what the server's registrations say
+/// What a request gets when no answer is queued.
+enum class DefaultAnswer {
+  accept,             ///< success, whatever it asks
+  fromRegistrations,  ///< what the server's registrations say
 };
 
-/// What befalls a request in place of an answer.
+/// What happens to a request in place of an answer.
 enum class Fault {
   refuse,     ///< there is no connection
-  untrusted,  ///< the certificate is another authority's
+  untrusted,  ///< the certificate is signed by another authority
   reset,      ///< the connection is cut once the request has been read
   truncate,   ///< it is cut in the middle of the answer's body
   silence,    ///< the request is read and never answered
 };
 
-using ToldAnswer = std::variant<server::Answer, Fault>;
+using QueuedAnswer = std::variant<server::Answer, Fault>;
 
 class PushService {
  public:
   /// The device's network leads to this server and trusts its authority, as long as the service lives.
   /// Requests that the server has read are recorded; `onAnswer` sees its answers, on the server's threads.
-  explicit PushService(device::Device& device, Untold untold = Untold::accept,
+  explicit PushService(device::Device& device, DefaultAnswer defaultAnswer = DefaultAnswer::accept,
                        std::function<void(const server::Answer&)> onAnswer = nullptr);
   ~PushService();
   PushService(const PushService&) = delete;
   PushService& operator=(const PushService&) = delete;
 
-  /// The next request that nothing is queued for gets this.
-  void queue(ToldAnswer answer) { told_.push_back(std::move(answer)); }
-  /// How many are queued.
-  [[nodiscard]] std::size_t waiting() const { return told_.size(); }
+  void queue(QueuedAnswer answer) { queue_.push_back(std::move(answer)); }
+  [[nodiscard]] std::size_t queued() const { return queue_.size(); }
 
  private:
   void prepareTurn();
@@ -61,16 +59,16 @@ class PushService {
 
   device::Device& device_;
   server::Authority authority_;
-  std::deque<ToldAnswer> told_;
+  std::deque<QueuedAnswer> queue_;
   std::mutex mutex_;
   std::optional<server::Answer> nextAnswer_;  // guarded by mutex_
-  Untold untold_;
+  DefaultAnswer defaultAnswer_;
   std::unique_ptr<server::PushServer> server_;
   std::unique_ptr<server::MisbehavingServer> misbehaving_;
   std::unique_ptr<server::RefusingPort> refusing_;
 };
 
-/// The hash key that every copy of the library holds.
+/// The hash key that is built into the library.
 inline constexpr const char* kHashKey = "k3RtzpWQMS40218@!HVcy!KXNDPLEQ^7";
 
 /// The host name of the push server.

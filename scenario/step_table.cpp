@@ -145,9 +145,9 @@ std::vector<StepRow> makeTable() {
        {},
        "queues answers of the push server",
        {does(
-           [](const World& world, const std::vector<ToldAnswer>& answers) {
+           [](const World& world, const std::vector<QueuedAnswer>& answers) {
              if (world.service == nullptr) throw StepError(kServerIsElsewhere);
-             for (const ToldAnswer& answer : answers) world.service->queue(answer);
+             for (const QueuedAnswer& answer : answers) world.service->queue(answer);
            },
            required("answers", answers()))},
        Needs::ownPushServer},

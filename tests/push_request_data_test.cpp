@@ -277,7 +277,7 @@ TEST_F(PushRequestDataTest, CancelsTheRequestUnderWayAndNoOther) {
 
 TEST_F(PushRequestDataTest, CancelsWhatIsOnTheWire) {
   int answered = 0;
-  const scenario::PushService slow(device, scenario::Untold::accept, [&](const server::Answer&) {
+  const scenario::PushService slow(device, scenario::DefaultAnswer::accept, [&](const server::Answer&) {
     if (++answered == 1) client->cancel();
   });
   send(kRegister);

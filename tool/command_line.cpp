@@ -15,11 +15,9 @@ namespace quorvantis::tool {
 namespace {
 
 constexpr const char* kVersion = "quorvantis-push " QUORVANTIS_VERSION;
-/// What each command's status means; docs and tests have the same.
 constexpr const char* kStatuses =
-    "Status: 0 when all went well; 1 when something went wrong or was found wrong (an error in a payload, a "
-    "port "
-    "in use, standard output that can't be written to); 2 when what was given can't be read.";
+    "Exit status: 0 on success; 1 on failure or when a problem was found (an error in a payload, a port in "
+    "use, a failed write to standard output); 2 when the arguments or the input can't be read.";
 constexpr const char* kOldestSystem = "10.0";
 constexpr const char* kAppleStandInPort = "8445";
 constexpr const char* kTopic = "com.example.app";
@@ -30,7 +28,7 @@ class CommandStatus : public CLI::Error {
   explicit CommandStatus(int status) : CLI::Error("CommandStatus", "", status) {}
 };
 
-/// The options of every command, which outlive the parsing.
+/// CLI11 keeps references to these while it parses.
 struct Options {
   PayloadOptions payload;
   RunOptions run;
@@ -38,8 +36,8 @@ struct Options {
   PhoneOptions phone;
 };
 
-std::string problemOfNothing(const std::string& value) {
-  return value.empty() ? "needs a value" : "";
+std::string problemOfEmpty(const std::string& value) {
+  return value.empty() ? "must not be empty" : "";
 }
 
 CLI::App* addCommand(CLI::App& app, const char* name, const char* about) {
@@ -58,17 +56,18 @@ void addDemo(CLI::App& app, int (*demo)()) {
 std::string problemOfVersion(const std::string& version) {
   const bool isVersion = !version.empty() && version.front() != '.' &&
                          version.find_first_not_of("0123456789.") == std::string::npos;
-  if (!isVersion) return "takes a version of iOS, such as 16.4";
+  if (!isVersion) return "must be an iOS version, such as 16.4";
   return device::compareNumerically(version, kOldestSystem) < 0
-             ? "takes iOS 10.0 or newer, as the library does"
+             ? "must be 10.0 or later, the versions that the library supports"
              : "";
 }
 
 void addPayload(CLI::App& app, PayloadOptions& options, int (*payload)(const PayloadOptions&)) {
   CLI::App* command = addCommand(
-      app, "payload", "Say what the library does with a notification's payload, and what is wrong");
-  command->footer(std::string("\"switch\" in the output is activePushNotificationsInForegroundApp:. ") +
-                  kStatuses);
+      app, "payload", "Explain what the library does with a payload, and report what is wrong with it");
+  command->footer(
+      std::string("\"switch\" in the output stands for activePushNotificationsInForegroundApp:. ") +
+      kStatuses);
   using Format = PayloadOptions::Format;
   options.version = kVersion + std::string_view(kVersion).find(' ') + 1;
   auto* json = command->add_flag_callback(
@@ -78,7 +77,7 @@ void addPayload(CLI::App& app, PayloadOptions& options, int (*payload)(const Pay
           "--sarif", [&options] { options.format = Format::sarif; },
           "print the findings as a SARIF 2.1.0 log, for code hosts")
       ->excludes(json);
-  command->add_option("--system-version", options.systemVersion, "the phone's version of iOS")
+  command->add_option("--system-version", options.systemVersion, "the phone's iOS version")
       ->check(problemOfVersion)
       ->type_name("V")
       ->capture_default_str();
@@ -89,10 +88,10 @@ void addPayload(CLI::App& app, PayloadOptions& options, int (*payload)(const Pay
       ->required()
       ->type_name(" ");
   command->callback([&options, payload] {
-    // As a phone says it: "17" would be older than "17.0".
+    // Phones report "17.0", and "17" would compare as older.
     if (options.systemVersion.find('.') == std::string::npos) options.systemVersion += ".0";
     if (std::count(options.files.begin(), options.files.end(), "-") > 1) {
-      throw CLI::ValidationError("FILE", "standard input can be read once");
+      throw CLI::ValidationError("FILE", "standard input (-) may be named only once");
     }
     throw CommandStatus(payload(options));
   });
@@ -115,78 +114,79 @@ void addOutsideServer(CLI::App& command, std::optional<std::string>& server,
                       std::optional<std::string>& authority) {
   auto* where = command.add_option("--server", server, "use a push server that runs on this machine")
                     ->type_name("HOST:PORT");
-  auto* trusted = command.add_option("--authority", authority, "the certificate of its authority")
+  auto* trusted = command.add_option("--authority", authority, "the certificate of that server's authority")
                       ->type_name("PEM")
                       ->needs(where);
   where->needs(trusted);
 }
 
-/// An option with a text that must not be empty.
-template <class Text>
-CLI::Option* addText(CLI::App& command, const char* name, Text& text, const char* about, const char* type) {
-  return command.add_option(name, text, about)->check(problemOfNothing)->type_name(type);
+template <class String>
+CLI::Option* addNonEmpty(CLI::App& command, const char* name, String& value, const char* about,
+                         const char* type) {
+  return command.add_option(name, value, about)->check(problemOfEmpty)->type_name(type);
 }
 
 CLI::Option* addPort(CLI::App& command, const char* name, std::uint16_t& port, const char* about) {
-  return command.add_option(name, port, about)->check(problemOfNothing)->type_name("N");
+  return command.add_option(name, port, about)->check(problemOfEmpty)->type_name("N");
 }
 
 void addRun(CLI::App& app, RunOptions& options, int (*run)(const RunOptions&)) {
   CLI::App* command =
-      addCommand(app, "run", "Play a scenario on a fresh simulated phone, print what happened");
+      addCommand(app, "run", "Play a scenario on a fresh simulated phone and print what happens");
   addBuild(*command, options.build);
-  addText(*command, "--settings", options.settings, "keep the phone's settings in this file", "FILE");
+  addNonEmpty(*command, "--settings", options.settings, "keep the phone's settings in this file", "FILE");
   addOutsideServer(*command, options.server, options.authority);
-  command->add_option("FILE", options.scenario, "the scenario, one JSON object a line; - for standard input")
+  command
+      ->add_option("FILE", options.scenario, "the scenario, one JSON object per line; - for standard input")
       ->required()
       ->type_name(" ");
   command->callback([&options, run] { throw CommandStatus(run(options)); });
 }
 
 void addPhone(CLI::App& app, PhoneOptions& options, int (*phone)(const PhoneOptions&)) {
-  CLI::App* command = addCommand(
-      app, "phone", "Hold a simulated phone in the browser, test against it, reach it as a backend does");
+  CLI::App* command =
+      addCommand(app, "phone", "Run a simulated phone to use in a browser, from tests or from a backend");
   options.version = kVersion + std::string_view(kVersion).find(' ') + 1;
-  addPort(*command, "--port", options.port,
-          "the port of the page; one that is free when left out. With a port, a page that is open comes back "
-          "when the phone is started again");
+  addPort(
+      *command, "--port", options.port,
+      "the page's port; any free one by default. With a fixed port, an open page reconnects when the phone "
+      "is restarted");
   command->add_flag("!--no-page", options.hasPage,
-                    "serve the interface for tests alone, and print how to reach it in one line of JSON");
-  command->add_flag("--json", options.json, "print the transcript's lines as they come");
+                    "serve only the interface for tests, and print how to reach it as one line of JSON");
+  command->add_flag("--json", options.json, "print each line of the transcript as it happens");
   addBuild(*command, options.build);
-  addText(*command, "--settings", options.settings, "keep the phone's settings in this file", "FILE");
+  addNonEmpty(*command, "--settings", options.settings, "keep the phone's settings in this file", "FILE");
   addOutsideServer(*command, options.server, options.authority);
   auto* listen =
-      addText(*command, "--listen", options.listen,
-              "the numeric address to listen at; one that others can reach needs --public-host", "ADDRESS")
+      addNonEmpty(*command, "--listen", options.listen,
+                  "the numeric address to listen on; one that other machines can reach needs --public-host",
+                  "ADDRESS")
           ->capture_default_str();
-  addText(*command, "--public-host", options.publicHost,
-          "the name by which pages reach it, NAME or NAME:PORT", "NAME")
+  addNonEmpty(*command, "--public-host", options.publicHost,
+              "the host name in the address of the page, NAME or NAME:PORT", "NAME")
       ->needs(listen);
 
   auto* apns = command
                    ->add_option_function<std::uint16_t>(
                        "--apns", [&options](const std::uint16_t& port) { options.apns = port; },
-                       "stand in for Apple's push service at this port, for a backend's own client")
+                       "stand in for Apple's push service on this port, for a backend's own client")
                    ->expected(0, 1)
                    ->default_str(kAppleStandInPort)
                    ->type_name("PORT");
   options.topic = kTopic;
-  addText(*command, "--topic", options.topic, "the application's bundle identifier", "ID")
+  addNonEmpty(*command, "--topic", options.topic, "the application's bundle identifier", "ID")
       ->capture_default_str()
       ->needs(apns);
-  addText(*command, "--apns-authority", options.apnsAuthority,
-          "write the certificate of the stand-in's authority here", "FILE")
+  addNonEmpty(*command, "--apns-authority", options.apnsAuthority,
+              "write the certificate of the stand-in's authority to this file", "FILE")
       ->needs(apns);
-  addText(*command, "--provider-key", options.providerKey,
-          "the key that signs provider tokens (the .p8, or its public half); any when left out", "FILE")
+  addNonEmpty(*command, "--provider-key", options.providerKey,
+              "the key that signs provider tokens (the .p8, or its public half); any by default", "FILE")
       ->needs(apns);
-  addText(*command, "--client-authority", options.clientAuthority,
-          "the authority of providers that connect by certificate", "FILE")
+  addNonEmpty(*command, "--client-authority", options.clientAuthority,
+              "the authority of providers that authenticate with a certificate", "FILE")
       ->needs(apns);
-  command
-      ->add_flag("--strict", options.strict,
-                 "status 1 when a payload was taken in which the linter finds an error")
+  command->add_flag("--strict", options.strict, "exit with status 1 if an accepted payload had an error")
       ->needs(apns);
   command->add_option("FILE", options.scenario, "a scenario to play first; - for standard input")
       ->type_name(" ");
@@ -194,14 +194,17 @@ void addPhone(CLI::App& app, PhoneOptions& options, int (*phone)(const PhoneOpti
 }
 
 void addServe(CLI::App& app, ServeOptions& options, int (*serve)(const ServeOptions&)) {
-  CLI::App* command = addCommand(app, "serve", "Run the push server for development, on this machine alone");
-  addPort(*command, "--port", options.port, "the port of 127.0.0.1; 0 for any that is free")
+  CLI::App* command =
+      addCommand(app, "serve", "Run the development push server, which only this machine can reach");
+  addPort(*command, "--port", options.port, "the port on 127.0.0.1; 0 for any free one")
       ->capture_default_str();
-  addText(*command, "--data", options.data, "keep the registrations in this file", "FILE");
+  addNonEmpty(*command, "--data", options.data, "keep the registrations in this file", "FILE");
   command
-      ->add_option("--authority", options.authority, "write the certificate of the server's authority here")
+      ->add_option("--authority", options.authority,
+                   "write the certificate of the server's authority to this file")
       ->type_name("FILE");
-  command->add_flag("--seal-answers", options.sealAnswers, "protect the answers as the requests are");
+  command->add_flag("--seal-answers", options.sealAnswers,
+                    "encrypt answers with the hash key, as requests are");
   command->callback([&options, serve] { throw CommandStatus(serve(options)); });
 }
 
@@ -209,10 +212,10 @@ bool hasCommand(CLI::App& app, const std::string& name) {
   return !app.get_subcommands([&](const CLI::App* command) { return command->check_name(name); }).empty();
 }
 
-/// The command's status, unless what it printed was lost.
+/// The command's status, unless its output was lost.
 int statusOf(const CommandStatus& command) {
   if (std::cout.flush()) return command.get_exit_code();
-  std::cerr << "quorvantis-push: standard output can't be written to any more; is the disk full?\n";
+  std::cerr << "quorvantis-push: can't write to standard output; is the disk full?\n";
   return std::max(command.get_exit_code(), 1);
 }
 
@@ -231,7 +234,7 @@ int runCommandLine(int argc, char** argv, const Commands& commands) {
   if (commands.phone != nullptr) addPhone(app, options.phone, commands.phone);
 
   if (argc > 1 && argv[1][0] != '-' && !hasCommand(app, argv[1])) {
-    std::cerr << "quorvantis-push: there is no command \"" << argv[1] << "\" (see --help)\n";
+    std::cerr << "quorvantis-push: unknown command \"" << argv[1] << "\" (see --help)\n";
     return 2;
   }
   try {

@@ -1,4 +1,4 @@
-// The tool's arguments: which command they name, and its options.
+// Parses the command line and runs the command that it names.
 #pragma once
 
 #include "tool/payload.h"
@@ -8,7 +8,7 @@
 
 namespace quorvantis::tool {
 
-/// What is run for each command, which returns the exit status. A command without a function is not offered.
+/// The function behind each command; it returns the exit status. A command without one is not offered.
 struct Commands {
   const char* about;  ///< the program, in one line
   int (*demo)() = nullptr;
@@ -18,7 +18,7 @@ struct Commands {
   int (*phone)(const PhoneOptions& options) = nullptr;
 };
 
-/// Runs the command that the arguments name and returns the exit status. Wrong arguments: one line on
+/// Runs the command that the arguments name and returns the exit status. Bad arguments: one line on
 /// standard error, status 2.
 int runCommandLine(int argc, char** argv, const Commands& commands);
 

@@ -14,7 +14,7 @@ namespace quorvantis::tool {
 
 namespace {
 
-/// Those of `expected` that did not come, in their order.
+/// The moments of `expected` that did not happen in that order.
 std::vector<std::string> missingFrom(const std::vector<std::string>& moments,
                                      const std::vector<std::string>& expected) {
   std::vector<std::string> missing;
@@ -42,7 +42,7 @@ std::vector<std::string> presentIn(const std::vector<std::string>& moments,
 class Demo {
  public:
   explicit Demo(const console::Terminal& terminal)
-      : service_(device_, scenario::Untold::askRegistrations,
+      : service_(device_, scenario::DefaultAnswer::fromRegistrations,
                  [this](const server::Answer& answer) {
                    device_.record.add(answeredEvent(answer.status, answer.body));
                  }),
@@ -50,7 +50,7 @@ class Demo {
         player_(device_, *host_, &service_),
         story_(terminal, device_) {}
 
-  /// Whether all went as it must.
+  /// Whether everything went as expected.
   bool play() {
     bool allWell = true;
     std::size_t number = 0;
@@ -93,22 +93,22 @@ int demo() {
   try {
     const console::Terminal terminal = console::Terminal::ofStandardOutput();
     for (const std::string& line :
-         console::wrap("One simulated phone, and a push server on this machine that it "
-                       "reaches over real HTTPS. Host is an "
-                       "application that links the library, Push is the library, System is "
-                       "the phone's operating system, Maker "
-                       "is the service that registers users and devices.",
+         console::wrap("One simulated phone, and a push server on this machine that it reaches over real "
+                       "HTTPS. Host is an "
+                       "application that links the library, Push is the library, System is the phone's "
+                       "operating system, Maker is the service that registers users and devices.",
                        terminal.width())) {
       std::cout << line << '\n';
     }
     std::cout << '\n';
     const bool allWell = Demo(terminal).play();
-    std::cout << terminal.styled(allWell ? console::Style::green : console::Style::red,
-                                 allWell ? "Everything went as it must." : "Something went wrong: see above.")
+    std::cout << terminal.styled(
+                     allWell ? console::Style::green : console::Style::red,
+                     allWell ? "Everything went as expected." : "Something went wrong: see above.")
               << std::endl;
     return allWell ? 0 : 1;
   } catch (const std::exception& error) {
-    std::cerr << "quorvantis-push: the demo can't go on: " << error.what() << '\n';
+    std::cerr << "quorvantis-push: the demo failed: " << error.what() << '\n';
     return 1;
   }
 }

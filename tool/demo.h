@@ -1,9 +1,9 @@
-// `quorvantis-push demo`: a few days in the life of one phone, told as a timeline.
+// `quorvantis-push demo`: a few days in the life of one phone, as a timeline.
 #pragma once
 
 namespace quorvantis::tool {
 
-/// Returns the exit status: 0 when all went as it must.
+/// Returns the exit status: 0 when everything went as expected.
 int demo();
 
 }  // namespace quorvantis::tool

@@ -10,8 +10,7 @@ Act registration() {
       {
           {"First launch",
            "The host switches notifications on. The user allows them, the system hands out a device token, "
-           "and Push "
-           "registers it with the push server.",
+           "and Push registers it with the push server.",
            R"({"do":"registration","stores":{"quorvantis_jsonAppPush":"{\"name\":\"Demo\"}","quorvantis_jsonDevice":"{\"os\":\"iOS\"}"}}
 {"do":"host","appHash":"f00d-cafe"}
 {"do":"activate","value":true}
@@ -20,7 +19,7 @@ Act registration() {
             "callback onRegisterToken:"},
            {"received pushlibCambioToken"}},
           {"Second launch, same token",
-           "The system hands out the token that the server knows already: there is nothing to send.",
+           "The system hands out the token that the server already knows: there is nothing to send.",
            R"({"do":"relaunch"}
 {"do":"host","appHash":"f00d-cafe"}
 {"do":"activate","value":true}
@@ -28,7 +27,7 @@ Act registration() {
            {"callback onGetToken:", "stored tokenMovil"},
            {"received pushlibRegistrarToken", "received pushlibCambioToken"}},
           {"The token has changed",
-           "The system has a new token for this application. Push tells the server the old one and the new "
+           "The system has a new token for this application. Push sends the server the old token and the new "
            "one.",
            R"({"do":"device","token":"aabbccddeeff00112233445566778899aabbccddeeff00112233445566778899"}
 {"do":"relaunch"}
@@ -38,9 +37,9 @@ Act registration() {
            {"callback onGetToken:", "received pushlibCambioToken", "callback onUpdateToken:"},
            {"received pushlibRegistrarToken"}},
           {"The server refuses",
-           "A restored backup holds a token that the server has never seen. The refusal ends in the log: the "
-           "host is "
-           "not told.",
+           "A restored backup holds a token that the server has never seen. The refusal is only logged: the "
+           "host "
+           "gets no callback.",
            R"({"do":"store","set":{"tokenMovil":"0123456789abcdef"}}
 {"do":"relaunch"}
 {"do":"host","appHash":"f00d-cafe"}
@@ -49,7 +48,7 @@ Act registration() {
            {"received pushlibCambioToken", "log"},
            {"callback onUpdateToken:", "callback onError:"}},
           {"The request for permission fails",
-           "The system reports an error in place of the user's answer. Nothing more happens.",
+           "The system reports an error instead of the user's answer. Nothing more happens.",
            R"({"do":"authorization","granted":false,"error":"Notifications are not allowed for this application"}
 {"do":"relaunch"}
 {"do":"host","appHash":"f00d-cafe"}
@@ -58,7 +57,7 @@ Act registration() {
            {"authorizationRequested"},
            {"registerForRemoteNotifications", "callback onGetToken:"}},
           {"The system has no token",
-           "Permission is given, but the system can't reach its push service. Push writes two log lines.",
+           "Permission is granted, but the system can't reach its push service. Push writes two log lines.",
            R"({"do":"authorization","granted":true,"error":null}
 {"do":"device","token":null,"tokenError":"no connection to the push service"}
 {"do":"relaunch"}
@@ -74,23 +73,23 @@ Act notifications() {
   return {
       "Act two: notifications arrive",
       {
-          {"A plain notification in front",
-           "The application is open and has asked for notifications in front: the system shows it, the phone "
-           "vibrates, the badge changes, the host gets a report.",
+          {"A plain notification in the foreground",
+           "The application is open and has asked for notifications in the foreground: the system shows it, "
+           "the phone vibrates, the badge changes, the host gets a report.",
            R"({"do":"host","foreground":true}
 {"do":"notification","arrives":"foreground","userInfo":{"aps":{"alert":{"title":"Hello","body":"World"},"badge":3,"type":"pushlib-normal"}}})",
            {"presented", "badge 3", "vibrated", "callback onReceiveNotification:"},
            {"alertShown"}},
           {"A notification that opens the application",
            "It arrives in the background, with \"content-available\", so the system wakes the application. "
-           "Opening "
-           "it is the system's own doing; the host gets a report.",
+           "The "
+           "host gets a report; opening the application is up to the system.",
            R"({"do":"application","state":"background"}
 {"do":"notification","arrives":"background","userInfo":{"aps":{"alert":{"title":"Come back"},"content-available":1,"type":"pushlib-abrirapp"}}})",
            {"vibrated", "callback onReceiveNotification:"},
            {"alertShown", "opened"}},
-          {"A link, while the application is in front",
-           "Push shows an alert of its own. Its one button opens the link.",
+          {"A link, while the application is in the foreground",
+           "Push shows an alert in the application. Its only button opens the link.",
            R"({"do":"application","state":"active"}
 {"do":"notification","arrives":"foreground","userInfo":{"aps":{"alert":{"title":"News","body":"Read all about it."},"type":"pushlib-abrirurl","urlnoti":"https://www.quorvantis.com/news"}}}
 {"do":"tapOK","alert":1})",
@@ -110,12 +109,12 @@ Act notifications() {
            {"stored pushExtra1", "stored pushExtra2", "synchronized", "callback onReceiveNotification:"},
            {"vibrated"}},
           {"A silent notification",
-           "Without an alert nothing is shown, set or stored; all of it is reported to the host.",
+           "Without an alert nothing is shown, set or stored; the host gets the whole payload in a report.",
            R"({"do":"notification","arrives":"background","userInfo":{"aps":{"content-available":1,"badge":9,"room":"kitchen"}}})",
            {"callback onReceiveNotification:"},
            {"badge 9", "vibrated"}},
           {"A payload that ends the application",
-           "\"alert\" as plain text is what the library can't take. `quorvantis-push payload` finds such "
+           "The library can't handle an \"alert\" that is a string. `quorvantis-push payload` finds such "
            "payloads "
            "before they are sent.",
            R"({"do":"notification","arrives":"background","userInfo":{"aps":{"alert":"Hello","content-available":1}}})",

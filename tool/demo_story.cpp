@@ -32,7 +32,7 @@ console::Style styleOf(std::string_view actor) {
   return console::Style::blue;
 }
 
-/// A text as it is, anything else as JSON.
+/// A string as it is, anything else as JSON.
 std::string shown(const Value* value) {
   if (value == nullptr || value->isNull()) return "nothing";
   const auto* text = value->get<std::string>();
@@ -52,7 +52,7 @@ server::PushRequest requestOf(const device::Event& event) {
   return server::parseRequest(field(event, "body")).request.value_or(server::PushRequest{});
 }
 
-/// Long hexadecimal texts, such as tokens, by their first and last digits.
+/// Shortens long runs of hexadecimal digits, such as tokens, to their first and last ones.
 std::string abridged(std::string text) {
   constexpr std::size_t kShort = 24;
   constexpr std::size_t kEnd = 10;
@@ -62,7 +62,7 @@ std::string abridged(std::string text) {
     const std::size_t end = std::min(text.find_first_not_of(kDigits, at), text.size());
     if (end - at > kShort) {
       text.replace(at + kEnd, end - at - 2 * kEnd, "\u2026");
-      at = text.find_first_not_of(kDigits, at + kEnd);  // behind the ellipsis
+      at = text.find_first_not_of(kDigits, at + kEnd);  // past the ellipsis
     } else {
       at = end;
     }
@@ -216,7 +216,7 @@ void Story::event(const device::Event& event) const {
   } else if (name == "answered") {
     line(kServer, kPush, field(event, "status") + ' ' + field(event, "body"));
   } else if (name == "presented") {
-    line(kPush, kSystem, "show the notification in front");
+    line(kPush, kSystem, "show the notification");
   } else if (name == "badge") {
     line(kPush, kSystem, "badge " + field(event, "number"));
   } else if (name == "vibrated") {
@@ -264,10 +264,11 @@ void Story::verdict(const std::vector<std::string>& missing,
                     const std::vector<std::string>& unexpected) const {
   std::cout << '\n';
   if (missing.empty() && unexpected.empty()) {
-    note(console::Style::green, "As it must be.");
+    note(console::Style::green, "As expected.");
   } else {
     if (!missing.empty()) note(console::Style::red, "WRONG: this did not happen: " + joined(missing));
-    if (!unexpected.empty()) note(console::Style::red, "WRONG: this must not happen: " + joined(unexpected));
+    if (!unexpected.empty())
+      note(console::Style::red, "WRONG: this should not have happened: " + joined(unexpected));
   }
   std::cout << '\n';
 }

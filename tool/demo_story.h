@@ -1,4 +1,4 @@
-// Tells what happened on the device as a timeline: who did what to whom. Main thread.
+// Prints what happened on the device as a timeline: who did what to whom. Main thread.
 #pragma once
 
 #include <string>
@@ -11,7 +11,7 @@
 
 namespace quorvantis::tool {
 
-/// The moment that an event is, in few words: the event's name and what sets it apart ("callback
+/// An event in a few words: its name and what distinguishes it ("callback
 /// onGetToken:", "received pushlibRegistrarToken", "stored tokenMovil", "opened https://…", "badge 3",
 /// "raised objectForKey:").
 std::string momentOf(const device::Event& event);

@@ -24,7 +24,6 @@ int statusOf(const lint::PayloadTotals& totals) {
   return totals.errors != 0 ? 1 : 0;
 }
 
-/// Elements of a JSON array behind others.
 void append(const json::Value& element, std::string& elements) {
   if (!elements.empty()) elements += ',';
   elements += json::write(element);
@@ -54,9 +53,9 @@ lint::Pieces printed(const std::string& file, const PayloadOptions& options,
 }
 
 void join(const lint::Pieces& more, const char* separator, lint::Pieces& all) {
-  const auto add = [&](const std::string& text, std::string& whole) {
-    if (!whole.empty() && !text.empty()) whole += separator;
-    whole += text;
+  const auto add = [&](const std::string& text, std::string& joined) {
+    if (!joined.empty() && !text.empty()) joined += separator;
+    joined += text;
   };
   all.totals.add(more.totals);
   add(more.reports, all.reports);

@@ -12,10 +12,10 @@ struct PayloadOptions {
   Format format = Format::text;
   std::string systemVersion = "17.0";
   std::string version;             ///< the tool's
-  std::vector<std::string> files;  ///< folders and patterns, too; "-" is standard input
+  std::vector<std::string> files;  ///< may be folders and patterns; "-" is standard input
 };
 
-/// Returns the exit status; what went wrong with the output is on standard error.
+/// Returns the exit status. Failures are reported on standard error.
 int explainPayloads(const PayloadOptions& options);
 
 }  // namespace quorvantis::tool

@@ -35,7 +35,7 @@ std::string contentsOf(const std::string& path, const char* option) {
   std::ifstream file(path, std::ios::binary);
   std::string text{std::istreambuf_iterator<char>(file), {}};
   if (!file || text.empty()) {
-    throw console::UsageError(std::string(option) + ": " + path + " can't be read, or is empty");
+    throw console::UsageError(std::string(option) + ": " + path + " can't be read or is empty");
   }
   return text;
 }
@@ -52,18 +52,18 @@ bool isNumeric(const std::string& address) {
 
 void checkWhereToListen(const PhoneOptions& options) {
   if (!isNumeric(options.listen)) {
-    throw console::UsageError("--listen takes a numeric address, such as 127.0.0.1 or ::, not \"" +
+    throw console::UsageError("--listen must be a numeric address, such as 127.0.0.1 or ::, not \"" +
                               options.listen + '"');
   }
   if (isLoopback(options.listen)) return;
   if (options.publicHost.empty()) {
     throw console::UsageError(
         "--listen " + options.listen +
-        " can be reached from other machines: say with --public-host NAME by which name "
-        "pages may reach it, or leave --listen away");
+        " can be reached from other machines: give the host name in the address of the page with "
+        "--public-host NAME, or leave out --listen");
   }
-  std::cerr << "quorvantis-push: whoever reaches " << options.listen
-            << " and has the key can use this phone, and what is sent is not encrypted\n";
+  std::cerr << "quorvantis-push: anyone who can reach " << options.listen
+            << " and has the key can use this phone, and traffic is not encrypted\n";
 }
 
 std::vector<phone::Line> readScenario(const PhoneOptions& options) {
@@ -81,16 +81,16 @@ phone::PhoneOptions phoneOptions(const PhoneOptions& options) {
   return made;
 }
 
-/// What is said to a person, one at a time: on standard error where standard output is a program's.
-class Words {
+/// Messages to a person, one at a time: on standard error when a program reads standard output.
+class Messages {
  public:
-  explicit Words(const PhoneOptions& options)
+  explicit Messages(const PhoneOptions& options)
       : out_(options.json || !options.hasPage ? std::cerr : std::cout),
         terminal_(console::Terminal::ofStandardOutput()) {
-    std::cerr.tie(nullptr);  // who does not read standard output holds up nobody but the printer
+    std::cerr.tie(nullptr);  // a stalled reader of standard output must not block messages
   }
 
-  void tellOfRequest(const apns::Report& report, const lint::PayloadReport& payload) {
+  void printRequest(const apns::Report& report, const lint::PayloadReport& payload) {
     const std::lock_guard lock(mutex_);
     out_ << report.status << ' ' << console::printable(report.status == 200 ? report.pushType : report.reason)
          << "  " << console::printable(report.id);
@@ -100,7 +100,7 @@ class Words {
     out_ << std::flush;
   }
 
-  void say(const std::string& text) {
+  void print(const std::string& text) {
     const std::lock_guard lock(mutex_);
     out_ << text << std::flush;
   }
@@ -114,9 +114,9 @@ class Words {
 /// The stand-in for Apple's service, in front of the phone.
 class Apple {
  public:
-  Apple(const PhoneOptions& options, phone::Phone& phone, phone::Worker& worker, Words& words)
-      : options_(options), side_(phone, worker, [&words](const auto& report, const auto& payload) {
-          words.tellOfRequest(report, payload);
+  Apple(const PhoneOptions& options, phone::Phone& phone, phone::Worker& worker, Messages& messages)
+      : options_(options), side_(phone, worker, [&messages](const auto& report, const auto& payload) {
+          messages.printRequest(report, payload);
         }) {
     if (!options.apnsAuthority.empty()) server::requireOurs(options.apnsAuthority);
     apns::ServiceOptions made{.address = options.listen, .port = *options.apns, .rules = {options.topic}};
@@ -136,11 +136,11 @@ class Apple {
     return {{"host", options_.listen}, {"port", std::int64_t{service_->port()}}, {"topic", options_.topic}};
   }
 
-  [[nodiscard]] std::string words(const std::string& token) const {
+  [[nodiscard]] std::string description(const std::string& token) const {
     const std::string where = options_.apnsAuthority.empty()
                                   ? "--apns-authority FILE writes its certificate"
                                   : "its certificate is in " + options_.apnsAuthority;
-    return "In place of Apple's push service, for a backend: https://localhost:" +
+    return "The stand-in for Apple's push service is at https://localhost:" +
            std::to_string(service_->port()) + "\n    device token  " + token + "\n    topic         " +
            options_.topic + "\n    authority     " + where + "\n";
   }
@@ -152,7 +152,7 @@ class Apple {
     return {};
   }
 
-  [[nodiscard]] bool tookErrors() const { return side_.tookErrors(); }
+  [[nodiscard]] bool acceptedErrors() const { return side_.tookErrors(); }
 
  private:
   const PhoneOptions& options_;
@@ -160,7 +160,7 @@ class Apple {
   std::optional<apns::Service> service_;
 };
 
-/// Prints the lines as they come, until the transcript is over.
+/// Prints the lines as they are added, until the transcript is over.
 void printLines(const phone::Transcript& transcript) {
   std::string phone;
   std::size_t next = 1;
@@ -179,9 +179,9 @@ void printLines(const phone::Transcript& transcript) {
   }
 }
 
-/// Tells how the phone is reached: a program in one line of JSON, a person in words.
+/// Prints how to reach the phone: one line of JSON for a program, sentences for a person.
 void announce(const PhoneOptions& options, const phone::HttpDoor& door, const std::optional<Apple>& apple,
-              const std::string& token, Words& words) {
+              const std::string& token, Messages& messages) {
   if (options.json || !options.hasPage) {
     json::Dictionary line{
         {"address", door.address()}, {"key", door.key()}, {"port", std::int64_t{door.port()}}};
@@ -192,9 +192,9 @@ void announce(const PhoneOptions& options, const phone::HttpDoor& door, const st
     std::cout << json::write(line) << std::endl;
     return;
   }
-  words.say("The phone is at " + door.address() +
-            "\nOpen this address in a browser. Whoever has it can use the phone.\n" +
-            (apple ? '\n' + apple->words(token) : "") + "\nStop it with Ctrl-C.\n");
+  messages.print("The phone is at " + door.address() +
+                 "\nOpen this address in a browser. Anyone who has it can use the phone.\n" +
+                 (apple ? '\n' + apple->description(token) : "") + "\nStop it with Ctrl-C.\n");
 }
 
 bool run(const PhoneOptions& options) {
@@ -207,9 +207,9 @@ bool run(const PhoneOptions& options) {
   phone::Worker worker;
   phone::Phone phone(phoneOptions(options), transcript, lines);
 
-  Words words(options);
+  Messages messages(options);
   std::optional<Apple> apple;
-  if (options.apns) apple.emplace(options, phone, worker, words);
+  if (options.apns) apple.emplace(options, phone, worker, messages);
   json::Dictionary about{
       {"tool", "quorvantis-push"}, {"version", options.version}, {"build", scenario::nameOf(options.build)}};
   phone::ApiOptions apiOptions{.about = {}, .stop = [] { ::kill(::getpid(), SIGTERM); }, .orderFaults = {}};
@@ -225,7 +225,7 @@ bool run(const PhoneOptions& options) {
                               .hasPage = options.hasPage,
                               .keepsKey = options.port != 0},
                              api);
-  announce(options, door, apple, phone.token().value_or(""), words);
+  announce(options, door, apple, phone.token().value_or(""), messages);
 
   const std::jthread printer([&] {
     if (options.json) printLines(transcript);
@@ -243,9 +243,9 @@ bool run(const PhoneOptions& options) {
     throw;
   }
   transcript.end();
-  // Whoever does not want to wait for what is still under way can say so by another signal.
+  // A second signal ends the process at once, without waiting for requests in progress.
   pthread_sigmask(SIG_UNBLOCK, &stop, nullptr);
-  return !options.strict || !apple || !apple->tookErrors();
+  return !options.strict || !apple || !apple->acceptedErrors();
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// `quorvantis-push phone`: a phone in the browser, for tests in any language, and within reach of a backend's
-// own client for Apple's push service.
+// `quorvantis-push phone`: a phone in the browser, for tests in any language, and for a backend's own client
+// for Apple's push service.
 #pragma once
 
 #include <cstdint>
@@ -12,29 +12,29 @@ namespace quorvantis::tool {
 
 struct PhoneOptions {
   device::Build build = device::Build::device;
-  std::string scenario;               ///< played first; a file, "-" for standard input, empty: none
-  std::string settings;               ///< the file that keeps the settings; empty: they go with the phone
+  std::string scenario;  ///< a file to play first, "-" for standard input; empty: none
+  std::string settings;  ///< the file that keeps the settings; empty: they are lost with the phone
   std::optional<std::string> server;  ///< HOST:PORT of a push server on this machine; none: an embedded one
   std::optional<std::string> authority;  ///< the file with its authority's certificate, PEM
 
   std::string listen = "127.0.0.1";  ///< a numeric address
-  std::uint16_t port = 0;            ///< 0: any that is free
-  std::string publicHost;            ///< by which pages reach it, too; empty: none
+  std::uint16_t port = 0;            ///< 0: any free one
+  std::string publicHost;            ///< a further host name that the page may be reached by; empty: none
   bool hasPage = true;
-  bool json = false;  ///< the lines go to standard output as they come
+  bool json = false;  ///< print the transcript's lines as they happen
 
-  std::optional<std::uint16_t> apns;  ///< the port of the stand-in for Apple's service; none: there is none
+  std::optional<std::uint16_t> apns;  ///< the port of the stand-in for Apple's service; none: no stand-in
   std::string topic;                  ///< the application's bundle identifier
-  std::string apnsAuthority;          ///< the file that the stand-in's authority is written to; empty: none
-  std::string providerKey;            ///< the file with the key that signs provider tokens; empty: any does
+  std::string apnsAuthority;          ///< the file to write the stand-in's authority to; empty: none
+  std::string providerKey;            ///< the file with the key that signs provider tokens; empty: any key
   std::string
-      clientAuthority;  ///< the file with the authority of clients' certificates; empty: none is asked
-  bool strict = false;  ///< an error in a payload that was taken makes the status 1
+      clientAuthority;  ///< the file with the authority of clients' certificates; empty: not asked for
+  bool strict = false;  ///< an error in an accepted payload makes the status 1
 
-  std::string version;  ///< of the tool
+  std::string version;  ///< the tool's
 };
 
-/// Runs until SIGINT, SIGTERM or its interface ends it. Returns the exit status; what went wrong is on
+/// Runs until SIGINT, SIGTERM or a request ends it. Returns the exit status. Failures are reported on
 /// standard error.
 int phone(const PhoneOptions& options);
 

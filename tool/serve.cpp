@@ -51,7 +51,7 @@ void serveUntilStopped(const ServeOptions& options) {
   std::cout << "Push server for " << scenario::kPushHost << " on https://127.0.0.1:" << server.port()
             << server::kEndpointPath << "\n"
             << (options.authority.empty()
-                    ? "Its authority's certificate is kept to itself; --authority FILE writes it."
+                    ? "Write its authority's certificate to a file with --authority FILE."
                     : "Its authority's certificate is in " + options.authority + ".")
             << "\nStop it with Ctrl-C.\n\n"
             << std::flush;

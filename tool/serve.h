@@ -1,4 +1,4 @@
-// `quorvantis-push serve`: the push server by itself.
+// `quorvantis-push serve`: the development push server on its own.
 #pragma once
 
 #include <cstdint>
@@ -8,12 +8,12 @@ namespace quorvantis::tool {
 
 struct ServeOptions {
   std::uint16_t port = 8443;
-  std::string data;       ///< the file that keeps the registrations; empty: they go with the server
-  std::string authority;  ///< the file that the authority's certificate is written to; empty: none
+  std::string data;       ///< the file that keeps the registrations; empty: they are lost with the server
+  std::string authority;  ///< the file to write the authority's certificate to; empty: none
   bool sealAnswers = false;
 };
 
-/// Serves until SIGINT or SIGTERM. Returns the exit status; what went wrong is on standard error.
+/// Serves until SIGINT or SIGTERM. Returns the exit status. Failures are reported on standard error.
 int serve(const ServeOptions& options);
 
 }  // namespace quorvantis::tool
