@@ -103,7 +103,7 @@ Judgement Connection::decide(const Request& request) {
 void Connection::act(Stream stream, const Request& request, const Fault& fault) {
   switch (fault.kind) {
     case Fault::Kind::answer: {
-      const Reason reason{fault.status, fault.reason, "as it was ordered", nullptr};
+      const Reason reason{fault.status, fault.reason, "a fault that was requested", nullptr};
       const Judgement judgement = refusalFor(request, reason, secondsSince1970());
       phone_.refused(judgement.report);
       session_.answer(stream, judgement.answer);

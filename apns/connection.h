@@ -1,4 +1,4 @@
-// One client's connection, from its handshake to its end. On the thread that it was given.
+// One client's connection, from its handshake to its end. Runs on the connection's thread.
 #pragma once
 
 #include <chrono>
@@ -13,17 +13,17 @@
 
 namespace quorvantis::apns {
 
-/// How long things may take.
+/// Time limits.
 struct Patience {
   std::chrono::milliseconds handshake = std::chrono::seconds(10);
   std::chrono::milliseconds request = std::chrono::seconds(30);  ///< from its headers to its end
   std::chrono::milliseconds answer = std::chrono::seconds(30);   ///< until the client has read it
-  std::chrono::milliseconds idle = std::chrono::minutes(10);     ///< nothing under way
+  std::chrono::milliseconds idle = std::chrono::minutes(10);     ///< with no open request
 };
 
 class Connection final : private Http2Session::Owner {
  public:
-  /// All are used, not owned.
+  /// References are not owned.
   Connection(server::Connection& wire, const Rules& rules, const Patience& patience, Phone& phone,
              FaultQueue& faults);
 
@@ -53,7 +53,7 @@ class Connection final : private Http2Session::Owner {
   Phone& phone_;
   FaultQueue& faults_;
   Provider provider_;
-  std::map<Stream, Clock::time_point> unfinished_;  ///< requests that are still read, and since when
+  std::map<Stream, Clock::time_point> unfinished_;  ///< requests that are still being read, and since when
   std::multimap<Clock::time_point, std::pair<Stream, Answer>> delayed_;
   Clock::time_point lastHeard_ = Clock::now();
   bool hasArrivals_ = false;

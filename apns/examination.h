@@ -1,4 +1,4 @@
-// A request with all that its judgement looks at, worked out once. One thread.
+// A request with everything that its judgement needs, computed once. One thread.
 #pragma once
 
 #include <cstdint>
@@ -13,8 +13,8 @@ namespace quorvantis::apns {
 /// What follows "/3/device/" in a path; nothing for another path.
 std::optional<std::string_view> deviceTokenIn(std::string_view path);
 
-/// What the documentation appends to the bundle identifier for this push type; empty for most, nothing for a
-/// type that there is not.
+/// The suffix that the documentation adds to the bundle identifier for this push type; empty for most,
+/// nothing for an unknown type.
 std::optional<std::string_view> topicSuffixOf(std::string_view pushType);
 
 struct Examination {
@@ -29,9 +29,9 @@ struct Examination {
   std::optional<std::string_view> deviceToken;
   std::optional<KnownToken> known;
   std::string pushType;
-  std::string topic;  ///< the bundle identifier; empty: none was named
+  std::string topic;  ///< the bundle identifier; empty: none was sent
   std::optional<json::Value> payload;
-  std::string_view tokenText;  ///< empty: none was shown
+  std::string_view tokenText;  ///< empty: none was sent
   std::optional<ProviderToken> token;
   bool isTokenGood = false;
 

@@ -70,11 +70,11 @@ std::optional<double> secondsIn(const json::Value& entry) {
   return seconds >= 0 && seconds <= kMostSeconds ? std::optional(seconds) : std::nullopt;
 }
 
-/// Fills in what the entry says; gives what is wrong with it, or an empty text.
+/// Fills in what the entry says; returns what is wrong with it, or an empty string.
 std::string read(const json::Value& entry, Fault& fault) {
   if (entry.get<json::Dictionary>() == nullptr) return "must be an object";
   const KindName* const kind = kindOf(entry);
-  if (kind == nullptr) return "has no \"fault\" that is one of " + listedKinds();
+  if (kind == nullptr) return "needs a \"fault\", one of " + listedKinds();
   if (hasOtherKeys(entry, *kind)) {
     std::string known = R"("fault", "times")";
     for (const std::string_view key : kind->keys) {

@@ -1,5 +1,5 @@
-// How the service misbehaves when it is told to: what it does with the next requests in place of judging
-// them. Any thread.
+// How the service misbehaves on request: what it does with the next requests instead of judging them. Any
+// thread.
 #pragma once
 
 #include <chrono>
@@ -18,11 +18,11 @@ namespace quorvantis::apns {
 struct Fault {
   enum class Kind {
     answer,   ///< this status and reason
-    goAway,   ///< the connection ends in good order, before this request
+    goAway,   ///< the connection is closed gracefully, before this request
     cut,      ///< the connection is reset, before the request reaches the phone
     lost,     ///< the phone gets it, and the connection is reset in place of the answer
     silence,  ///< no answer
-    slow      ///< judged as ever, and answered later
+    slow      ///< judged as usual, and answered later
   };
 
   Kind kind = Kind::answer;
@@ -33,14 +33,14 @@ struct Fault {
 };
 
 /// {"faults":[{"fault":"answer","status":429,"reason":"TooManyRequests","times":2},…]}, or what is wrong with
-/// it, in words.
+/// it.
 std::variant<std::vector<Fault>, std::string> readFaults(const json::Value& order);
 
 class FaultQueue {
  public:
-  /// In place of those that wait; none: from now on all is well.
+  /// Replaces the pending faults; with none, requests are handled normally again.
   void set(const std::vector<Fault>& faults);
-  /// The next request's; nothing: all is well.
+  /// The next request's; nothing: none.
   std::optional<Fault> take();
 
  private:

@@ -22,18 +22,17 @@ using Callbacks = base::CHandle<nghttp2_session_callbacks, nghttp2_session_callb
 
 constexpr std::size_t kMostOutput = std::size_t{32} * 1024;  // taken at once
 constexpr std::int32_t kConnectionWindow = 8 * 1024 * 1024;  // no client has to wait for it
-/// Read on so far beyond what counts, since clients in use don't look for an answer before they have sent
-/// all.
+/// How far to read beyond the limit: common clients look for an answer only after they have sent everything.
 constexpr std::size_t kMostReadBytes = std::size_t{4} * 1024 * 1024;
 
-/// A value that does not come again has no place in the table of those that do.
+/// A value that changes with each answer must not evict others from the compression table.
 constexpr std::uint8_t kNeverAgain = NGHTTP2_NV_FLAG_NO_INDEX;
 
 std::string_view text(const std::uint8_t* bytes, std::size_t size) {
   return {reinterpret_cast<const char*>(bytes), size};
 }
 
-/// nghttp2 takes names and values without const, and leaves them as they are.
+/// nghttp2 takes names and values without const, but does not change them.
 nghttp2_nv field(std::string_view name, std::string_view value, std::uint8_t flags = NGHTTP2_NV_FLAG_NONE) {
   const auto bytes = [](std::string_view of) {
     return reinterpret_cast<std::uint8_t*>(const_cast<char*>(of.data()));
@@ -80,9 +79,9 @@ struct Http2Session::State {
     Stream last;
   };
   std::optional<Parting>
-      parting;  ///< is told when all answers have been sent: some clients read none after it
+      parting;  ///< sent after the last answer: some clients read no answers after a GOAWAY
   bool isParting = false;
-  Stream newest = 0;   ///< handed over last
+  Stream newest = 0;   ///< the last one handed over
   Stream highest = 0;  ///< of those handed over before
 };
 
@@ -160,7 +159,7 @@ void Http2Session::State::handOver(Stream stream, Exchange& exchange) {
   owner.requested(stream, exchange.request);
 }
 
-/// An answer that came before the request's end: nobody reads the rest of it.
+/// The answer came before the request's end: the rest of the request is not read.
 void Http2Session::State::sentFrame(const nghttp2_frame* frame) {
   if ((frame->hd.type != NGHTTP2_HEADERS && frame->hd.type != NGHTTP2_DATA) || !ends(frame)) return;
   const auto* const exchange = find(frame->hd.stream_id);

@@ -1,4 +1,4 @@
-// Whether a provider's request is taken, and why not. Any thread; one Provider belongs to one connection.
+// Whether a provider's request is accepted, and why not. Any thread; one Provider belongs to one connection.
 #pragma once
 
 #include <cstdint>
@@ -14,32 +14,32 @@
 
 namespace quorvantis::apns {
 
-/// What a connection's client has shown of itself.
+/// What is known of a connection's client.
 struct Provider {
   enum class Certificate { none, trusted, untrusted };
 
   Certificate certificate = Certificate::none;
-  std::string certificateTopic;  ///< what it is for; empty: for any
-  std::string tokenText;         ///< the provider token in use, once one was found to be good
+  std::string certificateTopic;  ///< the topic it is for; empty: any
+  std::string tokenText;         ///< the first valid provider token
   std::optional<ProviderToken> token;
 };
 
 struct Rules {
   std::string topic;                              ///< the application's bundle identifier
-  std::shared_ptr<const jose::SigningKey> key{};  ///< null: signatures are not looked at
+  std::shared_ptr<const jose::SigningKey> key{};  ///< null: signatures are not checked
 };
 
 struct Judgement {
   Answer answer;
   Report report;
-  std::optional<Notification> notification;  ///< what is taken
+  std::optional<Notification> notification;  ///< if the request is accepted
 };
 
-/// `now` in seconds since 1970. Remembers a good provider token.
+/// `now` in seconds since 1970. Remembers a valid provider token.
 Judgement judge(const Request& request, Provider& provider, const Rules& rules, const Phone& phone,
                 std::int64_t now);
 
-/// The refusal for this reason, whatever the request is like; `now` in seconds since 1970.
+/// A refusal for this reason, regardless of the request; `now` in seconds since 1970.
 Judgement refusalFor(const Request& request, const Reason& reason, std::int64_t now);
 
 }  // namespace quorvantis::apns

@@ -1,7 +1,7 @@
 // What the service needs of the phone that it delivers to.
 //
-// Threads: every operation is called on the service's own threads, several at a time. They may wait, which
-// holds up no connection but the one that asks.
+// Threads: every operation is called on the service's threads, several at a time. They may block, which holds
+// up only the calling connection.
 #pragma once
 
 #include <cstdint>
@@ -13,44 +13,42 @@
 
 namespace quorvantis::apns {
 
-/// A device token that the phone has, or once had.
+/// A device token that the phone has or had.
 struct KnownToken {
-  /// Milliseconds since 1970 from which on it is no longer valid; nothing while it is.
+  /// Milliseconds since 1970 when it became invalid; nothing while it is valid.
   std::optional<std::int64_t> invalidSince;
 };
 
-/// What the provider was told, without anything secret.
+/// What the provider was answered, without secrets.
 struct Report {
   int status = 200;
   std::string reason;  ///< empty with 200
-  std::string detail;  ///< what was wrong and how to mend it, in words; empty with 200
-  std::string id;      ///< `apns-id` as it was told back
+  std::string detail;  ///< what was wrong and how to fix it; empty with 200
+  std::string id;      ///< the answer's `apns-id`
   std::string pushType;
 };
 
 struct Notification {
   json::Dictionary payload;
-  std::string text;      ///< the payload as it came
-  std::string pushType;  ///< "alert" when the provider said nothing
+  std::string text;      ///< the payload as received
+  std::string pushType;  ///< "alert" by default
   std::string topic;
-  std::string collapseId;  ///< empty: none
-  std::optional<std::int64_t>
-      expires;  ///< seconds since 1970; 0: now or never; nothing: the provider set none
+  std::string collapseId;               ///< empty: none
+  std::optional<std::int64_t> expires;  ///< seconds since 1970; 0: deliver now or never; nothing: not set
 };
 
 class Phone {
  public:
   virtual ~Phone() = default;
 
-  /// Of the token's bytes; nothing when the phone never had it.
+  /// Looks the token's bytes up; nothing when the phone never had it.
   [[nodiscard]] virtual std::optional<KnownToken> find(std::string_view token) const = 0;
-  /// A notification that the service takes. It reaches the phone exactly once. Called before the provider is
-  /// told so.
+  /// An accepted notification. It reaches the phone exactly once. Called before the provider is answered.
   virtual void arrive(Notification notification, const Report& report) = 0;
-  /// Comes behind one or more arrivals from one connection, before its provider is told that they are taken:
-  /// a phone on a thread of its own is best woken here, once for all of them.
+  /// Called after one or more arrivals from one connection, before its provider is answered: wakes the
+  /// phone's thread once for all of them.
   virtual void haveArrived() {}
-  /// A request that the service did not take.
+  /// A request that the service refused.
   virtual void refused(const Report& report) = 0;
 };
 

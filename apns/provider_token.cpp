@@ -51,7 +51,7 @@ bool isES256(const json::Value& header) {
   return algorithm != nullptr && *algorithm == json::Value("ES256") && header.find("crit") == nullptr;
 }
 
-/// Whole seconds; a part of one is dropped.
+/// Whole seconds; fractions are dropped.
 std::optional<std::int64_t> seconds(const json::Value& claims) {
   const json::Value* const value = claims.find("iat");
   if (value == nullptr) return std::nullopt;

@@ -1,4 +1,4 @@
-// The token by which a provider says who it is: a JSON Web Token (RFC 7519). Any thread.
+// The token with which a provider authenticates: a JSON Web Token (RFC 7519). Any thread.
 #pragma once
 
 #include <cstdint>
@@ -14,11 +14,11 @@ struct ProviderToken {
   std::int64_t issuedAt = 0;  ///< seconds since 1970
 };
 
-/// What the token says of itself; nothing when it has not the form that Apple's service asks for. The
-/// signature is not looked at beyond its form.
+/// The token's claims; nothing when it does not have the form that Apple's service requires. The signature is
+/// not verified.
 std::optional<ProviderToken> readProviderToken(std::string_view token);
 
-/// The token in an `authorization` header; nothing when that is of another kind.
+/// The token in an `authorization` header; nothing for another scheme.
 std::optional<std::string_view> bearerIn(std::string_view authorization);
 
 }  // namespace quorvantis::apns

@@ -17,7 +17,7 @@ constexpr std::size_t kMostUsualPayloadBytes = 4096;
 constexpr std::int64_t kTokenLife = std::int64_t{60} * 60;     // seconds
 constexpr std::int64_t kTokenAtLeast = std::int64_t{20} * 60;  // seconds between two of them
 constexpr std::int64_t kClockDifference =
-    std::int64_t{5} * 60;  // seconds by which a provider's clock may be ahead
+    std::int64_t{5} * 60;  // seconds that a provider's clock may be ahead
 
 bool isBackground(const Examination& seen) {
   return seen.pushType == "background";
@@ -153,8 +153,8 @@ constexpr std::array kReasons = {
            "there is no such apns-push-type, or it is background and the payload has an alert, a badge or a "
            "sound",
            hasInvalidPushType},
-    Reason{400, "MissingDeviceToken", "the path ends before the device token", lacksDeviceToken},
-    Reason{400, "MissingTopic", "apns-topic was not sent; it is needed with a provider token", lacksTopic},
+    Reason{400, "MissingDeviceToken", "the path has no device token", lacksDeviceToken},
+    Reason{400, "MissingTopic", "apns-topic is missing; it is required with a provider token", lacksTopic},
     Reason{400, "PayloadEmpty", "the body is empty or not a JSON object", lacksPayload},
     Reason{400, "TopicDisallowed", "the client's certificate is for another topic", isTopicDisallowed},
     Reason{403, "BadCertificate",
@@ -171,26 +171,26 @@ constexpr std::array kReasons = {
            "--provider-key names, if any",
            isTokenInvalid},
     Reason{403, "MissingProviderToken",
-           "there is neither a header \"authorization: bearer TOKEN\" nor a client's certificate",
+           "the request has no \"authorization: bearer TOKEN\" header and the client no certificate",
            lacksToken},
     Reason{403, "UnrelatedKeyIdInToken",
            "the provider token names another key than the first one on this connection", hasUnrelatedKey},
     Reason{403, "BadEnvironmentKeyIdInToken", "the provider token's key is for the other environment",
            nullptr},
-    Reason{404, "BadPath", "the path is not /3/device/ and a device token", hasBadPath},
-    Reason{405, "MethodNotAllowed", "the method is not POST", hasOtherMethod},
+    Reason{404, "BadPath", "the path must be /3/device/ and a device token", hasBadPath},
+    Reason{405, "MethodNotAllowed", "the method must be POST", hasOtherMethod},
     Reason{410, "ExpiredToken", "the device token has expired", nullptr},
     Reason{410, "Unregistered", "the phone no longer has this device token", isUnregistered},
     Reason{413, "PayloadTooLarge", "the payload has more than 4,096 bytes (5,120 for push type voip)",
            isTooLarge},
     Reason{429, "TooManyProviderTokenUpdates",
-           "a second provider token on this connection, issued within 20 minutes of the first; keep one and "
-           "use it again",
+           "a second provider token on this connection, issued within 20 minutes of the first; reuse "
+           "the first one",
            changesTokensTooOften},
     Reason{429, "TooManyRequests", "too many requests for one device token", nullptr},
     Reason{500, "InternalServerError", "the service failed", nullptr},
     Reason{503, "ServiceUnavailable", "the service is not available", nullptr},
-    Reason{503, "Shutdown", "the service stops", nullptr}};
+    Reason{503, "Shutdown", "the service is shutting down", nullptr}};
 
 }  // namespace
 

@@ -1,5 +1,5 @@
-// The reasons that Apple's service gives when it does not take a request, in its documentation's order, which
-// is the order in which they are looked for. Plain values.
+// The reasons for which Apple's service refuses a request, in its documentation's order, which is the order
+// in which they are checked. Plain values.
 #pragma once
 
 #include <span>
@@ -12,15 +12,15 @@ struct Examination;
 struct Reason {
   int status;
   std::string_view name;
-  /// What is wrong and how to mend it, in words.
+  /// What is wrong and how to fix it.
   std::string_view detail;
-  /// Whether a request is to be refused for it; null where no request by itself causes it.
+  /// Whether a request must be refused for it; null when the request alone can't cause it.
   bool (*holds)(const Examination&);
 };
 
 std::span<const Reason> reasons();
 
-/// Null for a name that is none.
+/// Null for an unknown name.
 const Reason* findReason(std::string_view name);
 
 }  // namespace quorvantis::apns

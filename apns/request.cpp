@@ -8,7 +8,7 @@ namespace quorvantis::apns {
 namespace {
 
 constexpr std::size_t kBytesForEachHeader = 32;
-constexpr std::size_t kMostKeptBytes = std::size_t{4} * 1024;  // of a value; no good one is as long
+constexpr std::size_t kMostKeptBytes = std::size_t{4} * 1024;  // of a value; no valid one is longer
 
 }  // namespace
 

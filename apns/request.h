@@ -1,4 +1,4 @@
-// A provider's request as it came over the wire, and the answer to it. Plain values.
+// A provider's request as received, and the answer to it. Plain values.
 #pragma once
 
 #include <array>
@@ -19,23 +19,23 @@ inline constexpr std::array<std::string_view, 7> kHeaderNames = {
 
 class Request {
  public:
-  /// No payload of any kind may be longer.
+  /// The limit for every kind of payload.
   static constexpr std::size_t kMostPayloadBytes = 5120;
-  /// What a client may send of headers, as HTTP/2 counts them: names, values and 32 bytes for each.
+  /// The limit for all headers, as HTTP/2 counts them: names, values and 32 bytes for each.
   static constexpr std::size_t kMostHeaderBytes = std::size_t{32} * 1024;
 
-  /// Takes one header, ":method" and ":path" among them; others are counted and passed over.
+  /// Adds a header, such as ":method" or ":path"; those that the service does not read are only counted.
   void addHeader(std::string_view name, std::string_view value);
-  /// Takes a piece of the body, and keeps no more of it than counts.
+  /// Adds a piece of the body, and keeps no more than the limit.
   void addBody(std::string_view bytes);
 
-  /// Nothing when it was not sent; the first one when there are several.
+  /// Nothing when it is missing; the first one when there are several.
   [[nodiscard]] const std::optional<std::string>& header(Header header) const {
     return headers_[static_cast<std::size_t>(header)];
   }
   [[nodiscard]] const std::string& method() const { return method_; }
   [[nodiscard]] const std::string& path() const { return path_; }
-  /// The start of it when it is longer than any may be.
+  /// Only the beginning when it is longer than the limit.
   [[nodiscard]] const std::string& body() const { return body_; }
   [[nodiscard]] std::size_t bodyBytes() const { return bodyBytes_; }
   [[nodiscard]] bool repeatsHeader() const { return repeatsHeader_; }
@@ -51,7 +51,7 @@ class Request {
   bool repeatsHeader_ = false;
 };
 
-/// What a provider is answered.
+/// The answer to a provider.
 struct Answer {
   int status = 200;
   std::string reason = {};                     ///< empty with 200

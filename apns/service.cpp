@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t kMostConnections = 256;
 
-/// Those of Apple's service, too: clients whose host is fixed are led here by a hosts file.
+/// Includes those of Apple's service: clients whose host is fixed are led here by a hosts file.
 std::vector<std::string> hosts() {
   return {"localhost",
           "127.0.0.1",
@@ -44,7 +44,7 @@ struct Service::State {
   const ServiceOptions options;
   Phone& phone;
   FaultQueue faults;
-  server::Listener listener;  // goes first
+  server::Listener listener;  // destroyed first
 };
 
 Service::Service(const server::Authority& authority, Phone& phone, ServiceOptions options)

@@ -1,7 +1,7 @@
 // Apple's push service as a provider sees it, in front of one phone: HTTP/2 over TLS on loopback.
 //
-// Threads: made and destroyed by one thread; the phone is called on the service's own. Faults may be ordered
-// from any thread.
+// Threads: made and destroyed by one thread; the phone is called on the service's threads. Faults may be set
+// on any thread.
 #pragma once
 
 #include <cstdint>
@@ -19,20 +19,20 @@ namespace quorvantis::apns {
 
 struct ServiceOptions {
   std::string address = server::kLoopback;  ///< numeric
-  std::uint16_t port = 0;                   ///< 0: any that is free
+  std::uint16_t port = 0;                   ///< 0: any free one
   Rules rules = {};
   std::string clientAuthority = {};  ///< PEM; empty: clients are not asked for a certificate
   Patience patience = {};
 };
 
-/// An authority that can sign for the names by which clients reach the service, and for no others.
+/// An authority that can only sign for the names under which clients reach the service.
 server::Authority makeAuthority();
 
 class Service {
  public:
-  /// Listens when it returns. `phone` is used, not owned. Throws server::ServerError.
+  /// Listens when it returns. `phone` is not owned. Throws server::ServerError.
   Service(const server::Authority& authority, Phone& phone, ServiceOptions options);
-  /// Tells the clients that it stops, and waits until no thread of its own is left.
+  /// Notifies the clients, and waits for the service's threads to end.
   ~Service();
   Service(const Service&) = delete;
   Service& operator=(const Service&) = delete;

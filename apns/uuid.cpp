@@ -26,7 +26,7 @@ bool isUuid(std::string_view text) {
 }
 
 std::string makeUuid() {
-  // Not secret, and made for each request: the cryptographic source would be a quarter of its cost.
+  // Not secret, and made for each request, of whose cost a cryptographic source would be a quarter.
   thread_local std::mt19937_64 source = [] {
     std::random_device device;
     std::seed_seq seed{device(), device(), device(), device(), device(), device(), device(), device()};

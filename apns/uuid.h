@@ -6,7 +6,7 @@
 
 namespace quorvantis::apns {
 
-/// Letters of either case.
+/// Upper and lower case are accepted.
 bool isUuid(std::string_view text);
 
 /// A random one (version 4), in capitals as Apple's service writes them.

@@ -72,7 +72,7 @@ std::string reasonOf(const std::string& selector) {
   if (selector == "isEqualToString:") return "the library compared something that is not a string with one";
   if (selector == "integerValue")
     return "the library asked for a whole number, and got null, an array or an object";
-  return "the settings take no null";
+  return "the settings can't store null";
 }
 
 void printOpened(const Outcome::Opened& opened, Printer& printer) {
@@ -80,9 +80,10 @@ void printOpened(const Outcome::Opened& opened, Printer& printer) {
   if (opened.opens) return printer.labelled(kEffectIndent, when + " opens", shown(opened.url));
   const std::string asks = when + " asks the system to open";
   if (!opened.isDefined) {
-    printer.paragraph(kEffectIndent, asks + " something that is not defined, since the link is no string.");
+    printer.paragraph(kEffectIndent,
+                      asks + " something that is not defined, since the link is not a string.");
   } else if (opened.url.isNull()) {
-    printer.paragraph(kEffectIndent, asks + " no address, since the text is none: nothing opens.");
+    printer.paragraph(kEffectIndent, asks + " nil, since the text is not an address: nothing opens.");
   } else {
     printer.paragraph(kEffectIndent, asks + ' ' + shown(opened.url) + ", which it can't.");
   }
@@ -142,7 +143,7 @@ void printSystem(const Explained& explained, Printer& printer) {
       printer.paragraph(kEffectIndent, !outcome.presented ? "The system is not told to show it."
                                        : outcome.system.showsAlert
                                            ? "The system is told to show it."
-                                           : "The system is told to show it, and finds no text.");
+                                           : "The system is told to show it, but it has no text.");
       return;
     case Moment::secondCall:
       printer.paragraph(kEffectIndent, std::string("The system also calls ") + kSecondCall +
@@ -151,16 +152,15 @@ void printSystem(const Explained& explained, Printer& printer) {
     case Moment::background:
       printer.paragraph(kEffectIndent, effects.empty() ? "The system shows nothing."
                                                        : "The system by itself " + effects + ".");
-      printer.paragraph(
-          kEffectIndent,
-          situation.arrival
-              ? std::string("It wakes the application and calls ") + kSecondCall +
-                    "; if the host passes that on to the library:"
-              : "The library hears nothing of it before a tap, and of a tap it takes only a link.");
+      printer.paragraph(kEffectIndent,
+                        situation.arrival
+                            ? std::string("It wakes the application and calls ") + kSecondCall +
+                                  "; if the host passes that on to the library:"
+                            : "The library is not called before a tap, and on a tap it only handles a link.");
       return;
     case Moment::tap:
       printer.paragraph(kEffectIndent,
-                        outcome.system.showsAlert ? "The application opens." : "There is nothing to tap on.");
+                        outcome.system.showsAlert ? "The application opens." : "There is nothing to tap.");
       return;
   }
 }

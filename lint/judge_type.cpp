@@ -43,7 +43,7 @@ Reporter::Wording wordingOfForegroundOnly(const std::string& message, const std:
                                           Reporter& reporter) {
   return {
       message,
-      who + " In the background the library hears nothing until a tap, and of a tap it takes only a link.",
+      who + " In the background the library is not called before a tap, and on a tap it only handles a link.",
       R"(Add "content-available": 1, and have the host pass the system's background call to the library.)",
       {reporter.document().insert("/aps", R"("content-available": 1)")}};
 }
@@ -60,7 +60,7 @@ void judgeStoredExtras(const Dictionary& aps, Reporter& reporter) {
     const std::string pointer = inAps(extra.text());
     const std::string* null = reporter.document().firstNullIn(pointer + '/');
     reporter.report(rules::extraRejected, null != nullptr ? *null : pointer,
-                    {"a null in what is to be stored", reporter.raising("The settings take no null"),
+                    {"a null in a value to be stored", reporter.raising("The settings can't store null"),
                      "Leave it out, or send an empty string."});
   }
   if (!isOneThere) {
@@ -69,10 +69,11 @@ void judgeStoredExtras(const Dictionary& aps, Reporter& reporter) {
                      "Nothing is stored; what an earlier notification stored stays.",
                      R"(Add "extra1" to "extra5", as many as are needed.)"});
   } else if (areStored && isForForegroundOnly(aps)) {
-    reporter.report(rules::storedInForegroundOnly, pointerOfType(),
-                    wordingOfForegroundOnly(
-                        "the extras are stored only in the foreground",
-                        "Only an application that is in front when it arrives stores them.", reporter));
+    reporter.report(
+        rules::storedInForegroundOnly, pointerOfType(),
+        wordingOfForegroundOnly("the extras are stored only in the foreground",
+                                "Only an application that is in the foreground when it arrives stores them.",
+                                reporter));
   }
 }
 
@@ -80,10 +81,10 @@ void judgeUntyped(const Dictionary& aps, Reporter& reporter) {
   const auto extra = std::find_if(payload::extras.begin(), payload::extras.end(),
                                   [&](const auto& key) { return aps.contains(key.text()); });
   if (extra == payload::extras.end() || !isForForegroundOnly(aps)) return;
-  reporter.report(
-      rules::reportedInForegroundOnly, inAps(extra->text()),
-      wordingOfForegroundOnly("the extras are reported only in the foreground",
-                              "Only an application that is in front when it arrives gets them.", reporter));
+  reporter.report(rules::reportedInForegroundOnly, inAps(extra->text()),
+                  wordingOfForegroundOnly(
+                      "the extras are reported only in the foreground",
+                      "Only an application that is in the foreground when it arrives gets them.", reporter));
 }
 
 void judgeUnusedLink(const Dictionary& aps, Reporter& reporter) {

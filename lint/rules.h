@@ -99,12 +99,12 @@ inline constexpr Rule extrasMissing{"extras-missing", Severity::warning,
                                     "`pushlib-extras` without extras. Nothing is stored"};
 inline constexpr Rule storedInForegroundOnly{
     "stored-in-foreground-only", Severity::warning,
-    "Extras to be stored, without `\"content-available\": 1`. Only an application that is in front stores "
-    "them; in the background the library hears nothing until a tap, and then takes only a link"};
+    "Extras to be stored, without `\"content-available\": 1`. Only an application in the foreground "
+    "stores them; in the background the library is not called before a tap, and then only handles a link"};
 inline constexpr Rule reportedInForegroundOnly{
     "reported-in-foreground-only", Severity::note,
-    "Extras for the report, without `\"content-available\": 1`. Only an application that is in front gets "
-    "the report"};
+    "Extras for the report, without `\"content-available\": 1`. Only an application in the foreground "
+    "gets the report"};
 inline constexpr Rule badgeIsNoNumber{"badge-is-no-number", Severity::error,
                                       "`\"badge\"` is null, an array, an object. The application ends", true};
 inline constexpr Rule badgeConverted{

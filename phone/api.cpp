@@ -74,14 +74,14 @@ std::size_t fromOf(const Request& request) {
   return std::max<std::size_t>(1, parameter<std::size_t>(request, "from", 1, kMost));
 }
 
-/// A body that is an object with no other keys than these; of none an empty one.
+/// The body's object, which may have only these keys. An empty body stands for an empty object.
 json::Dictionary readBody(const std::string& body, const scenario::Names& keys) {
   json::Value value = body.empty() ? json::Dictionary() : scenario::readValue(body);
   auto* object = value.get<json::Dictionary>();
   if (object == nullptr) throw scenario::StepError("the body must be one JSON object");
   for (const auto& [key, unused] : *object) {
     if (std::find(keys.begin(), keys.end(), key) == keys.end()) {
-      throw scenario::StepError("the body has no key " + json::write(key));
+      throw scenario::StepError("unknown key " + json::write(key) + " in the body");
     }
   }
   return std::move(*object);
@@ -95,7 +95,7 @@ std::string textIn(const json::Dictionary& object, std::string_view key, const s
   return *text;
 }
 
-/// What a line must have to be the one that is waited for.
+/// The members of the line that is waited for.
 json::Dictionary wantedOf(const Request& request) {
   json::Dictionary wanted;
   for (const auto& [name, value] : request.params) {
@@ -155,7 +155,7 @@ void Api::answer(const Request& request, Response& response, const std::string& 
       return send(response, json::Dictionary{{"stops", true}});
     }
     refuse(response, 404,
-           "there is nothing at " + request.method + " " + path + "; docs/phone.md lists what is");
+           "there is nothing at " + request.method + " " + path + "; docs/phone.md lists the requests");
   } catch (const NotNow& reason) {
     refuse(response, 409, reason.what());
   } catch (const scenario::StepError& reason) {
@@ -197,9 +197,9 @@ void Api::playLines(Response& response, const std::string& body) {
     } catch (const scenario::StepError& error) {
       return refuseLine(400, error.what(), index);
     }
-    const std::vector<std::string> told = readAll(transcript_, from);
-    response.set_content(R"({"from":)" + std::to_string(from) + R"(,"lines":)" + numbered(from, told) +
-                             R"(,"next":)" + std::to_string(from + told.size()) + "}",
+    const std::vector<std::string> made = readAll(transcript_, from);
+    response.set_content(R"({"from":)" + std::to_string(from) + R"(,"lines":)" + numbered(from, made) +
+                             R"(,"next":)" + std::to_string(from + made.size()) + "}",
                          "application/json");
   });
 }
@@ -218,7 +218,8 @@ void Api::beginAnew(Response& response, const std::string& body) {
 
 void Api::lint(Response& response, const std::string& body) {
   const json::Dictionary given = readBody(body, {"payload", "systemVersion"});
-  if (!given.contains("payload")) throw scenario::StepError(R"(the body needs "payload", the text of one)");
+  if (!given.contains("payload"))
+    throw scenario::StepError(R"(the body needs "payload", a payload as a string)");
   const std::string version =
       given.contains("systemVersion") ? "" : worker_.run([&] { return phone_.systemVersion(); });
   response.set_content(
@@ -228,7 +229,8 @@ void Api::lint(Response& response, const std::string& body) {
 
 void Api::orderFaults(Response& response, const std::string& body) {
   if (!options_.orderFaults) {
-    return refuse(response, 404, "no stand-in for Apple's service runs here; the option --apns starts it");
+    return refuse(response, 404,
+                  "the stand-in for Apple's service is not running; start the phone with --apns");
   }
   const std::string problem = options_.orderFaults(scenario::readValue(body));
   if (!problem.empty()) return refuse(response, 400, problem);
@@ -247,7 +249,7 @@ void Api::tellLines(const Request& request, Response& response) {
   std::size_t read = 0;
   if (std::from_chars(last.data(), last.data() + last.size(), read).ec == std::errc()) from = read + 1;
   if (!streams_.open(from, response)) {
-    refuse(response, 503, "64 pages are reading already; close one of them");
+    refuse(response, 503, "64 pages are already connected; close one of them");
   }
 }
 
@@ -263,7 +265,7 @@ void Api::waitForLine(const Request& request, Response& response) {
   const std::string phone = transcript_.read(from).phone;
   for (;;) {
     const auto reading = transcript_.wait(phone, from, until);
-    if (reading.phone != phone) throw NotNow("a fresh phone was begun in the meantime");
+    if (reading.phone != phone) throw NotNow("the phone was replaced by a fresh one in the meantime");
     for (const std::string& line : reading.lines) {
       if (isWanted(line, wanted)) {
         return response.set_content(R"({"id":)" + std::to_string(from) + R"(,"line":)" + line + "}",
@@ -276,7 +278,7 @@ void Api::waitForLine(const Request& request, Response& response) {
   }
   const bool isPrompting = worker_.run([&] { return phone_.isPrompting(); });
   refuse(response, 408,
-         "no line with " + json::write(wanted) + " came in time" +
+         "no line with " + json::write(wanted) + " arrived in time" +
              (isPrompting ? "; the permission prompt is on the screen and waits for an answer" : ""),
          {{"next", std::uint64_t{from}}});
 }

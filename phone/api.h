@@ -1,5 +1,5 @@
-// What a phone offers over HTTP, as docs/phone.md describes it: from a request to what is answered, without
-// the connection. Threads: any, several at a time; the phone itself is used on the worker's thread.
+// A phone's HTTP interface, as docs/phone.md describes it: from a request to its answer, without the
+// connection. Threads: any, several at a time; the phone itself is used on the worker's thread.
 #pragma once
 
 #include <httplib.h>
@@ -17,10 +17,10 @@
 
 namespace quorvantis::phone {
 
-/// What there is beside the phone.
+/// What the interface needs besides the phone.
 struct ApiOptions {
-  json::Dictionary about;      ///< what "status" tells that stays as it is
-  std::function<void()> stop;  ///< begins to end the program, and returns
+  json::Dictionary about;      ///< the constant part of "status"
+  std::function<void()> stop;  ///< starts to shut the program down, and returns
   /// Orders faults of the stand-in for Apple's service; returns what is wrong with the order, empty when
   /// nothing is. Null: there is no stand-in.
   std::function<std::string(const json::Value& order)> orderFaults;
@@ -28,7 +28,7 @@ struct ApiOptions {
 
 class Api {
  public:
-  /// All but the options are used, not owned.
+  /// References are not owned.
   Api(Phone& phone, Worker& worker, const Transcript& transcript, lint::LintService& linter,
       ApiOptions options);
 
@@ -52,7 +52,7 @@ class Api {
   Streams streams_;
 };
 
-/// An answer that says in words why nothing else comes.
+/// Answers with the reason for a refusal.
 void refuse(httplib::Response& response, int status, const std::string& reason, json::Dictionary more = {});
 
 }  // namespace quorvantis::phone

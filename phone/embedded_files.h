@@ -1,4 +1,4 @@
-// The files of the page, which are built into the program. Any thread.
+// The page's files, embedded in the program. Any thread.
 #pragma once
 
 #include <span>
@@ -7,7 +7,7 @@
 namespace quorvantis::phone {
 
 struct EmbeddedFile {
-  std::string_view path;  ///< as a browser asks for it: "/page/main.js"
+  std::string_view path;  ///< as a browser requests it: "/page/main.js"
   std::string_view bytes;
 };
 

@@ -25,13 +25,13 @@ Gate::Gate(std::string key, std::vector<std::string> hosts)
 
 std::optional<Refusal> Gate::check(const httplib::Request& request) const {
   if (!hasOneOf(request, "Host") || !isOurs(request.get_header_value("Host"))) {
-    return Refusal{421, "this phone is not at that host; open the address that the program has printed"};
+    return Refusal{421, "unknown host name; open the address that the program printed"};
   }
   if (request.has_header("Origin")) {
     const std::string origin = request.get_header_value("Origin");
     if (!hasOneOf(request, "Origin") || !origin.starts_with(kScheme) ||
         !isOurs(origin.substr(kScheme.size()))) {
-      return Refusal{403, "a page of another origin may not use this phone"};
+      return Refusal{403, "pages of other origins may not use this phone"};
     }
   }
   if (!request.path.starts_with("/api/")) return std::nullopt;
@@ -41,8 +41,8 @@ std::optional<Refusal> Gate::check(const httplib::Request& request) const {
       !isSameKey(std::string_view(given).substr(kBearer.size()), key_)) {
     return Refusal{
         401,
-        "the key is missing or wrong: send it as \"Authorization: Bearer KEY\"; it stands behind the "
-        "# of the address that the program has printed"};
+        "the key is missing or wrong: send it as \"Authorization: Bearer KEY\"; it follows the # in "
+        "the address that the program printed"};
   }
   if (request.method == "POST" && server::mediaTypeOf(request) != "application/json") {
     return Refusal{415, "the body must be sent with \"Content-Type: application/json\""};

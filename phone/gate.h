@@ -1,6 +1,6 @@
-// Which requests are let in. A page of another origin, in the browser of the person whose phone this is, can
-// send requests here too, and by a host name of its own even seem to be of this origin; and so can other
-// programs and users on the machine. Threads: any.
+// Which requests are allowed. Pages of other origins in the user's browser can send requests here, too, and
+// with a host name of their own (DNS rebinding) even appear to be of this origin; so can other programs and
+// users on the machine. Threads: any.
 #pragma once
 
 #include <httplib.h>
@@ -11,7 +11,7 @@
 
 namespace quorvantis::phone {
 
-/// What is answered to a request in place of what it asked for.
+/// The answer to a request that is not allowed.
 struct Refusal {
   int status;
   std::string reason;
@@ -19,7 +19,7 @@ struct Refusal {
 
 class Gate {
  public:
-  /// `hosts`: what a Host header may be, in lower case, each with its port.
+  /// `hosts`: the allowed Host headers, in lower case, each with its port.
   Gate(std::string key, std::vector<std::string> hosts);
 
   [[nodiscard]] std::optional<Refusal> check(const httplib::Request& request) const;

@@ -34,7 +34,7 @@ bool isKey(std::string_view text) {
   return text.size() == kLength && text.find_first_not_of(kAlphabet) == std::string_view::npos;
 }
 
-/// The key in the file, if it is one of this user's that nobody else can read.
+/// The key in the file, if the file is this user's and nobody else can read it.
 std::string readKey(const fs::path& path) {
   const server::Socket file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW));
   struct stat facts {};

@@ -1,4 +1,4 @@
-// The key that whoever uses a phone over HTTP must show. Any thread.
+// The key that every user of a phone's HTTP interface must present. Any thread.
 #pragma once
 
 #include <cstdint>
@@ -10,12 +10,12 @@ namespace quorvantis::phone {
 /// A new one: 192 random bits as letters, digits, "-" and "_".
 std::string newKey();
 
-/// The key of this user for the phone at a port, so that a page stays usable when the phone is started again
-/// there: kept in the user's state folder ($XDG_STATE_HOME, else ~/.local/state), readable to that user
-/// alone. A new one each time where nothing can be kept.
+/// The user's key for a phone on this port, so that an open page reconnects when the phone is restarted: kept
+/// in the user's state folder ($XDG_STATE_HOME, else ~/.local/state), readable only by that user. A new one
+/// each time where nothing can be kept.
 std::string keyFor(std::uint16_t port);
 
-/// Whether the two are the same, found in a time that tells nothing of either.
+/// Compares in constant time.
 bool isSameKey(std::string_view a, std::string_view b);
 
 }  // namespace quorvantis::phone

@@ -1,6 +1,5 @@
-// A line that somebody sends to a phone: a step, which does something to the application as in a scenario, or
-// an act upon the phone around it. A scenario holds acts as comments, which are passed over where it is only
-// run. Any thread.
+// A line that is sent to a phone: a step, as in a scenario, or an act, which affects the phone around the
+// application. A saved scenario holds acts as comments, which `run` ignores. Any thread.
 #pragma once
 
 #include <cstddef>
@@ -28,10 +27,10 @@ struct AirplaneMode {
 struct Arrive {
   json::Dictionary userInfo;
   CollapseId collapseId;
-  std::optional<std::int64_t> expires;  ///< seconds since 1970 until which it is kept; nothing: for ever
+  std::optional<std::int64_t> expires;  ///< seconds since 1970; nothing: never
 };
 
-/// A notification goes from the list.
+/// A notification is removed from the list.
 struct Remove {
   std::int64_t notification = 0;
 };
@@ -44,7 +43,7 @@ std::string textOf(const Act& act);
 /// The same as a comment of a scenario.
 std::string commentOf(const Act& act);
 
-/// Throws scenario::StepError. Where the push server runs elsewhere, "server" steps are refused.
+/// Throws scenario::StepError. With an external push server, "server" steps are refused.
 Line readLine(json::Dictionary object, bool serverIsElsewhere);
 
 /// The lines of a scenario, the acts among its comments included. Throws scenario::ScenarioError for the

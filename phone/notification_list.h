@@ -1,4 +1,4 @@
-// The notifications of the application that the system shows in its list. One thread.
+// The application's notifications in the system's list. One thread.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 namespace quorvantis::phone {
 
-/// By which a provider lets a notification take an earlier one's place; nothing: by none.
+/// With which a provider replaces an earlier notification; nothing: none.
 using CollapseId = std::optional<std::string>;
 
 class NotificationList {
@@ -18,10 +18,10 @@ class NotificationList {
     listed_.emplace(++last_, std::move(collapseId));
     return last_;
   }
-  /// Whether it was there.
+  /// Returns whether it was there.
   bool remove(std::int64_t number) { return listed_.erase(number) > 0; }
 
-  /// The one whose place a notification takes that comes with this id.
+  /// The notification that a new one with this id replaces.
   [[nodiscard]] std::optional<std::int64_t> find(const CollapseId& collapseId) const {
     if (!collapseId) return std::nullopt;
     for (const auto& [number, its] : listed_) {

@@ -169,8 +169,8 @@ void Phone::deliverWaiting() {
   }
 }
 
-void Phone::tell(const json::Dictionary& line) {
-  told_.push_back(json::write(line));
+void Phone::record(const json::Dictionary& line) {
+  unpublished_.push_back(json::write(line));
   flush();
 }
 
@@ -200,16 +200,16 @@ void Phone::perform(const scenario::Step& step) {
   world_->player->play(step);
   if (world_->isPrompting) world_->player->goOn();
 
-  told_.push_back(step.text());
+  unpublished_.push_back(step.text());
   saved_.add(step);
   tokens_.change(world_->device.facts.token);
   saved_.took(answers - std::min(answers, world_->waitingAnswers()), world_->refusals);
   if (step.name() == "relaunch") world_->hasEnded = false;
   if (step.name() == "authorization") world_->isDecided = true;
-  if (userInfo != nullptr) tellOfSize(*userInfo);
+  if (userInfo != nullptr) reportOversize(*userInfo);
   if (isBehind && isArrival(step)) notify(*userInfo);
-  for (const device::Event& event : world_->device.record.take()) tellEvent(event, userInfo);
-  tellOfSettings();
+  for (const device::Event& event : world_->device.record.take()) recordEvent(event, userInfo);
+  reportSettingsFailure();
   world_->isPrompting = world_->player->isStopped();
   if (world_->isPrompting) {
     show("prompt");
@@ -228,8 +228,8 @@ void Phone::makeReadyFor(const scenario::Step& step) {
   world_->hasEnded = false;
 }
 
-void Phone::tellEvent(const device::Event& event, const json::Dictionary* userInfo) {
-  told_.push_back(json::write(event));
+void Phone::recordEvent(const device::Event& event, const json::Dictionary* userInfo) {
+  unpublished_.push_back(json::write(event));
   const auto kind = event.find("event");
   if (kind == event.end()) return;
   if (kind->second == json::Value("authorizationRequested")) world_->isDecided = true;
@@ -239,13 +239,13 @@ void Phone::tellEvent(const device::Event& event, const json::Dictionary* userIn
   }
 }
 
-void Phone::tellOfSize(const json::Dictionary& userInfo) {
+void Phone::reportOversize(const json::Dictionary& userInfo) {
   const std::size_t bytes = json::write(userInfo).size();
   if (bytes <= lint::kLargestPayload) return;
   show("oversized", {{"bytes", std::uint64_t{bytes}}, {"largest", std::uint64_t{lint::kLargestPayload}}});
 }
 
-void Phone::tellOfSettings() {
+void Phone::reportSettingsFailure() {
   if (world_->settingsFailure) return;
   world_->settingsFailure = world_->device.settingsFailure();
   if (world_->settingsFailure) show("settingsFailed", {{"reason", *world_->settingsFailure}});
@@ -345,16 +345,16 @@ void Phone::end(json::Value selector) {
 
 void Phone::show(const char* what, json::Dictionary more) {
   more.emplace("screen", what);
-  told_.push_back(json::write(more));
+  unpublished_.push_back(json::write(more));
 }
 
 void Phone::record(const Act& act) {
-  told_.push_back(textOf(act));
+  unpublished_.push_back(textOf(act));
   saved_.add(act);
 }
 
 void Phone::flush() {
-  if (!told_.empty()) transcript_.append(std::exchange(told_, {}));
+  if (!unpublished_.empty()) transcript_.append(std::exchange(unpublished_, {}));
 }
 
 bool Phone::mayNotify() const {

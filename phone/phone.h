@@ -1,12 +1,12 @@
-// A phone that people and programs use while it lives: the simulated device with the library on it, and
-// around the application what no scenario expresses, since the system does it by itself: the permission
-// prompt that waits for a person, the list of notifications, airplane mode, an application that has ended.
-// All rules of these are here. What happens is told line by line:
+// A phone in interactive use: the simulated device with the library on it, and what the system does around
+// the application, which scenarios don't have: the permission prompt, the list of notifications, airplane
+// mode, an application that has ended. All of its rules are here. What happens is written to the transcript,
+// line by line:
 //
 //   {"do":…}     a step, as in a scenario            {"event":…}   what then happened, as `run` prints it
-//   {"phone":…}  an act upon the phone               {"screen":…}  what the system then shows by itself
+//   {"phone":…}  an act that affects the phone       {"screen":…}  what the system then shows by itself
 //
-// Threads: one, which is the library's main thread; what it tells is read by any.
+// Threads: one, which is the library's main thread; the transcript may be read on any.
 #pragma once
 
 #include <cstdint>
@@ -24,7 +24,7 @@
 
 namespace quorvantis::phone {
 
-/// What is asked can't be done to the phone as it is; what() says why, and what can.
+/// The phone's state does not allow the request; what() says why, and what to do instead.
 class NotNow : public scenario::StepError {
  public:
   using StepError::StepError;
@@ -32,9 +32,10 @@ class NotNow : public scenario::StepError {
 
 struct PhoneOptions {
   device::Build build = device::Build::device;
-  std::string settings = {};  ///< the file that keeps the phone's settings; empty: they go with the phone
-  std::optional<scenario::OutsideServer> server = {};  ///< nothing: one of its own
-  std::string version = {};                            ///< of the tool, for what is saved
+  std::string settings =
+      {};  ///< the file that keeps the phone's settings; empty: they are lost with the phone
+  std::optional<scenario::OutsideServer> server = {};  ///< nothing: an embedded one
+  std::string version = {};                            ///< the tool's, for saved scenarios
 };
 
 class Phone {
@@ -46,8 +47,8 @@ class Phone {
   Phone(const Phone&) = delete;
   Phone& operator=(const Phone&) = delete;
 
-  /// Throws NotNow, or scenario::StepError for a step that turns out impossible; nothing is then done or
-  /// told.
+  /// Throws NotNow, or scenario::StepError for a step that turns out impossible; the phone and the transcript
+  /// are then unchanged.
   void play(const Line& line);
 
   /// Begins again with a fresh phone, which keeps nothing but the settings' file, or not even that when it
@@ -59,13 +60,13 @@ class Phone {
   /// A remote notification that comes by itself, and waits while the prompt is on the screen.
   void receive(Arrive notification);
 
-  /// Tells of something that did not come from a phone.
-  void tell(const json::Dictionary& line);
+  /// Adds a line to the transcript for something that happened outside the phone.
+  void record(const json::Dictionary& line);
 
-  /// What was done since the phone was fresh, as a scenario.
+  /// What was done since the phone was started afresh, as a scenario.
   [[nodiscard]] std::string scenario() const { return saved_.text(); }
 
-  /// On any thread.
+  /// May be called on any thread.
   [[nodiscard]] const Tokens& tokens() const { return tokens_; }
   /// The device token in hexadecimal digits; nothing: it has none.
   [[nodiscard]] std::optional<std::string> token() const;
@@ -101,20 +102,20 @@ class Phone {
   void end(json::Value selector);
   [[nodiscard]] bool mayNotify() const;
 
-  void tellEvent(const device::Event& event, const json::Dictionary* userInfo);
-  void tellOfSize(const json::Dictionary& userInfo);
-  void tellOfSettings();
+  void recordEvent(const device::Event& event, const json::Dictionary* userInfo);
+  void reportOversize(const json::Dictionary& userInfo);
+  void reportSettingsFailure();
   void show(const char* what, json::Dictionary more = {});
   void record(const Act& act);
   void flush();
 
   const PhoneOptions options_;
   Transcript& transcript_;
-  const std::string start_;  // tells this program's phones from those of another start
+  const std::string start_;  // distinguishes this process's phones from those of another
   std::size_t phones_ = 0;
 
   std::unique_ptr<World> world_;
-  std::vector<std::string> told_;  // and not yet in the transcript
+  std::vector<std::string> unpublished_;  // lines that are not yet in the transcript
   SavedScenario saved_;
   Tokens tokens_;
 

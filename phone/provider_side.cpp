@@ -8,7 +8,7 @@ namespace quorvantis::phone {
 
 namespace {
 
-constexpr std::size_t kMostWaiting = 4096;  // then providers wait, until the phone has taken some
+constexpr std::size_t kMostWaiting = 4096;  // then providers wait until the phone has handled some
 
 json::Dictionary lineOf(const apns::Report& report) {
   json::Dictionary line{{"screen", "provider"}, {"status", report.status}, {"apnsId", report.id}};
@@ -37,7 +37,7 @@ std::optional<apns::KnownToken> ProviderSide::find(std::string_view token) const
 
 void ProviderSide::arrive(apns::Notification notification, const apns::Report& report) {
   const lint::PayloadReport payload = reportOn(std::move(notification.text), notification.pushType);
-  if (payload.findings.errors > 0) tookErrors_ = true;
+  if (payload.findings.errors > 0) acceptedErrors_ = true;
   onRequest_(report, payload);
   json::Dictionary line = lineOf(report);
   if (!payload.findings.shown.empty()) line.emplace("findings", *lint::jsonOf(payload).find("findings"));
@@ -69,14 +69,14 @@ void ProviderSide::receiveAll() {
   lock.unlock();
   received_.notify_all();
   for (Arrival& arrival : arrivals) {
-    phone_.tell(arrival.told);
+    phone_.record(arrival.line);
     phone_.receive(std::move(arrival.notification));
   }
 }
 
 void ProviderSide::refused(const apns::Report& report) {
   onRequest_(report, {});
-  worker_.post([this, line = lineOf(report)] { phone_.tell(line); });
+  worker_.post([this, line = lineOf(report)] { phone_.record(line); });
 }
 
 }  // namespace quorvantis::phone

@@ -1,6 +1,7 @@
-// The phone as the stand-in for Apple's service knows it: what a provider sends reaches it on its own thread.
+// The phone as the stand-in for Apple's service sees it: hands providers' notifications to the phone's
+// thread.
 //
-// Threads: any, but for made and destroyed.
+// Threads: any, except for construction and destruction.
 #pragma once
 
 #include <atomic>
@@ -19,8 +20,8 @@ namespace quorvantis::phone {
 
 class ProviderSide final : public apns::Phone {
  public:
-  /// `onRequest` is told of each request, with what the linter says of what was taken, on the service's
-  /// threads.
+  /// `onRequest` is called for each request, with the linter's findings in an accepted payload, on the
+  /// service's threads.
   using OnRequest = std::function<void(const apns::Report& report, const lint::PayloadReport& payload)>;
 
   ProviderSide(phone::Phone& phone, Worker& worker, OnRequest onRequest)
@@ -31,13 +32,13 @@ class ProviderSide final : public apns::Phone {
   void haveArrived() override;
   void refused(const apns::Report& report) override;
 
-  /// Whether a payload was taken that has an error.
-  [[nodiscard]] bool tookErrors() const { return tookErrors_; }
+  /// Whether an accepted payload had an error.
+  [[nodiscard]] bool acceptedErrors() const { return acceptedErrors_; }
 
  private:
   struct Arrival {
     Arrive notification;
-    json::Dictionary told;
+    json::Dictionary line;
   };
 
   void receiveAll();
@@ -48,7 +49,7 @@ class ProviderSide final : public apns::Phone {
   std::mutex mutex_;
   std::condition_variable received_;
   std::deque<Arrival> arrivals_;
-  std::atomic<bool> tookErrors_ = false;
+  std::atomic<bool> acceptedErrors_ = false;
 };
 
 }  // namespace quorvantis::phone

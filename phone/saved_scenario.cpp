@@ -25,7 +25,7 @@ void addAnswers(std::string& text, const json::Array& answers) {
 SavedScenario::SavedScenario(const std::vector<std::string>& remarks, const json::Dictionary& stored) {
   for (const std::string& remark : remarks) addLine(head_, "# " + remark);
   if (stored.empty()) return;
-  // The application finds them when it starts.
+  // What was stored before the application started.
   addLine(head_, json::write(json::Dictionary{{"do", "store"}, {"set", stored}}));
   addLine(head_, json::write(json::Dictionary{{"do", "relaunch"}}));
 }
@@ -61,7 +61,7 @@ std::string SavedScenario::text() const {
   std::string text = head_;
   for (std::size_t i = 0; i < entries_.size(); ++i) {
     if (isWaiting_ && i == last_) {
-      addLine(text, "# Here the phone asked for permission, and nobody had answered yet.");
+      addLine(text, "# The phone asked for permission here, and nobody had answered yet.");
       continue;
     }
     addAnswers(text, entries_[i].answers);

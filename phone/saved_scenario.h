@@ -1,6 +1,6 @@
-// What was done to a phone, as a scenario that gives the same events when it is run: a step that waited for
-// the answer to the request for permission stands behind that answer, and what the push server is to answer
-// stands before the step in which it does. Acts are comments. One thread.
+// What was done to a phone, as a scenario that gives the same events when it is run. So a step that waited
+// for the answer to the request for permission comes after that answer, and the push server's answers come
+// before the step that uses them. Acts are comments. One thread.
 #pragma once
 
 #include <cstddef>
@@ -15,13 +15,13 @@ namespace quorvantis::phone {
 class SavedScenario {
  public:
   SavedScenario() = default;
-  /// The remarks stand at its head; `stored` is what the phone had stored before the first step.
+  /// It begins with the remarks; `stored` is what the phone had stored before the first step.
   SavedScenario(const std::vector<std::string>& remarks, const json::Dictionary& stored);
 
   void add(const scenario::Step& step);
   void add(const Act& act);
 
-  /// In the last step so many of the queued answers were taken, and so many requests found no way out.
+  /// How many queued answers the last step used, and how many of its requests failed in airplane mode.
   void took(std::size_t answers, std::size_t refusals);
   /// The last step waits for a person's answer, which is the next step.
   void waits() { isWaiting_ = true; }

@@ -1,4 +1,4 @@
-// The table of steps as JSON, for those that offer steps to a person. Any thread.
+// The table of steps as JSON, for user interfaces. Any thread.
 #pragma once
 
 #include "json/value.h"

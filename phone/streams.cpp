@@ -10,7 +10,8 @@ namespace quorvantis::phone {
 namespace {
 
 constexpr long kMostReaders = 64;
-constexpr auto kQuiet = std::chrono::seconds(10);  // then a sign of life shows whether the reader is there
+constexpr auto kQuiet =
+    std::chrono::seconds(10);  // then a keep-alive shows whether the reader is still there
 
 /// One reader's place in the transcript.
 class Stream {
@@ -18,12 +19,12 @@ class Stream {
   Stream(const Transcript& transcript, std::size_t from, std::shared_ptr<int> share)
       : transcript_(transcript), next_(from), share_(std::move(share)) {}
 
-  /// Sends what has come, or that nothing has. False when the connection is lost.
+  /// Sends new lines, or a keep-alive. False when the connection is lost.
   bool sendOn(httplib::DataSink& sink) {
     const auto reading = transcript_.wait(phone_, next_, std::chrono::steady_clock::now() + kQuiet);
     std::string text;
     if (reading.phone != phone_) {
-      // The lines that were read are of a phone that may be another.
+      // The lines may be of another phone than the last ones.
       if (!phone_.empty()) next_ = 1;
       phone_ = reading.phone;
       text = "event: fresh\ndata: " +

@@ -1,5 +1,5 @@
-// Readers that stay: each is sent the lines of a phone as they come, as server-sent events (HTML's standard,
-// section 9.2). A reader that reads slowly holds up its own connection alone. Threads: any.
+// Streams a phone's lines to readers as they come, as server-sent events (HTML's standard, section 9.2). A
+// slow reader holds up only its own connection. Threads: any.
 #pragma once
 
 #include <httplib.h>
@@ -15,8 +15,8 @@ class Streams {
  public:
   explicit Streams(const Transcript& transcript) : transcript_(transcript) {}
 
-  /// Answers with the lines from the number `from` on, and those that follow. False when there are too many
-  /// readers already.
+  /// Answers with the lines from the number `from` on, and those that follow. False when there are already
+  /// too many readers.
   bool open(std::size_t from, httplib::Response& response);
 
  private:

@@ -1,4 +1,4 @@
-// The device tokens that a phone has and had, for those who ask on other threads. Threads: any.
+// The device tokens that a phone has and had, readable on other threads than the phone's. Threads: any.
 #pragma once
 
 #include <cstdint>
@@ -16,7 +16,7 @@ class Tokens {
     std::optional<std::int64_t> invalidSince;  ///< milliseconds since 1970; nothing while it is valid
   };
 
-  /// The phone is a fresh one, or has another token now (none: nothing).
+  /// The phone was started afresh, or now has another token (nothing: none).
   void begin(const std::optional<std::string>& token);
   void change(const std::optional<std::string>& token);
 

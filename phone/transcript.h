@@ -1,5 +1,5 @@
-// What happened to a phone, line by line: written by one, read by many, each at a pace of its own. A reader
-// is a place in the list and costs nothing while it does not read.
+// What happened to a phone, line by line: one writer, many readers, each at its own pace. A reader is only a
+// position in the list and costs nothing while it does not read.
 //
 // Threads: any.
 #pragma once
@@ -17,20 +17,20 @@ class Transcript {
  public:
   /// Lines of one phone, each a JSON object without a line feed.
   struct Reading {
-    std::string phone;  ///< which phone they are of
+    std::string phone;  ///< identifies the phone
     std::size_t from = 1;
     std::vector<std::string> lines = {};  ///< the first has the number `from`
     std::size_t next = 1;                 ///< the number of the next line that the phone will have
-    bool isOver = false;                  ///< no line will come any more
+    bool isOver = false;                  ///< no more lines will come
   };
 
-  /// Begins anew, for another phone.
+  /// Starts over, for another phone.
   void begin(std::string phone);
 
   /// Returns the number of the first of them.
   std::size_t append(std::vector<std::string> lines);
 
-  /// Lets all that wait go: no line will come any more.
+  /// Wakes all waiting readers: no more lines will come.
   void end();
 
   /// The lines from the number `from` on, but no more of them than fill a screen or two.

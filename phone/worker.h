@@ -1,6 +1,6 @@
-// The one thread on which a phone is used, and how other threads get at it.
+// The one thread on which a phone is used, and how other threads get work done on it.
 //
-// Threads: any, but for work(), which makes its caller that thread.
+// Threads: any, except for work(), which makes its caller that thread.
 #pragma once
 
 #include <condition_variable>
@@ -15,7 +15,7 @@
 
 namespace quorvantis::phone {
 
-/// What was asked is not done any more, since the program ends.
+/// A job was dropped because the program is shutting down.
 class Stopped : public std::runtime_error {
  public:
   Stopped() : std::runtime_error("the phone is being switched off") {}
@@ -23,16 +23,16 @@ class Stopped : public std::runtime_error {
 
 class Worker {
  public:
-  /// Does what it is given, one job after the other, on the calling thread, until stop().
+  /// Runs jobs, one after the other, on the calling thread, until stop().
   void work();
 
-  /// Lets work() return when the job in hand is done. Those that wait for others get Stopped.
+  /// Makes work() return when the current job is done. Callers that wait for other jobs get Stopped.
   void stop();
 
   [[nodiscard]] bool isStopped() const;
 
-  /// Does the job on the worker's thread and returns what it returns. What it throws is thrown here. Not to
-  /// be called by a job. Throws Stopped.
+  /// Runs the job on the worker's thread and returns what it returns. What it throws is thrown here. Must not
+  /// be called from a job. Throws Stopped.
   template <class Job>
   auto run(Job job) -> std::invoke_result_t<Job> {
     auto task = std::make_shared<std::packaged_task<std::invoke_result_t<Job>()>>(std::move(job));
@@ -45,7 +45,7 @@ class Worker {
     }
   }
 
-  /// Has the job done, some time; what it throws ends the program.
+  /// Queues the job and returns; what the job throws ends the program.
   void post(std::function<void()> job);
 
  private:

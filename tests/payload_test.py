@@ -251,7 +251,7 @@ class Payloads(unittest.TestCase):
 
     def test_what_the_system_does_by_itself(self):
         aps = {"alert": {"body": "x"}, "badge": 3, "sound": "default", "type": "pushlib-extras", "extra1": 1}
-        for flag, hears in (({}, "The library hears nothing of it before a tap"),
+        for flag, hears in (({}, "The library is not called before a tap"),
                             ({"content-available": 1}, "It wakes the application and calls")):
             text = run("payload", "-", stdin=json.dumps({"aps": {**aps, **flag}}).encode()).stdout.decode()
             _, behind = text.split("  In the background\n")
@@ -263,7 +263,7 @@ class Payloads(unittest.TestCase):
             self.assertTrue(tapped.startswith("      The application opens.\n      The library does nothing.\n"), tapped)
         silent = run("payload", FOLDER / "valid.silent.json").stdout.decode()
         self.assertIn("The system shows nothing.", silent)
-        self.assertIn("There is nothing to tap on.", silent)
+        self.assertIn("There is nothing to tap.", silent)
         self.assertNotIn("told to show it.\n\n", silent)
         large = run("payload", FOLDER / "too-large.json").stdout.decode()
         self.assertLess(large.index("[too-large]"), large.index("If it were carried:"))

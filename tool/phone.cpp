@@ -19,7 +19,7 @@
 #include "console/wording.h"
 #include "json/write.h"
 #include "lint/report_text.h"
-#include "phone/http_door.h"
+#include "phone/http_service.h"
 #include "phone/provider_side.h"
 #include "scenario/names.h"
 #include "server/authority_file.h"
@@ -152,7 +152,7 @@ class Apple {
     return {};
   }
 
-  [[nodiscard]] bool acceptedErrors() const { return side_.tookErrors(); }
+  [[nodiscard]] bool acceptedErrors() const { return side_.acceptedErrors(); }
 
  private:
   const PhoneOptions& options_;
@@ -180,11 +180,11 @@ void printLines(const phone::Transcript& transcript) {
 }
 
 /// Prints how to reach the phone: one line of JSON for a program, sentences for a person.
-void announce(const PhoneOptions& options, const phone::HttpDoor& door, const std::optional<Apple>& apple,
-              const std::string& token, Messages& messages) {
+void announce(const PhoneOptions& options, const phone::HttpService& service,
+              const std::optional<Apple>& apple, const std::string& token, Messages& messages) {
   if (options.json || !options.hasPage) {
     json::Dictionary line{
-        {"address", door.address()}, {"key", door.key()}, {"port", std::int64_t{door.port()}}};
+        {"address", service.address()}, {"key", service.key()}, {"port", std::int64_t{service.port()}}};
     if (apple) {
       line.emplace("apns", apple->facts());
       line.emplace("token", token);
@@ -192,7 +192,7 @@ void announce(const PhoneOptions& options, const phone::HttpDoor& door, const st
     std::cout << json::write(line) << std::endl;
     return;
   }
-  messages.print("The phone is at " + door.address() +
+  messages.print("The phone is at " + service.address() +
                  "\nOpen this address in a browser. Anyone who has it can use the phone.\n" +
                  (apple ? '\n' + apple->description(token) : "") + "\nStop it with Ctrl-C.\n");
 }
@@ -219,13 +219,13 @@ bool run(const PhoneOptions& options) {
   }
   apiOptions.about = std::move(about);
   phone::Api api(phone, worker, transcript, linter, std::move(apiOptions));
-  const phone::HttpDoor door({.address = options.listen,
-                              .port = options.port,
-                              .publicHost = options.publicHost,
-                              .hasPage = options.hasPage,
-                              .keepsKey = options.port != 0},
-                             api);
-  announce(options, door, apple, phone.token().value_or(""), messages);
+  const phone::HttpService service({.address = options.listen,
+                                    .port = options.port,
+                                    .publicHost = options.publicHost,
+                                    .hasPage = options.hasPage,
+                                    .keepsKey = options.port != 0},
+                                   api);
+  announce(options, service, apple, phone.token().value_or(""), messages);
 
   const std::jthread printer([&] {
     if (options.json) printLines(transcript);

@@ -10,7 +10,7 @@ const faults = [
   ["The provider’s token has expired (403)", answer(403, "ExpiredProviderToken")],
   ["An error inside the service (500)", answer(500, "InternalServerError")],
   ["The service is not available (503)", answer(503, "ServiceUnavailable")],
-  ["It ends the connection in good order", { fault: "goaway" }],
+  ["The connection is closed gracefully", { fault: "goaway" }],
   ["The connection is cut before the phone gets it", { fault: "cut" }],
   ["The phone gets it, and the connection is cut", { fault: "lost" }],
   ["No answer", { fault: "silence" }],
@@ -46,7 +46,7 @@ export class ApplePanel {
         element("label", { className: "field" }, element("span", {}, "A backend’s next requests"), this.choice),
         element("label", { className: "field" }, element("span", {}, "How many"), this.times),
         button("Order it", orderChosen, { id: "order-fault" }),
-        button("All is well again", () => order("All is well.", []), { id: "no-fault" }),
+        button("Back to normal", () => order("Back to normal.", []), { id: "no-fault" }),
       ),
       this.ordered,
     );

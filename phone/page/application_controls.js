@@ -3,7 +3,7 @@
 import { button, element } from "./element.js";
 import { beInactive, endApplication, relaunch, toBackground, toFront } from "./gestures.js";
 
-const states = { active: "in front", inactive: "in front, inactive", background: "in the background" };
+const states = { active: "active", inactive: "inactive", background: "in the background" };
 
 export class ApplicationControls {
   constructor(root, actions) {

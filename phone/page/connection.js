@@ -5,7 +5,7 @@ import { element } from "./element.js";
 const states = {
   connecting: ["Connecting …", ""],
   open: ["Connected", ""],
-  lost: ["The program is gone.", "The phone is shown as it was; it goes on when the program is back."],
+  lost: ["The program has stopped.", "The phone is shown as it was; it continues when the program runs again."],
   refused: ["The key is missing or wrong.", "Open the address that the program prints."],
 };
 

@@ -18,7 +18,7 @@ function changes(before, after) {
 
 function received({ body, answer }) {
   return [
-    element("h3", {}, "The request, as it came out of its protection"),
+    element("h3", {}, "The request, decrypted"),
     pairs(fields(body)),
     element("h3", {}, "Its answer"),
     element("p", {}, answer ? answerInWords(answer) : `${ownAnswer(body)} (the development server’s own)`),

@@ -49,7 +49,7 @@ export class DevicePanel {
         { className: "buttons" },
         button("Hand out a new token", () => actions.play(newToken(randomToken())), { id: "new-token" }),
       ),
-      element("h2", {}, "What the phone is"),
+      element("h2", {}, "About the phone"),
       this.form.root,
     ];
   }

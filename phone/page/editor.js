@@ -44,8 +44,8 @@ function isObject(text) {
 
 /** Why a notification that arrives may not be seen. */
 function hintFor({ airplane, authorization: { isDecided, granted } }, build) {
-  if (build === "simulator") return "The library’s simulator build handles no notification.";
-  if (airplane) return "Airplane mode is on: what arrives waits until it is off.";
+  if (build === "simulator") return "The library’s simulator build does not handle notifications.";
+  if (airplane) return "Airplane mode is on: notifications wait until it is off.";
   if (!isDecided) {
     return "The application has not been allowed to show notifications yet: switch them on first.";
   }
@@ -204,7 +204,7 @@ export class Editor {
     this.outcomes.replaceChildren(
       ...(cards.length > 0
         ? cards
-        : [element("li", { className: "none" }, "Nothing: it reaches no application.")]),
+        : [element("li", { className: "none" }, "Nothing: no application receives it.")]),
     );
   }
 

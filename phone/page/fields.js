@@ -89,7 +89,7 @@ function json({ name }) {
     try {
       JSON.parse(input.value);
     } catch (error) {
-      throw new Error(`“${name}” is no JSON: ${error.message}`);
+      throw new Error(`“${name}” is not valid JSON: ${error.message}`);
     }
     return input.value;
   };

@@ -10,9 +10,9 @@ function item(finding, actions) {
   const mend =
     actions &&
     edits.length > 0 &&
-    button("Mend it", () => actions.mend(finding), {
+    button("Fix it", () => actions.mend(finding), {
       className: "small",
-      "aria-label": `Mend it: ${remedy}`,
+      "aria-label": `Fix it: ${remedy}`,
     });
   return element(
     "li",
@@ -44,5 +44,5 @@ export function counted(findings) {
     .map((severity) => [findings.filter((finding) => finding.severity === severity).length, severity])
     .filter(([count]) => count > 0)
     .map(([count, severity]) => `${count} ${severity}${count === 1 ? "" : "s"}`);
-  return counts.join(", ") || "Nothing to find fault with";
+  return counts.join(", ") || "No findings";
 }

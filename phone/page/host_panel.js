@@ -6,10 +6,10 @@ import { StepForm } from "./form.js";
 const settle = { do: "settle" };
 
 const names = {
-  appHash: "Hash of the application",
-  foreground: "Show notifications while in front",
+  appHash: "Application hash",
+  foreground: "Show notifications in the foreground",
   deactivateGPS: "Location switched off",
-  delegate: "Callbacks that its delegate has",
+  delegate: "The delegate’s callbacks",
 };
 
 export class HostPanel {
@@ -31,7 +31,7 @@ export class HostPanel {
         { className: "buttons" },
         ask("Switch notifications on", { do: "activate", value: true }),
         ask("Switch notifications off", { do: "activate", value: false }),
-        ask("Take the badge off", { do: "call", operation: "resetBadge" }),
+        ask("Clear the badge", { do: "call", operation: "resetBadge" }),
       ),
     ];
   }

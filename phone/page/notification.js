@@ -23,7 +23,7 @@ export function notification(entry, act) {
     act?.takeOff &&
       button("×", () => act.takeOff(entry.notification), {
         className: "take-off",
-        "aria-label": `Take “${title || body}” off the list`,
+        "aria-label": `Remove “${title || body}” from the list`,
       }),
   );
 }

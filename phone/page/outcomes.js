@@ -27,7 +27,7 @@ function titleOf(situations) {
   const isInFront = moment === "foreground" || moment === "secondCall";
   return [
     titles[moment],
-    isOn !== undefined && `“show while in front” ${isOn ? "on" : "off"}`,
+    isOn !== undefined && `“show in the foreground” ${isOn ? "on" : "off"}`,
     isInFront && state !== undefined && `application ${state}`,
   ]
     .filter(Boolean)
@@ -51,7 +51,7 @@ const beforehand = {
     return [
       system.showsAlert
         ? "The system is told to show it."
-        : "The system is told to show it, and finds no text.",
+        : "The system is told to show it, but it has no text.",
     ];
   },
   secondCall: () => [
@@ -61,9 +61,9 @@ const beforehand = {
     bySystemItself(system),
     situations[0].arrives
       ? "It wakes the application by didReceiveRemoteNotification; if the host passes that on to the library:"
-      : "The library hears nothing of it before a tap, and of a tap it takes only a link.",
+      : "The library is not called before a tap, and on a tap it only handles a link.",
   ],
-  tap: ({ system }) => [system.showsAlert ? "The application opens." : "There is nothing to tap on."],
+  tap: ({ system }) => [system.showsAlert ? "The application opens." : "There is nothing to tap."],
 };
 
 const ends = {
@@ -76,9 +76,9 @@ function opening({ url, when, opens }) {
   const start = when === "onOK" ? "A tap on OK" : "A second later it";
   if (opens) return `${start} opens ${url}`;
   if (opens === null)
-    return `${start} asks the system to open something that is not defined, since the link is no string.`;
+    return `${start} asks the system to open something that is not defined, since the link is not a string.`;
   if (url === null)
-    return `${start} asks the system to open no address, since the text is none: nothing opens.`;
+    return `${start} asks the system to open nil, since the text is not an address: nothing opens.`;
   return `${start} asks the system to open ${shown(url)}, which it can’t.`;
 }
 
@@ -104,7 +104,7 @@ function libraryDoes({ badge, alert, vibrates, stored, opened, raised }) {
       element(
         "strong",
         { className: "bad" },
-        `The application ends, at ${raised} (${ends[raised] ?? "the settings take no null"}).`,
+        `The application ends, at ${raised} (${ends[raised] ?? "the settings can’t store null"}).`,
       ),
   ].filter(Boolean);
 }

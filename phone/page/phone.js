@@ -10,7 +10,7 @@ const screens = { application, home, list };
 const none = [];
 const isInFront = ({ running, application: { state } }) => running && state !== "background";
 
-/** Whether the list has changed since the application was in front, so that one looks at it. */
+/** Whether the list has changed since the application was last in the foreground. */
 const hasNews = ({ list: entries, seen }) => entries !== seen && entries.length > 0;
 
 const bars = () => [1, 2, 3, 4].map(() => element("i"));

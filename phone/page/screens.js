@@ -64,7 +64,7 @@ function welcome(act) {
   );
 }
 
-/** The application in front. */
+/** The application in the foreground. */
 export function application(state, act) {
   const isNew = state.told.length === 0 && state.code.activate === undefined;
   return element(

@@ -11,7 +11,7 @@ const answers = [
   ["An error inside the server (500)", answer(500, "")],
   ["It is overloaded (503)", answer(503, "")],
   ["An empty answer", answer(200, "")],
-  ["An answer that is no JSON", answer(200, "<html></html>")],
+  ["An answer that is not JSON", answer(200, "<html></html>")],
 ];
 
 export class ServerPanel {

@@ -14,7 +14,7 @@ const provider = "Provider";
 /** Who can do something. */
 export const actors = [host, library, system, server, user, provider];
 
-/** Long hexadecimal texts, such as tokens, by their first and last digits. */
+/** Shortens long runs of hexadecimal digits, such as tokens, to their first and last ones. */
 export const abridged = (text) =>
   text.replace(/[0-9a-f]{25,}/g, (digits) => `${digits.slice(0, 10)}…${digits.slice(-10)}`);
 
@@ -52,7 +52,7 @@ const states = {
 
 const arrivals = {
   foreground: ({ userInfo }) =>
-    said(system, library, `a notification arrives in front: ${notificationIn(userInfo)}`),
+    said(system, library, `a notification arrives in the foreground: ${notificationIn(userInfo)}`),
   background: ({ userInfo }) => said(system, host, `a notification arrives: ${notificationIn(userInfo)}`),
   tap: ({ userInfo, action }) =>
     said(
@@ -105,7 +105,7 @@ const steps = {
   deliver: ({ userInfo }) =>
     said(system, host, `a remote notification comes to the phone: ${notificationIn(userInfo)}`),
   tapOK: ({ alert }) => said(user, library, `taps OK on alert ${alert}`),
-  settle: () => said(system, "", "all that is due is done"),
+  settle: () => said(system, "", "runs everything that is due"),
   advance: ({ seconds }) => said(system, "", `time passes: ${counted(seconds, "second")}`),
   relaunch: () => said(user, system, "launches the application again"),
   show: () => said(user, system, "what is stored?"),
@@ -131,7 +131,7 @@ const events = {
     said(
       library,
       system,
-      Number(options) === 0 ? "don’t show the notification" : "show the notification in front",
+      Number(options) === 0 ? "don’t show the notification" : "show the notification",
     ),
   completed: ({ operation }) => said(library, system, `is done with ${operation}`),
   badge: ({ number }) => said(library, system, `badge ${number}`),
@@ -157,7 +157,7 @@ const acts = {
   end: () => said(user, system, "ends the application"),
   airplaneMode: ({ on }) => said(user, system, `airplane mode ${on ? "on" : "off"}`),
   arrive: ({ userInfo }) => said(provider, system, `sends the notification ${notificationIn(userInfo)}`),
-  remove: ({ notification }) => said(user, system, `takes notification ${notification} off the list`),
+  remove: ({ notification }) => said(user, system, `removes notification ${notification} from the list`),
 };
 
 const screens = {
@@ -166,7 +166,7 @@ const screens = {
     said(system, user, `lists notification ${notification}: ${notificationIn(userInfo)}`),
   banner: ({ notification, userInfo }) =>
     said(system, user, `shows notification ${notification} as a banner: ${notificationIn(userInfo)}`),
-  unlisted: ({ notification }) => said(system, user, `notification ${notification} is off the list`),
+  unlisted: ({ notification }) => said(system, user, `notification ${notification} is no longer in the list`),
   badge: ({ number }) => said(system, user, `sets the badge to ${number}`),
   ended: ({ selector }) =>
     said(
@@ -183,20 +183,20 @@ const screens = {
     said(
       provider,
       system,
-      `asks to deliver ${pushType ? `(${pushType})` : "a notification"}: ${status}${reason ? ` ${reason}` : ""}`,
+      `sends ${pushType ? `(${pushType})` : "a notification"}: ${status}${reason ? ` ${reason}` : ""}`,
     ),
 };
 
 const words = { do: steps, event: events, phone: acts, screen: screens };
 
-/** {from, to, text}: who does what to whom; `to` is empty when nobody is meant. */
+/** {from, to, text}: who does what to whom; `to` may be empty. */
 export function inWords(line) {
   const { kind, name } = nameOf(line);
   if (kind === null || !Object.hasOwn(words[kind], name)) return said(system, "", written(line));
   return words[kind][name](line);
 }
 
-/** The same for lines that stand together: one, or several that each store something. */
+/** The same for lines that are shown as one: a single line, or several "stored" events. */
 export const inWordsTogether = (lines) =>
   lines.length === 1
     ? inWords(lines[0])

@@ -102,7 +102,7 @@ def registers(page, phone):
     page.sees("#phone .reports", "The push server knows this phone")
     page.sees("#stored .settings", "pushAppHash")
     page.tab("host")
-    label = page.driver.find_element(By.XPATH, "//label[contains(., 'Show notifications while in front')]")
+    label = page.driver.find_element(By.XPATH, "//label[contains(., 'Show notifications in the foreground')]")
     page.click("#" + label.get_attribute("for"))
     page.click("#panel-host form button", "Configure")
     page.until("the switch", lambda: [line for line in phone.lines() if line.get("foreground") is True])
@@ -119,9 +119,9 @@ def each_type(page, phone):
         page.arrives(alert(f"behind {kind}", **aps))
         page.sees("#phone .notifications", f"behind {kind}")
         page.click("#phone .notification-body", f"behind {kind}")
-        page.sees("#application-state", "in front")
+        page.sees("#application-state", "active")
         number = [line for line in phone.lines() if line.get("screen") == "listed"][-1]["notification"]
-        page.until("it is off the list", lambda n=number: {"screen": "unlisted", "notification": n} in phone.lines())
+        page.until("it is no longer in the list", lambda n=number: {"screen": "unlisted", "notification": n} in phone.lines())
         if kind == "link":
             page.sees("#phone .card", HTTPS)
             check("noopener" in page.one("#phone .card a").get_attribute("rel"), "a link opens nothing here")
@@ -156,7 +156,7 @@ def server_and_token(page, _):
     page.click("#order-fault")
     page.sees("#faults", "Ordered: Too many requests (429), once.")
     page.click("#no-fault")
-    page.sees("#faults", "All is well.")
+    page.sees("#faults", "Back to normal.")
     page.tab("device")
     page.click("#airplane")
     page.until("airplane mode", lambda: page.one("#airplane").get_attribute("aria-pressed") == "true")
@@ -177,8 +177,8 @@ def ends_and_begins(page, _):
     page.sees("#phone .notice", "objectForKey:")
     page.sees("#application-state", "not running")
     page.click("#application-relaunch")
-    page.sees("#application-state", "in front")
-    page.click("#findings button", "Mend it")
+    page.sees("#application-state", "active")
+    page.click("#findings button", "Fix it")
     page.until("nothing to mend", lambda: "no dictionary" in page.driver.execute_script(
         "return document.querySelector('#editor .CodeMirror').CodeMirror.getValue()") and not page.all(".finding.error"))
     page.click("#arrive")
@@ -284,7 +284,7 @@ def texts_stay_texts(page, phone, folder):
 
 def comes_back(page, port):
     page.until("gone", lambda: page.one("#connection").get_attribute("data-state") == "lost")
-    page.sees("#connection", "gone")
+    page.sees("#connection", "stopped")
     with Phone(TOOL, "--port", port, page=True) as phone:
         page.until("back", lambda: page.one("#connection").get_attribute("data-state") == "open")
         phone.play({"do": "show"})

@@ -1,4 +1,4 @@
-#include "phone/http_door.h"
+#include "phone/http_service.h"
 
 #include <exception>
 #include <latch>
@@ -17,7 +17,7 @@ namespace quorvantis::phone {
 namespace {
 
 constexpr std::size_t kMostBodyBytes = std::size_t{1} << 20;
-constexpr std::size_t kMostReadBytes = 4 * kMostBodyBytes;  // of a body that is too long to be kept
+constexpr std::size_t kMostReadBytes = 4 * kMostBodyBytes;  // of a body that is too long to keep
 constexpr std::size_t kMostConnections = 256;
 
 const httplib::Headers& safeHeaders() {
@@ -54,7 +54,7 @@ std::string hostOf(const std::string& address) {
   return address.find(':') == std::string::npos ? address : '[' + address + ']';
 }
 
-std::vector<std::string> hostsOf(const DoorOptions& options, std::uint16_t port) {
+std::vector<std::string> hostsOf(const HttpServiceOptions& options, std::uint16_t port) {
   const std::string suffix = ':' + std::to_string(port);
   std::vector<std::string> hosts;
   for (const char* name : {"127.0.0.1", "localhost", "[::1]"}) hosts.push_back(name + suffix);
@@ -67,8 +67,8 @@ std::vector<std::string> hostsOf(const DoorOptions& options, std::uint16_t port)
 
 }  // namespace
 
-struct HttpDoor::State {
-  State(const DoorOptions& given, Api& theApi)
+struct HttpService::State {
+  State(const HttpServiceOptions& given, Api& theApi)
       : options(given), api(theApi), http(server::HttpServer::make(kMostReadBytes, [](const auto& request) {
           return !request.path.starts_with("/api/");
         })) {
@@ -89,16 +89,16 @@ struct HttpDoor::State {
   void setRoutes();
   void answer(const httplib::Request& request, httplib::Response& response, const server::RequestBody& body);
 
-  const DoorOptions options;
+  const HttpServiceOptions options;
   Api& api;
   std::string key;
   std::optional<Gate> gate;
   std::latch isReady{1};
   const std::unique_ptr<server::HttpServer> http;
-  std::unique_ptr<server::Listener> listener;  // goes first
+  std::unique_ptr<server::Listener> listener;  // destroyed first
 };
 
-void HttpDoor::State::setRoutes() {
+void HttpService::State::setRoutes() {
   const auto withBody = [this](const httplib::Request& request, httplib::Response& response,
                                const httplib::ContentReader& reader) {
     answer(request, response, server::readBody(request, reader, kMostBodyBytes));
@@ -124,33 +124,34 @@ void HttpDoor::State::setRoutes() {
       });
 }
 
-void HttpDoor::State::answer(const httplib::Request& request, httplib::Response& response,
-                             const server::RequestBody& body) {
+void HttpService::State::answer(const httplib::Request& request, httplib::Response& response,
+                                const server::RequestBody& body) {
   response.headers.insert(safeHeaders().begin(), safeHeaders().end());
   response.status = 200;
   if (const auto refusal = gate->check(request)) return refuse(response, refusal->status, refusal->reason);
   if (body.tooLong) return refuse(response, 413, "the body is longer than 1 MiB");
   if (!body.whole) return refuse(response, 400, "the body was cut off");
   if (request.path.starts_with("/api/")) return api.answer(request, response, body.text);
-  const bool isRead = request.method == "GET" || request.method == "HEAD";
-  if (!isRead) return refuse(response, 405, "only GET is answered here");
+  const bool isGet = request.method == "GET" || request.method == "HEAD";
+  if (!isGet) return refuse(response, 405, "only GET is answered here");
   if (options.hasPage && sendFile(request.path, response)) return;
   refuse(response, 404,
-         options.hasPage ? "there is nothing at this path" : "no page is served: --no-page was given");
+         options.hasPage ? "there is nothing at this path" : "the page is turned off (--no-page)");
 }
 
-HttpDoor::HttpDoor(const DoorOptions& options, Api& api) : state_(std::make_unique<State>(options, api)) {}
-HttpDoor::~HttpDoor() = default;
+HttpService::HttpService(const HttpServiceOptions& options, Api& api)
+    : state_(std::make_unique<State>(options, api)) {}
+HttpService::~HttpService() = default;
 
-std::uint16_t HttpDoor::port() const {
+std::uint16_t HttpService::port() const {
   return state_->listener->port();
 }
 
-const std::string& HttpDoor::key() const {
+const std::string& HttpService::key() const {
   return state_->key;
 }
 
-std::string HttpDoor::address() const {
+std::string HttpService::address() const {
   const std::string& name = state_->options.publicHost;
   const std::string& address = state_->options.address;
   const bool isEverywhere = address == "0.0.0.0" || address == "::";
