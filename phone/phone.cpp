@@ -22,11 +22,8 @@ namespace quorvantis::phone {
 
 namespace {
 
-// UNNotificationPresentationOptions, as Apple documents them.
-constexpr std::int64_t kBadge = 1 << 0;
+// UNNotificationPresentationOptionAlert, all that the library asks for.
 constexpr std::int64_t kAlert = 1 << 2;
-constexpr std::int64_t kList = 1 << 3;
-constexpr std::int64_t kBanner = 1 << 4;
 
 std::string randomDigits() {
   return std::to_string(std::random_device()());
@@ -315,12 +312,7 @@ void Phone::notify(const json::Dictionary& userInfo) {
 }
 
 void Phone::present(std::int64_t options, const json::Dictionary& userInfo) {
-  if (!mayNotify()) return;
-  const bool asBanner = (options & (kAlert | kBanner)) != 0;
-  if ((asBanner || (options & kList) != 0) && lint::hasTextToShow(userInfo)) {
-    list(asBanner ? "banner" : "listed", userInfo);
-  }
-  if ((options & kBadge) != 0) setBadge(userInfo);
+  if ((options & kAlert) != 0 && mayNotify() && lint::hasTextToShow(userInfo)) list("banner", userInfo);
 }
 
 void Phone::list(const char* how, const json::Dictionary& userInfo) {

@@ -27,7 +27,6 @@ SavedScenario::SavedScenario(const std::vector<std::string>& remarks, const json
   if (stored.empty()) return;
   // What was stored before the application started.
   addLine(head_, json::write(json::Dictionary{{"do", "store"}, {"set", stored}}));
-  addLine(head_, json::write(json::Dictionary{{"do", "relaunch"}}));
 }
 
 void SavedScenario::add(const scenario::Step& step) {

@@ -59,8 +59,10 @@ def prompt(phone):
     phone.fresh()
     phone.play({"do": "authorization", "granted": False, "error": "never"})
     check("prompt" not in screens(phone.play(*REGISTER)), "who has decided is not asked")
-    check("listed" not in screens(phone.play(BEHIND, arrives(note(1)))), "what is not permitted is not shown")
+    check(screens(phone.play(arrives(note(1)), BEHIND, arrives(note(2)))) == [], "what is not permitted is not shown")
     check_saved(phone)
+    phone.fresh(json.dumps(BEHIND) + "\n" + json.dumps({"do": "deliver", "userInfo": note(1)}))
+    check(screens(phone.lines()) == [], "nor is what nobody was asked for")
 
     phone.fresh()
     phone.play(*REGISTER[:2], {"do": "advance", "seconds": 0.5})
@@ -132,11 +134,18 @@ def airplane(phone):
     check("requestFailed" in screens(phone.play({"do": "deliverToken", "hex": "dd"}, {"do": "settle"})), "it is still on")
 
 
-def settings_become_unusable():
-    """A phone is held on without its file, and says why."""
+def settings():
+    """They outlive the program; a phone whose file becomes unusable is held on without it, and says why."""
     with tempfile.TemporaryDirectory() as folder:
         file = pathlib.Path(folder) / "settings.sqlite"
         with Phone(TOOL, "--settings", file) as phone:
+            registered(phone)
+            phone.stop()
+        with Phone(TOOL, "--settings", file) as phone:
+            check("tokenMovil" in phone.lines()[0]["values"], phone.lines())
+            phone.play({"do": "call", "operation": "getVersion"}, YES, *REGISTER)
+            check("received" not in [line.get("event") for line in phone.lines()], "the token is registered already")
+            check_saved(phone)
             phone.play({"do": "store", "set": {"key": 1}})
             file.unlink()
             file.mkdir()
@@ -178,7 +187,7 @@ def main():
     with Phone(TOOL) as phone:
         for part in (prompt, list_rules, ends, airplane, random_sessions):
             part(phone)
-    settings_become_unusable()
+    settings()
     with Phone(TOOL, "--build", "simulator") as phone:
         registered(phone)
         phone.play(BEHIND, arrives(note(1)))
