@@ -1,9 +1,9 @@
-// The one object that a host talks to: it holds the host's configuration and its delegate, takes the device
-// from permission to a registered token, handles the notifications that arrive, and tells the host.
+// The library's entry point for a host: holds the host's configuration and its delegate, takes the device
+// from permission to a registered token, handles the notifications that arrive, and reports to the delegate.
 //
 // Threads: configured and driven from the application's main thread; `shared` may be called from any. No lock
-// is held while the host is called. What the platform or the library sends to this object, the library's
-// messages to itself included, goes through virtual operations, so that a subclass may take part.
+// is held while the host is called. Every message to this object, from the platform or from the library
+// itself, is a virtual operation, so that a subclass may override it.
 #pragma once
 
 #include <cstdint>
@@ -24,25 +24,24 @@ class QUORVANTIS_PUSH_API Push : public platform::UIResponder,
                                  public platform::UNUserNotificationCenterDelegate,
                                  public platform::QuorvantisRegisterLibDelegate {
  public:
-  /// The process's one instance, made on the first call, of the class that this first call names. Never
+  /// The process's only instance, created on the first call, as the class that the first call names. Never
   /// destroyed.
   template <class Receiver = Push>
   static Push& shared() {
     return *sharedMadeBy([](void*) -> platform::Ref<Push> { return platform::make<Receiver>(); }, nullptr);
   }
 
-  /// `shared` for a class of any language: `allocInit` makes an initialised instance of the receiving class,
-  /// if none is there yet, under the lock that makes callers wait for each other. Nil when it makes none; the
-  /// next call tries again.
+  /// `shared` for a class of any language: `allocInit` creates an initialised instance of the receiving class
+  /// if there is none yet, under a lock. Nil when it creates none; the next call tries again.
   static Push* sharedMadeBy(platform::Ref<Push> (*allocInit)(void* receiver), void* receiver);
 
-  /// An instance of its own is made with platform::make<Push>(), which sends it init().
+  /// For a separate instance use platform::make<Push>(), which sends it init().
   explicit Push(void* front = nullptr);
   ~Push() override;
 
   virtual void init();
 
-  /// The text that identifies the application to the push service; nil at first. Read when it is used.
+  /// The string that identifies the application to the push service; nil at first. Read when it is used.
   [[nodiscard]] platform::NSString appHash() const { return appHash_; }
   void setAppHash(platform::NSString appHash) { appHash_ = std::move(appHash); }
 
@@ -50,40 +49,40 @@ class QUORVANTIS_PUSH_API Push : public platform::UIResponder,
   [[nodiscard]] bool deactivateGPS() const { return deactivateGPS_; }
   void setDeactivateGPS(bool deactivateGPS) { deactivateGPS_ = deactivateGPS; }
 
-  /// Not retained: clear it before the object goes away.
+  /// Not retained: clear it before the object is destroyed.
   [[nodiscard]] PushDelegate delegate() const { return delegate_; }
   void setDelegate(PushDelegate delegate) { delegate_ = delegate; }
 
-  /// Whether a notification that arrives in front is shown, and makes the device vibrate.
+  /// Whether a notification that arrives in the foreground is shown and makes the device vibrate.
   virtual void activePushNotificationsInForegroundApp(bool active);
 
-  /// Starts the road to a registered token when `activate` is 1, the platform's YES. Any other value does
-  /// nothing; nothing is ever undone. On a system older than 10.0 the delegate gets onError(), without being
-  /// asked first.
+  /// Starts the registration of a token when `activate` is 1, the platform's YES. Any other value does
+  /// nothing; a registration is never undone. On a system older than 10.0 the delegate gets onError(),
+  /// without being asked whether it responds.
   virtual void activePushNotifications(std::uint8_t activate);
 
   /// Stores the application hash. When it is nil or empty: false, and the delegate gets onError().
   virtual bool checkAppHash();
 
-  /// The version of the loaded library bundle; nil when there is no such bundle, or it says none.
+  /// The version of the loaded library bundle; nil when there is no such bundle, or it has no version.
   [[nodiscard]] virtual platform::NSString getVersion();
 
-  /// Takes the badge off the application's icon.
+  /// Removes the badge from the application's icon.
   virtual void resetBadge();
 
-  /// The host's application delegate passes the platform's device token on with this.
+  /// For the host's application delegate to pass on the device token from the platform.
   virtual void registerForRemoteNotificationsWithDeviceToken(const platform::NSData& deviceToken);
 
-  /// Two lower-case digits a byte; nil for no bytes.
+  /// Two lower-case digits per byte; nil for no bytes.
   [[nodiscard]] virtual platform::NSString hexadecimalStringFromData(const platform::NSData& data);
 
-  // The platform's application-delegate messages. The token itself is not used here: see
+  // The platform's application-delegate messages. The token is not used here: see
   // registerForRemoteNotificationsWithDeviceToken().
   virtual void applicationDidRegisterForRemoteNotificationsWithDeviceToken(
       const platform::UIApplication& application, const platform::NSData& deviceToken);
   virtual void applicationDidFailToRegisterForRemoteNotificationsWithError(
       const platform::UIApplication& application, const platform::NSError& error);
-  /// The handler is never called: that is the host's to do.
+  /// The handler is never called: the host must call it.
   virtual void applicationDidReceiveRemoteNotification(const platform::UIApplication& application,
                                                        const platform::NSDictionary& userInfo,
                                                        const platform::Object& fetchCompletionHandler);
@@ -91,7 +90,7 @@ class QUORVANTIS_PUSH_API Push : public platform::UIResponder,
   void userNotificationCenterWillPresentNotification(
       const platform::UNUserNotificationCenter& center, const platform::UNNotification& notification,
       const platform::UNNotificationPresentationHandler& withCompletionHandler) override;
-  /// The handler is never called: that is the host's to do.
+  /// The handler is never called: the host must call it.
   void userNotificationCenterDidReceiveNotificationResponse(
       const platform::UNUserNotificationCenter& center, const platform::UNNotificationResponse& response,
       const platform::Object& withCompletionHandler) override;
@@ -112,7 +111,7 @@ class QUORVANTIS_PUSH_API Push : public platform::UIResponder,
  protected:
   void emptyFields() override;
 
-  /// The name of the object's class, as log lines show it.
+  /// The name of the object's class, for log lines.
   [[nodiscard]] virtual platform::NSString className() const;
 
   /// The initialised registration client.

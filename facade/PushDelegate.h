@@ -1,8 +1,8 @@
 // The host's callback object, as the library holds it: any class that has some of the five callbacks, without
 // a base class, neither retained nor copied. The host keeps it alive as long as it is set.
 //
-// Which callbacks a class has is found when it is compiled; each send asks first, at run time, whether the
-// object responds. A class that wants a say in that has a member `bool
+// Which callbacks a class has is determined at compile time; each send first asks, at run time, whether the
+// object responds. A class can decide that itself with a member `bool
 // respondsToSelector(platform::Selector)`.
 //
 // Threads: callbacks come on the thread of the operation that sends them, with no lock held.
@@ -15,8 +15,8 @@
 
 namespace quorvantis {
 
-/// Each callback by what the platform calls it, its argument and its member's name. The argument may be nil
-/// where the callback's own comment says so.
+/// Each callback: its selector, its argument and its member's name. The argument may be nil where the
+/// callback's comment says so.
 namespace callbacks {
 
 /// The library has the device token and is about to register it with the push server. Nil when the platform
@@ -33,7 +33,7 @@ struct OnGetToken {
   }
 };
 
-/// A remote notification was handled: an immutable dictionary that tells of it.
+/// A remote notification was handled: an immutable dictionary that describes it.
 struct OnReceiveNotification {
   using Argument = platform::NSDictionary;
   static constexpr platform::Selector selector = onReceiveNotification;
@@ -72,8 +72,8 @@ struct OnUpdateToken {
   }
 };
 
-/// To the host: a fixed text, a precondition of the library failed. To the facade: why a request failed, of
-/// whatever type the server's answer gave, or nil.
+/// For the host: a fixed string when a precondition of the library failed. For the facade: why a request
+/// failed, of whatever type the server's answer had, or nil.
 struct OnError {
   using Argument = platform::Object;
   static constexpr platform::Selector selector = onError;
@@ -141,7 +141,7 @@ using All = SetOf<OnGetToken, OnReceiveNotification, OnRegisterToken, OnUpdateTo
 
 class PushDelegate {
  public:
-  /// How messages reach an object; one static table for each class, or one for all objects of another
+  /// How messages reach an object; one static table per class, or one for all objects of another
   /// language.
   struct Table {
     bool (*respondsToSelector)(void* object, platform::Selector selector);
@@ -152,7 +152,7 @@ class PushDelegate {
   PushDelegate() = default;
   PushDelegate(std::nullptr_t) {}  // NOLINT(google-explicit-constructor)
 
-  /// `host` is to outlive its time as a delegate.
+  /// `host` must outlive its use as a delegate.
   template <class T>
   requires std::is_class_v<T> &&
       (!std::is_same_v<T, PushDelegate>)PushDelegate(T& host)  // NOLINT(google-explicit-constructor)
@@ -167,7 +167,7 @@ class PushDelegate {
   /// An object of another language, by its address.
   PushDelegate(void* object, const Table& table) : object_(object), table_(&table) {}
 
-  /// A delegate that is there and answers no to everything.
+  /// A delegate that responds to nothing.
   static PushDelegate withoutCallbacks() {
     static constexpr Table table{[](void*, platform::Selector) { return false; },
                                  [](void*, platform::Selector selector, const platform::Object&) {

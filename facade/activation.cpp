@@ -1,5 +1,5 @@
-// Push: the road from switching notifications on to handing the device token to the registration client, and
-// the relay of what comes back.
+// Push: everything from switching notifications on to passing the device token to the registration client,
+// and the forwarding of its results.
 #include <array>
 #include <cstring>
 #include <string>
@@ -88,7 +88,7 @@ void Push::registerForRemoteNotificationsWithDeviceToken(const NSData& deviceTok
                              ? withoutPunctuation(deviceToken.description())
                              : hexadecimalStringFromData(deviceToken);
   callbacks::sendIfResponds(delegate_, callbacks::onGetToken, token);
-  // Nil in an object whose class did not send init on: then there is nobody to hand the token to.
+  // Nil in an object whose class did not call the inherited init.
   if (!recogidaDatos) return;
   recogidaDatos->registerForRemoteNotificationsWithDeviceToken(token, appHash_, pushVersion);
 }

@@ -9,7 +9,7 @@ namespace {
 
 constexpr platform::Class kPushClass{"Push"};
 
-// A plain pointer that owns one count: a static with a destructor would end the object under a running
+// A plain pointer that owns one count: a static with a destructor would destroy the object under a running
 // transport.
 Push* _shared = nullptr;
 

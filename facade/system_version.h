@@ -1,4 +1,4 @@
-// Gates on the running system's version. Main thread.
+// Compares the running system's version. Main thread.
 #pragma once
 
 #include "platform/UIDevice.h"

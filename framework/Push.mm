@@ -51,7 +51,7 @@ class PushCore final : public quorvantis::Push {
   [[nodiscard]] ::Push* object() const { return static_cast<::Push*>(front()); }
 };
 
-// The host's delegate is any object, and is not retained, not even while it is being told.
+// The host's delegate is any object, and is not retained, not even during a callback.
 constexpr PushDelegate::Table kDelegateTable{
     [](void* object, Selector selector) -> bool {
       return [static_cast<id>(object) respondsToSelector:selectorOf(selector)];
@@ -76,8 +76,8 @@ static Ref<quorvantis::Push> allocInit(void* receiver) {
   return shared == nullptr ? nil : autoreleased(shared->self());
 }
 
-// The fields are there from the beginning to the end, as plain ones are: before init, and while they are let
-// go.
+// The fields exist from allocation to deallocation, as plain ones do: before init, and while they are
+// released.
 + (instancetype)allocWithZone:(NSZone*)zone {
   Push* object = [super allocWithZone:zone];
   object->_core = new PushCore(object);
@@ -92,7 +92,7 @@ static Ref<quorvantis::Push> allocInit(void* receiver) {
 
 - (void)dealloc {
   coreOf(self).emptyFields();
-  coreOf(self).emptyFields();  // what was set by those that went
+  coreOf(self).emptyFields();  // what their destruction has set
   delete &coreOf(self);
   [super dealloc];
 }

@@ -52,8 +52,8 @@ quorvantis::platform::Ref<quorvantis::PushRequestData> quorvantis::framework::ma
   return platform::Ref<quorvantis::PushRequestData>::adopt(&coreOf([[::PushRequestData alloc] init]));
 }
 
-// The fields are there from the beginning to the end, as plain ones are: before init, and while they are let
-// go.
+// The fields exist from allocation to deallocation, as plain ones do: before init, and while they are
+// released.
 + (instancetype)allocWithZone:(NSZone*)zone {
   PushRequestData* object = [super allocWithZone:zone];
   object->_core = new RequestDataCore(object);
@@ -68,7 +68,7 @@ quorvantis::platform::Ref<quorvantis::PushRequestData> quorvantis::framework::ma
 
 - (void)dealloc {
   coreOf(self).emptyFields();
-  coreOf(self).emptyFields();  // what was set by those that went
+  coreOf(self).emptyFields();  // what their destruction has set
   delete &coreOf(self);
   [super dealloc];
 }

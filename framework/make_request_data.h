@@ -1,11 +1,11 @@
-// Makes registration clients as the exported class has them. Threads: as PushRequestData's.
+// Creates registration clients of the exported class. Threads: as PushRequestData.
 #pragma once
 
 #include "registration/PushRequestData.h"
 
 namespace quorvantis::framework {
 
-/// A new, initialised Objective-C object, by its core.
+/// The core of a new, initialised Objective-C object.
 platform::Ref<PushRequestData> makeRequestData();
 
 }  // namespace quorvantis::framework

@@ -7,7 +7,7 @@
 
 namespace quorvantis::platform {
 
-// By the class itself, not by its name: an application may have a class of the same name.
+// By the class object, not by name: an application may have a class of the same name.
 ::Class ios::runtimeClass(Class aClass) {
   return std::string_view(aClass.name) == "Push" ? [::Push class] : [::PushRequestData class];
 }

@@ -1,4 +1,4 @@
-// Push: where notifications, and the user's taps on them, come in.
+// Push: the entry points for notifications and for the user's taps on them.
 #include "facade/Push.h"
 #include "notifications/payload_keys.h"
 #include "platform/dispatch.h"

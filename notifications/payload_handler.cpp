@@ -1,4 +1,4 @@
-// Push: what one notification's payload leads to.
+// Push: handles one notification's payload.
 #include "facade/Push.h"
 #include "notifications/payload_keys.h"
 #include "platform/AudioServices.h"

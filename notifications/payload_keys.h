@@ -10,7 +10,7 @@ namespace quorvantis::payload {
 
 using platform::ConstantString;
 
-inline constinit const ConstantString aps{"aps"};  // at the top level; all else sits inside it
+inline constinit const ConstantString aps{"aps"};  // at the top level; everything else is inside it
 inline constinit const ConstantString alert{"alert"};
 inline constinit const ConstantString title{"title"};  // in "alert"
 inline constinit const ConstantString body{"body"};    // in "alert"
@@ -30,7 +30,7 @@ inline constinit const ConstantString typeOpenApp{types[1]};
 inline constinit const ConstantString typeOpenURL{types[2]};
 inline constinit const ConstantString typeExtras{types[3]};
 
-// In the report alone.
+// Only in the report.
 inline constinit const ConstantString customType{"customType"};
 inline constinit const ConstantString typeSilent{"silent"};
 

@@ -10,7 +10,7 @@ namespace quorvantis::platform {
 /// A system sound by its number.
 using SystemSoundID = std::uint32_t;
 
-/// kSystemSoundID_Vibrate, a constant of an enumeration where it comes from.
+/// kSystemSoundID_Vibrate, an enumerator on the platform.
 inline constexpr SystemSoundID vibrateSystemSoundID = 0xFFF;
 
 /// Returns at once.

@@ -1,4 +1,4 @@
-// A class of the platform's runtime, by name: what a bundle is looked up by, and what `shared` locks.
+// A class of the platform's runtime, by name: used to look up a bundle, and as the lock of `shared`.
 // A plain value, usable from any thread.
 #pragma once
 

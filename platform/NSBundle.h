@@ -6,7 +6,7 @@
 
 namespace quorvantis::platform {
 
-/// In an information dictionary: the version that users see, a text.
+/// In an information dictionary: the version that users see, a string.
 inline constinit const ConstantString CFBundleShortVersionString{"CFBundleShortVersionString"};
 
 class QUORVANTIS_PUSH_API NSBundle : public Object {

@@ -15,11 +15,11 @@ class QUORVANTIS_PUSH_API NSData : public Object {
 
   [[nodiscard]] std::size_t length() const;
 
-  /// Valid as long as the object. May be nullptr when there are none.
+  /// Valid as long as the object. May be nullptr when it is empty.
   [[nodiscard]] const unsigned char* bytes() const;
 
-  /// The platform's textual description; before system version 13.0: hexadecimal groups of four bytes, parted
-  /// by blanks, in angle brackets.
+  /// The platform's textual description; before system version 13.0: hexadecimal groups of four bytes,
+  /// separated by blanks, in angle brackets.
   [[nodiscard]] NSString description() const;
 };
 

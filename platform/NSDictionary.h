@@ -18,7 +18,7 @@ class QUORVANTIS_PUSH_API NSDictionary : public Object {
   /// Calls `visit` with each key, in the dictionary's own order, on the caller's thread.
   void enumerateKeys(const std::function<void(const NSString& key)>& visit) const;
 
-  /// Whether an object is a dictionary (isKindOfClass:). Nil is none.
+  /// Whether an object is a dictionary (isKindOfClass:). Nil is not.
   [[nodiscard]] static bool isKindOf(const Object& object);
 };
 
@@ -29,7 +29,7 @@ class QUORVANTIS_PUSH_API NSMutableDictionary : public NSDictionary {
   /// A new, empty one.
   static NSMutableDictionary dictionary();
 
-  /// Holds the object itself under the key, in place of an earlier one. Neither may be nil.
+  /// Stores the object itself under the key, replacing an earlier one. Neither may be nil.
   void setObject(Object object, const NSString& forKey) const;
 
   /// An immutable dictionary of the same keys and the same objects.

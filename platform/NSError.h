@@ -1,4 +1,4 @@
-// What the platform says went wrong. Immutable; usable from any thread.
+// An error of the platform's. Immutable; usable from any thread.
 #pragma once
 
 #include "platform/Object.h"

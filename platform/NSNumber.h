@@ -1,4 +1,4 @@
-// A number, or any object that answers integerValue, as a text does. Immutable; usable from any thread.
+// A number, or any object that understands integerValue, as a string does. Immutable; usable from any thread.
 #pragma once
 
 #include <cstdint>

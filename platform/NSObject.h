@@ -1,10 +1,10 @@
-// The root of the classes that the library itself defines, seen from C++.
+// The root of the library's own classes, seen from C++.
 //
-// Every such object has a platform object in front of it: that is what others hold, count, ask and send
-// messages to, and it owns this one. On iOS the front is an object of an exported class, which makes this one
-// along with itself and passes itself in; the simulated phone makes a front along with this object.
+// Every such object has a platform object as its front: others hold, count and send messages to the front,
+// and it owns this object. On iOS the front is an object of an exported class, which creates this one along
+// with itself and passes itself in; the simulated phone creates a front along with this object.
 //
-// Threads: counting may happen on any thread; the rest is said by the derived class.
+// Threads: counting may happen on any thread; derived classes document the rest.
 #pragma once
 
 #include "platform/Object.h"
@@ -19,23 +19,23 @@ class QUORVANTIS_PUSH_API NSObject {
   /// "This object" for the platform and for other objects: the front, counted for the caller.
   [[nodiscard]] virtual Object self() const;
 
-  /// What the front answers to respondsToSelector:, where it was made along. Any thread.
+  /// The front's answer to respondsToSelector:, on the simulated phone. Any thread.
   [[nodiscard]] virtual bool respondsToSelector(Selector selector) const;
 
-  /// What a message of one object does, where the front was made along. Raises when it is not understood.
+  /// Handles a message with one argument, on the simulated phone. Raises when it is not understood.
   virtual void performSelector(Selector selector, const Object& withObject);
 
   /// The front's pointer, not counted.
   [[nodiscard]] void* front() const noexcept { return front_; }
 
  protected:
-  /// `front`: the platform object that owns this one, not retained. Nil, on the simulated phone alone, makes
-  /// one, whose first count is the maker's.
+  /// `front`: the platform object that owns this one, not retained. Nil, only on the simulated phone, creates
+  /// one, whose first count is the caller's.
   explicit NSObject(void* front = nullptr);
   virtual ~NSObject();
 
-  /// Lets go of the fields in their order, each of them nil from then on. Comes once, when the front's last
-  /// count has gone and before destruction, while messages to this object still find it whole.
+  /// Releases the fields in order and sets each to nil. Called once, when the front's last count is gone and
+  /// before destruction, while messages to this object still find it intact.
   virtual void emptyFields() {}
 
  private:
@@ -45,12 +45,12 @@ class QUORVANTIS_PUSH_API NSObject {
   bool ownsFront_;
 };
 
-/// A counted reference to an object of the library, never nil unless default-made or moved from.
+/// A counted reference to an object of the library, never nil unless default-constructed or moved from.
 template <class T>
 class Ref {
  public:
   Ref() noexcept = default;
-  /// Takes over one count that the caller owns.
+  /// Takes ownership of one count.
   static Ref adopt(T* object) noexcept {
     Ref ref;
     ref.object_ = object;
@@ -76,7 +76,7 @@ class Ref {
   T* operator->() const noexcept { return object_; }
   T& operator*() const noexcept { return *object_; }
   [[nodiscard]] T* get() const noexcept { return object_; }
-  /// Hands the count over to the caller.
+  /// Transfers the count to the caller.
   [[nodiscard]] T* detach() noexcept { return std::exchange(object_, nullptr); }
 
  private:

@@ -19,17 +19,17 @@ class QUORVANTIS_PUSH_API NSString : public Object {
  public:
   using Object::Object;
 
-  /// A new text with these characters. `text` is valid UTF-8.
+  /// A new string with these characters. `text` must be valid UTF-8.
   static NSString stringWithUTF8String(std::string_view text);
 
-  /// initWithData:encoding: with NSUTF8StringEncoding. Nil when the bytes are no UTF-8, or `data` is nil.
+  /// initWithData:encoding: with NSUTF8StringEncoding. Nil when the bytes are not UTF-8, or `data` is nil.
   static NSString initWithData(const NSData& data);
 
-  /// `format` with each "%@" replaced by the description of the next argument, nil's being (null). Other
-  /// conversions are not understood. There are as many arguments as "%@".
+  /// `format` with each "%@" replaced by the description of the next argument, (null) for nil. Other
+  /// conversions are not supported. The number of arguments must equal that of "%@".
   static NSString stringWithFormat(std::string_view format, std::initializer_list<Object> arguments);
 
-  /// Raises if the receiver is no text.
+  /// Raises if the receiver is not a string.
   [[nodiscard]] bool isEqualToString(const NSString& other) const;
 
   /// compare:options:. With nil as the receiver: `same`.
@@ -39,8 +39,7 @@ class QUORVANTIS_PUSH_API NSString : public Object {
                                                               const NSString& withString) const;
 };
 
-/// A text that is written down in the code. Its object is made when it is first asked for, is the same one
-/// from then on, and lives as long as the process. Any thread.
+/// A string constant. Its object is created on first use and lives as long as the process. Any thread.
 class ConstantString {
  public:
   constexpr explicit ConstantString(std::string_view text) : text_(text) {}

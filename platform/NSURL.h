@@ -9,7 +9,7 @@ class QUORVANTIS_PUSH_API NSURL : public Object {
  public:
   using Object::Object;
 
-  /// Nil when the text is no URL, by the rules of the running system version.
+  /// Nil when the string is not a URL by the rules of the running system version.
   static NSURL URLWithString(const NSString& text);
 };
 

@@ -1,5 +1,5 @@
-// A connection of the URL loading system. The library holds one in a field that nothing fills, so it needs no
-// operation.
+// A connection of the URL loading system. The library only has a field of this type, which is never set, so
+// it needs no operations.
 #pragma once
 
 #include "platform/Object.h"

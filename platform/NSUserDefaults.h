@@ -1,4 +1,4 @@
-// The application's standard user defaults: what outlives the process. Any thread.
+// The application's standard user defaults, which outlive the process. Any thread.
 #pragma once
 
 #include "platform/NSString.h"
@@ -14,11 +14,11 @@ class QUORVANTIS_PUSH_API NSUserDefaults : public Object {
   /// Nil when nothing is stored under the key.
   [[nodiscard]] Object objectForKey(const NSString& key) const;
 
-  /// Seen by every reader at once. A nil object removes the key. Raises for a value that is no property-list
-  /// value.
+  /// Visible to every reader at once. A nil object removes the key. Raises for a value that is not a
+  /// property-list value.
   void setObject(const Object& object, const NSString& forKey) const;
 
-  /// Returns when all that was set is on disk; false when it could not be written.
+  /// Returns when everything that was set is on disk; false when it could not be written.
   bool synchronize() const;  // NOLINT(modernize-use-nodiscard): the platform's callers ignore it
 };
 

@@ -1,9 +1,9 @@
 // A counted reference to one of the platform's objects, of any class; it may be nil.
 //
-// Handles of a class (NSString, …) derive from it, add operations and no state. To turn an untyped handle
-// into a typed one checks nothing: as with the platform's own `id`, the object that does not understand a
-// message raises when it gets it. A raise is the platform's own exception; code that it passes through keeps
-// its invariants and does not catch it. A message to nil does nothing and gives nil, 0 or false.
+// Handles of a class (NSString, …) derive from it, add operations and no state. Turning an untyped handle
+// into a typed one checks nothing: as with the platform's `id`, an object that does not understand a message
+// raises when it gets it. A raise is the platform's own exception; code that it passes through keeps its
+// invariants and does not catch it. A message to nil does nothing and returns nil, 0 or false.
 //
 // Threads: the counts may be changed from any thread; one handle is used by one thread at a time.
 #pragma once
@@ -19,7 +19,7 @@ namespace quorvantis::platform {
 /// Adds one to the object's count. Nil is allowed. Returns its argument.
 QUORVANTIS_PUSH_API void* retainObject(void* object) noexcept;
 
-/// Takes one from the object's count; the last one destroys it. Nil is allowed.
+/// Removes one from the object's count; destroys the object when none is left. Nil is allowed.
 QUORVANTIS_PUSH_API void releaseObject(void* object) noexcept;
 
 class QUORVANTIS_PUSH_API Object {
@@ -30,7 +30,7 @@ class QUORVANTIS_PUSH_API Object {
   Object(Object&& other) noexcept : pointer_(std::exchange(other.pointer_, nullptr)) {}
   ~Object() { releaseObject(pointer_); }
 
-  // The old object is let go last: what its destruction calls finds the new one in place.
+  // The old object is released last: code that its destruction calls finds the new one in place.
   Object& operator=(const Object& other) noexcept {
     Object(other).swap(*this);
     return *this;
@@ -40,13 +40,13 @@ class QUORVANTIS_PUSH_API Object {
     return *this;
   }
 
-  /// Takes over one count that the caller owns.
+  /// Takes ownership of one count.
   static Object adopt(void* object) noexcept {
     Object handle;
     handle.pointer_ = object;
     return handle;
   }
-  /// Adds a count of its own.
+  /// Adds a count.
   static Object retain(void* object) noexcept { return adopt(retainObject(object)); }
 
   explicit operator bool() const noexcept { return pointer_ != nullptr; }
@@ -54,7 +54,7 @@ class QUORVANTIS_PUSH_API Object {
   /// The platform's pointer, still owned by this handle.
   [[nodiscard]] void* get() const noexcept { return pointer_; }
 
-  /// Sameness: one and the same object, or both nil.
+  /// Identity: the same object, or both nil.
   [[nodiscard]] bool isSame(const Object& other) const noexcept { return pointer_ == other.pointer_; }
 
   /// The same object seen as another class. Never checks.
@@ -72,11 +72,11 @@ class QUORVANTIS_PUSH_API Object {
   /// Equality (isEqual:). Nil equals nothing, nil included.
   [[nodiscard]] bool isEqual(const Object& other) const;
 
-  /// Asks the object afresh on every call. Nil answers no.
+  /// Asks the object on every call. Nil answers no.
   [[nodiscard]] bool respondsToSelector(Selector selector) const;
 
-  /// Sends a message of one argument (performSelector:withObject:). Raises if the object does not understand
-  /// it.
+  /// Sends a message with one argument (performSelector:withObject:). Raises if the object does not
+  /// understand it.
   void performSelector(Selector selector, const Object& withObject) const;
 
   void swap(Object& other) noexcept { std::swap(pointer_, other.pointer_); }

@@ -10,8 +10,8 @@ namespace quorvantis::platform {
 /// What the transport sends to its delegate.
 class QUORVANTIS_PUSH_API QuorvantisConnexionDelegate {
  public:
-  /// A request is over, well or not: once for each, on a thread of the transport's choice. The next request
-  /// starts when this has returned.
+  /// A request has ended, successfully or not. Sent once for each, on a thread of the transport's choice; the
+  /// next request starts when this has returned.
   virtual void downloadFinished(const NSString& connexionValue) = 0;
 
  protected:
@@ -25,10 +25,10 @@ class QUORVANTIS_PUSH_API QuorvantisConnexion : public Object {
   /// An idle transport.
   static QuorvantisConnexion init();
 
-  /// A QuorvantisConnexionDelegate, which owns this transport: it must not be retained. Nothing tells the
-  /// transport when its delegate is destroyed, and a request may still be under way; the simulated phone's
-  /// forgets it then, and of the maker's we can but hope for it. The library's own client lives as long as
-  /// the process.
+  /// A QuorvantisConnexionDelegate, which owns this transport: it must not be retained. The transport is not
+  /// notified when its delegate is destroyed, and a request may still be in progress. The simulated phone's
+  /// transport then forgets the delegate; whether the maker's does is unknown. The library's own client
+  /// lives as long as the process.
   void setDelegate(const Object& delegate) const;
   /// Whether requests are protected with the hash key.
   void setEncryption(bool encryption) const;
@@ -38,13 +38,13 @@ class QUORVANTIS_PUSH_API QuorvantisConnexion : public Object {
   void setConnexionValue(const NSString& value) const;
   /// Where the next request goes: an https URL.
   void setConnexionUrl(const NSString& url) const;
-  /// Starts a POST of these parameters with the value and URL as set now. Never blocks. A request that is
-  /// still under way goes first.
+  /// Starts a POST of these parameters with the current value and URL. Never blocks. A request that is still
+  /// in progress goes first.
   void sendConnexion(const NSString& parameters) const;
-  /// Gives up the request under way: it ends as a failed one.
+  /// Cancels the request in progress: it ends as a failed one.
   void cancel() const;
 
-  /// The answers' bytes (NSData) by request identity; nothing for a request that failed last time.
+  /// The answers' bytes (NSData) by request identity; no entry for a request that failed last time.
   [[nodiscard]] NSDictionary receivedData() const;
 };
 

@@ -1,11 +1,11 @@
-// The maker's registration framework: it has this user and device registered. Driven from the main thread.
+// The maker's registration framework: registers this user and device. Driven from the main thread.
 #pragma once
 
 #include "platform/NSString.h"
 
 namespace quorvantis::platform {
 
-/// What a registration sends to its delegate, on a thread of its own choice.
+/// What a registration sends to its delegate, on a thread of its choice.
 class QUORVANTIS_PUSH_API QuorvantisRegisterLibDelegate {
  public:
   virtual void registerFinish() = 0;
@@ -24,7 +24,7 @@ class QUORVANTIS_PUSH_API QuorvantisRegisterLib : public Object {
   void setDelegate(const Object& delegate) const;
   /// Whether to wait for a location before registering.
   void setWaitUntilGPSAdquiredToRegister(bool wait) const;
-  /// Whether to leave the location alone altogether.
+  /// Whether to skip the location altogether.
   void setDeactivateGPS(bool deactivate) const;
 
   /// Starts the registration and returns at once. Any argument may be nil.

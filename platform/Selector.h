@@ -7,7 +7,7 @@
 namespace quorvantis::platform {
 
 struct Selector {
-  std::string_view name;  ///< Static, and ended by a NUL.
+  std::string_view name;  ///< Static, NUL-terminated.
 
   friend constexpr bool operator==(Selector a, Selector b) { return a.name == b.name; }
 };

@@ -5,7 +5,7 @@
 
 namespace quorvantis::platform {
 
-/// TARGET_OS_SIMULATOR, a macro where it comes from.
+/// TARGET_OS_SIMULATOR, a macro on the platform.
 QUORVANTIS_PUSH_API bool targetIsSimulator();
 
 }  // namespace quorvantis::platform

@@ -16,7 +16,7 @@ class QUORVANTIS_PUSH_API UIAlertAction : public Object {
  public:
   using Object::Object;
 
-  /// `handler` runs when the user taps the button, and is let go with the action, after the alert was
+  /// `handler` runs when the user taps the button, and is released with the action, after the alert was
   /// dismissed.
   static UIAlertAction actionWithTitle(const NSString& title, UIAlertActionStyle style,
                                        std::function<void()> handler);

@@ -18,14 +18,15 @@ class QUORVANTIS_PUSH_API UIApplication : public Object {
 
   void setApplicationIconBadgeNumber(NSInteger number) const;
 
-  /// Asks for a device token; it comes to the host's application delegate later, or a failure does.
+  /// Asks for a device token; later the host's application delegate gets it, or an error.
   void registerForRemoteNotifications() const;
 
-  /// openURL:options:completionHandler: is there on every supported system; ask respondsToSelector() before.
+  /// openURL:options:completionHandler: exists on every supported system; still, ask respondsToSelector()
+  /// first.
   static constexpr Selector openURLSelector{"openURL:options:completionHandler:"};
 
   /// Opens the address with empty options and a completion handler that does nothing. `url` may be nil: the
-  /// system is asked all the same.
+  /// call is made all the same.
   void openURL(const NSURL& url) const;
 };
 

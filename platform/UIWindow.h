@@ -1,4 +1,4 @@
-// A window of the application. It is on screen only as long as somebody holds it. Main thread.
+// A window of the application. It is on screen only as long as a reference to it exists. Main thread.
 #pragma once
 
 #include "platform/UIScreen.h"

@@ -1,4 +1,4 @@
-// The notification center: permission, and the notifications that it hands over.
+// The notification center: permission, and the delivery of notifications.
 #pragma once
 
 #include <functional>
@@ -24,7 +24,7 @@ class UNNotificationPresentationHandler;
 /// What the center sends to its delegate, on the main thread.
 class QUORVANTIS_PUSH_API UNUserNotificationCenterDelegate {
  public:
-  /// A notification arrived while the application is in front.
+  /// A notification arrived while the application is in the foreground.
   virtual void userNotificationCenterWillPresentNotification(
       const UNUserNotificationCenter& center, const UNNotification& notification,
       const UNNotificationPresentationHandler& withCompletionHandler) = 0;
@@ -48,14 +48,14 @@ class QUORVANTIS_PUSH_API UNUserNotificationCenter : public Object {
   /// The delegate, a UNUserNotificationCenterDelegate, is not retained. Any thread.
   void setDelegate(const Object& delegate) const;
 
-  /// Asks the user, once an installation; `completionHandler` runs later, on any thread. A nil error means
+  /// Asks the user, once per installation; `completionHandler` runs later, on any thread. A nil error means
   /// that the request itself worked, whatever the user said.
   void requestAuthorizationWithOptions(
       UNAuthorizationOptions options,
       std::function<void(bool granted, const NSError& error)> completionHandler) const;
 };
 
-/// The block that tells the system how to present a notification in front. Main thread.
+/// The block that tells the system how to present a notification in the foreground. Main thread.
 class QUORVANTIS_PUSH_API UNNotificationPresentationHandler : public Object {
  public:
   using Object::Object;

@@ -1,5 +1,5 @@
-// Work for the main queue. Called from any thread; the tasks run on the main thread, in order, and are let go
-// there.
+// Work for the main queue. Called from any thread; the tasks run, and are destroyed, on the main thread, in
+// order.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// What leaves the shared libraries. All else is hidden.
+// The exported symbols of the shared libraries. All others are hidden.
 #pragma once
 
 #define QUORVANTIS_PUSH_API __attribute__((visibility("default")))

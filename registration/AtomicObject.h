@@ -1,4 +1,4 @@
-// An atomic strong property: a reader gets the old object or the new one, counted, never something between.
+// An atomic strong property: a reader gets the old object or the new one, counted, never anything else.
 // Threads: any.
 #pragma once
 
@@ -15,7 +15,7 @@ class AtomicObject {
     return object_;
   }
 
-  // The old object is let go after the lock: its destruction may come back here.
+  // The old object is released after the lock: its destruction may call back here.
   void set(platform::Object object) {
     const std::lock_guard lock(mutex_);
     object_.swap(object);

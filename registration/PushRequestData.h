@@ -1,8 +1,8 @@
-// The library's one client of the push server: builds the requests, posts them through the transport, keeps
-// what has to be remembered in the user defaults, and reads the answers.
+// The library's client of the push server: builds the requests, posts them through the transport, keeps what
+// must be remembered in the user defaults, and reads the answers.
 //
 // Threads: driven from the thread that delivers the device token; answers are handled, and the delegate is
-// told, on the thread on which the transport reports them. The delegate may be replaced from any thread.
+// called, on the thread on which the transport reports them. The delegate may be replaced from any thread.
 #pragma once
 
 #include "platform/NSObject.h"
@@ -15,22 +15,22 @@ namespace quorvantis {
 class QUORVANTIS_PUSH_API PushRequestData : public platform::NSObject,
                                             public platform::QuorvantisConnexionDelegate {
  public:
-  /// An instance of its own is made with platform::make<PushRequestData>(), which sends it init().
+  /// Create one with platform::make<PushRequestData>(), which sends it init().
   explicit PushRequestData(void* front = nullptr);
   ~PushRequestData() override;
 
   virtual void init();
 
-  /// Who hears of the outcomes (onRegisterToken:, onUpdateToken:, onError:): an object of any class, held
-  /// strongly, or nil.
+  /// Receives the outcomes (onRegisterToken:, onUpdateToken:, onError:): an object of any class, retained, or
+  /// nil.
   [[nodiscard]] virtual platform::Object delegate() const { return delegate_.get(); }
   virtual void setDelegate(platform::Object delegate) { delegate_.set(std::move(delegate)); }
 
-  /// What three of the common fields' keys begin with; "quorvantis_" at first.
+  /// The prefix of three of the common fields' keys; "quorvantis_" at first.
   [[nodiscard]] platform::NSString userDefaultsPrefix() const { return userDefaultsPrefix_; }
   void setUserDefaultsPrefix(platform::NSString prefix) { userDefaultsPrefix_ = std::move(prefix); }
 
-  /// Gives up the request under way; it ends as a failed one.
+  /// Cancels the request in progress; it ends as a failed one.
   virtual void cancel();
 
   /// Posts `postParameters`, as they are, to `url` (nil: the push server's endpoint). `connexion` is the
@@ -38,12 +38,12 @@ class QUORVANTIS_PUSH_API PushRequestData : public platform::NSObject,
   virtual void sendConnexion(const platform::NSString& connexion, const platform::NSString& postParameters,
                              const platform::NSString& url);
 
-  /// The four fields that every request ends with, as the user defaults have them now.
+  /// The four fields that every request ends with, with the user defaults' current values.
   [[nodiscard]] virtual platform::NSString crearCamposComunes();
 
-  /// Tells the push server of a first or a changed token, or nothing of the one it was told last; remembers
-  /// the token and a description of the device at once, whatever the server will say. A nil token is told as
-  /// (null) and forgotten. The hash is not used.
+  /// Sends the push server a first or a changed token; sends nothing when it is the one sent last. Stores the
+  /// token and a description of the device at once, whatever the server answers. A nil token is sent as
+  /// (null), and the stored one is removed. The hash is not used.
   virtual void registerForRemoteNotificationsWithDeviceToken(const platform::NSString& deviceToken,
                                                              const platform::NSString& appHash,
                                                              const platform::NSString& pushVersion);

@@ -1,4 +1,4 @@
-// PushRequestData: what a request's outcome is told as.
+// PushRequestData: reports a request's outcome.
 #include "platform/NSJSONSerialization.h"
 #include "registration/PushRequestData.h"
 #include "registration/callbacks.h"
@@ -38,7 +38,8 @@ bool isUnusable(const NSData& body) {
   return text.isEqualToString(kErrorText) || text.isEqualToString(kEmptyText);
 }
 
-// An answer whose top level is no object is read as one without members: no server makes the application end.
+// An answer that is not an object is read as an empty one: a server must not be able to crash the
+// application.
 NSDictionary membersOf(const NSData& body) {
   using namespace platform::NSJSONSerialization;
   Object answer = JSONObjectWithData(body, NSJSONReadingMutableLeaves);

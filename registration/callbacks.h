@@ -1,5 +1,4 @@
-// What the library tells its delegates, by the platform's names of the messages, and how a guarded one is
-// sent.
+// The selectors of the library's messages to its delegates, and the guarded send.
 #pragma once
 
 #include "platform/Object.h"
@@ -12,8 +11,8 @@ inline constexpr platform::Selector onRegisterToken{"onRegisterToken:"};
 inline constexpr platform::Selector onUpdateToken{"onUpdateToken:"};
 inline constexpr platform::Selector onError{"onError:"};
 
-/// The two steps of a guarded send, to one object: ask, then send. `delegate` is of any kind; it is a copy,
-/// so that an object which replaces itself while it is asked is the one that is told.
+/// A guarded send: asks the object whether it responds, then sends. `delegate` is of any kind; it is a copy,
+/// so that a delegate which replaces itself while it is asked still gets the message.
 template <class Delegate>
 void sendIfResponds(Delegate delegate, platform::Selector selector, const platform::Object& argument) {
   if (delegate.respondsToSelector(selector)) delegate.performSelector(selector, argument);

@@ -1,4 +1,4 @@
-// Every key of the user defaults that the library reads or writes, and who else has to do with it.
+// Every key of the user defaults that the library reads or writes, and who else uses it.
 #pragma once
 
 #include "platform/NSString.h"
@@ -7,11 +7,11 @@ namespace quorvantis::settings_keys {
 
 using platform::ConstantString;
 
-// Written by the library, and read by it where said.
+// Written by the library, and read by it where noted.
 inline constinit const ConstantString pushAppHash{"pushAppHash"};
 inline constinit const ConstantString pushVersion{"pushVersion"};
-inline constinit const ConstantString deviceUuid{"deviceUuid"};  // read for its presence
-inline constinit const ConstantString tokenMovil{"tokenMovil"};  // read: the token sent last
+inline constinit const ConstantString deviceUuid{"deviceUuid"};  // only its presence is read
+inline constinit const ConstantString tokenMovil{"tokenMovil"};  // read: the last token that was sent
 inline constinit const ConstantString versionAplicacion{"versionAplicacion"};
 inline constinit const ConstantString nombreTerminal{"nombreTerminal"};
 inline constinit const ConstantString tipoTerminal{"tipoTerminal"};

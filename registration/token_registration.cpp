@@ -1,4 +1,4 @@
-// PushRequestData: what a device token leads to.
+// PushRequestData: registers a device token.
 #include "platform/CFUUID.h"
 #include "platform/NSArray.h"
 #include "platform/NSBundle.h"
@@ -31,7 +31,7 @@ void PushRequestData::registerForRemoteNotificationsWithDeviceToken(const NSStri
   const NSUserDefaults defaults = NSUserDefaults::standardUserDefaults();
   defaults.setObject(pushVersion, settings_keys::pushVersion);
 
-  // Other components of the application keep it; nothing here uses what is found.
+  // Other components of the application store it; the value is not used here.
   Object identifier = defaults.objectForKey(settings_keys::ncId);
   if (!identifier) identifier = kNoIdentifier;
 

@@ -23,7 +23,7 @@ class Object;
 
 namespace ios {
 
-/// A completion handler as the core takes it: any block; nil for none.
+/// A completion handler as the core takes it: any block, or nil.
 Object handlerFrom(id block);
 
 }  // namespace ios

@@ -1,5 +1,5 @@
-// The platform's view of the library's own objects on the simulated device, and references to them that do
-// not keep them alive. Threads: any.
+// The platform's view of the library's own objects on the simulated device, and weak references to them.
+// Threads: any.
 #pragma once
 
 #include <memory>
@@ -10,7 +10,7 @@
 
 namespace quorvantis::platform::simulated {
 
-/// Stands in front of an object of the library: owns it, and passes messages on.
+/// The front of an object of the library: owns it, and forwards messages to it.
 class Front final : public Instance {
  public:
   explicit Front(NSObject& core) : core_(&core) {}
@@ -62,8 +62,8 @@ class WeakObject {
   std::shared_ptr<Front::Cell> cell_;
 };
 
-/// Sends a message to a delegate by way of the protocol that the message belongs to: `send` gets the delegate
-/// as one. A nil delegate gets nothing; raises for an object that does not adopt the protocol.
+/// Sends a message to a delegate through the protocol that the message belongs to: `send` gets the delegate
+/// as that protocol. Does nothing for a nil delegate; raises for an object that does not adopt the protocol.
 template <class Protocol, class Send>
 void sendTo(const Object& delegate, Selector selector, Send send) {
   if (!delegate) return;

@@ -1,6 +1,6 @@
 // The objects behind the handles on the simulated device: the root of their classes, and how a handle's
-// operation finds its object. Threads: the counts may be changed from any thread; the rest is said by each
-// class.
+// operation finds its object. Threads: the counts may be changed from any thread; each class documents the
+// rest.
 #pragma once
 
 #include <atomic>
@@ -32,11 +32,11 @@ class Instance {
 
   void retain() noexcept { count_.fetch_add(1, std::memory_order_relaxed); }
   void release() noexcept {
-    // A value has no weak references: its only owner need not tell anybody.
+    // A value has no weak references: with a single owner the count need not be synchronised.
     const bool hasOneOwner = kind_ != Kind::other && count_.load(std::memory_order_acquire) == 1;
     if (hasOneOwner || count_.fetch_sub(1, std::memory_order_acq_rel) == 1) destroy();
   }
-  /// Retains unless the last count is gone already.
+  /// Retains unless the last count is already gone.
   [[nodiscard]] bool tryRetain() noexcept {
     std::uint32_t count = count_.load(std::memory_order_relaxed);
     while (count != 0) {
@@ -65,7 +65,7 @@ Handle makeInstance(Arguments&&... arguments) {
 }
 
 /// The object as one of the class T, which has `static constexpr Kind classKind`; nullptr when it is nil or
-/// another.
+/// of another class.
 template <class T>
 T* instanceAs(const Object& object) {
   Instance* instance = instanceOf(object);

@@ -35,7 +35,7 @@ Object dictionaryFrom(const dom::object& object) {
   std::vector<Member> members;
   members.reserve(object.size());
   for (const auto& [key, value] : object) members.push_back({key, value});
-  // The parser lays texts down in the order in which it reads them.
+  // The parser stores strings in the order in which it reads them.
   std::sort(members.begin(), members.end(), [](const Member& a, const Member& b) {
     const int order = a.key.compare(b.key);
     return order != 0 ? order < 0 : a.key.data() < b.key.data();
@@ -76,7 +76,7 @@ bool isContainer(const json::Value& value) {
   return value.get<json::Dictionary>() != nullptr || value.get<json::Array>() != nullptr;
 }
 
-/// The project's own reader, which has the last word on what the quick one does not take.
+/// The project's own reader, which decides about what the fast one refuses.
 Object readCarefully(std::string_view text) {
   const auto read = json::read(text, {.keepUnsignedIntegers = true});
   const auto* value = std::get_if<json::Value>(&read);

@@ -9,7 +9,7 @@ using simulated::Front;
 struct FrontAccess {
   static void destroy(NSObject* object) {
     object->emptyFields();
-    object->emptyFields();  // what was set by those that went
+    object->emptyFields();  // what their destruction has set
     delete object;
   }
 };
@@ -21,7 +21,7 @@ NSObject::NSObject(void* front) : front_(front), ownsFront_(front == nullptr) {
 NSObject::~NSObject() {
   if (!ownsFront_) return;
   auto* front = static_cast<Front*>(static_cast<simulated::Instance*>(front_));
-  if (!front->isLettingGo()) delete front;  // construction did not get to its end
+  if (!front->isLettingGo()) delete front;  // construction did not complete
 }
 
 Object NSObject::self() const {
@@ -52,7 +52,7 @@ std::shared_ptr<Front::Cell> Front::cell() {
 }
 
 void Front::destroy() noexcept {
-  if (lettingGo_) return;  // the object has counted itself again while it ends
+  if (lettingGo_) return;  // the object was retained and released during its destruction
   forget();
   lettingGo_ = true;
   FrontAccess::destroy(core_);

@@ -33,7 +33,7 @@ void NSUserDefaults::setObject(const Object& object, const NSString& forKey) con
   if (!value || !device::isPropertyList(*value)) doesNotRecognizeSelector({"setObject:forKey:"});
   try {
     Device::current().setUserDefault(key, std::move(value));
-  } catch (const std::invalid_argument&) {  // a text that is not UTF-8, which only a host's own code makes
+  } catch (const std::invalid_argument&) {  // a string that is not UTF-8, which only a host's code can make
     doesNotRecognizeSelector({"setObject:forKey:"});
   }
 }

@@ -1,5 +1,5 @@
 // What the simulated device's runtime raises: a message was not understood, a value rejected, or an index out
-// of range. A raise passes through the library to whoever sent the message in.
+// of range. A raise passes through the library to whoever called it.
 #pragma once
 
 #include <exception>

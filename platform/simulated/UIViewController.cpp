@@ -15,7 +15,7 @@ void UIViewController::presentViewController(const UIViewController& viewControl
                                              bool animated) const {
   if (!*this) return;
   WindowInstance* window = known<ViewControllerInstance>(*this)->window;
-  if (window == nullptr || !window->visible) return;  // as on a phone, only what is in a window is seen
+  if (window == nullptr || !window->visible) return;  // as on a phone, only what is in a window is visible
 
   const auto* controller = known<AlertControllerInstance>(viewControllerToPresent);
   device::Alert alert;

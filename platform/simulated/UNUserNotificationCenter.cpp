@@ -30,7 +30,8 @@ class CenterInstance final : public Instance {
  private:
   mutable std::mutex mutex_;
   WeakObject delegate_;
-  std::uint64_t process_ = 0;  // that set the delegate: what it keeps alive is none of the next one's
+  std::uint64_t process_ =
+      0;  // that set the delegate: it is not the next process's, even if something keeps it alive
 };
 
 class NotificationInstance final : public Instance {

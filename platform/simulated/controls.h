@@ -1,5 +1,4 @@
-// What the operating system does to the application on the simulated device, where it takes an object to do
-// it. Main thread.
+// The operating system's calls to the application on the simulated device that pass an object. Main thread.
 #pragma once
 
 #include <string>
@@ -9,10 +8,10 @@
 
 namespace quorvantis::platform::simulated {
 
-/// A notification arrives while the application is in front: the center's delegate, if any, is told.
+/// A notification arrives while the application is in the foreground: calls the center's delegate, if any.
 void deliverInForeground(const NSDictionary& userInfo);
 
-/// The user answers a notification: the center's delegate, if any, is told.
+/// The user responds to a notification: calls the center's delegate, if any.
 void deliverResponse(const NSDictionary& userInfo);
 
 }  // namespace quorvantis::platform::simulated

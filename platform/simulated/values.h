@@ -1,6 +1,5 @@
-// Values as objects: texts, numbers, data, arrays, dictionaries and null, and their passage from and to the
-// plain values that the device deals in. Immutable but for dictionaries in the making; usable from any
-// thread.
+// Values as objects: strings, numbers, data, arrays, dictionaries and null, and their conversion from and to
+// the device's plain values. Immutable except for mutable dictionaries; usable from any thread.
 #pragma once
 
 #include <atomic>
@@ -18,7 +17,7 @@
 
 namespace quorvantis::platform::simulated {
 
-/// The characters stand right behind the object, in the same piece of memory.
+/// The characters directly follow the object in the same allocation.
 class StringInstance final : public Instance {
  public:
   static constexpr Kind classKind = Kind::string;
@@ -51,7 +50,7 @@ class NumberInstance final : public Instance {
   const Number number;
 };
 
-/// Its bytes have a store of exactly their size: a tool that watches memory sees a read beyond them.
+/// Its bytes have an allocation of exactly their size, so that sanitizers detect reads beyond them.
 class DataInstance final : public Instance {
   const std::vector<char> store_;
 
@@ -76,7 +75,7 @@ class ArrayInstance final : public Instance {
   const std::vector<Object> elements;
 };
 
-/// Entries in the order of their keys, which are texts.
+/// Entries in the order of their keys, which are strings.
 class DictionaryInstance final : public Instance {
  public:
   static constexpr Kind classKind = Kind::dictionary;
@@ -91,18 +90,18 @@ class DictionaryInstance final : public Instance {
   [[nodiscard]] const Entries& entries() const { return *entries_; }
   [[nodiscard]] const Object* find(std::string_view key) const;
   void set(const NSString& key, Object object);
-  /// Another one with these entries, which the two hold in common until this one is changed.
+  /// A copy, which shares the entries until this one is changed.
   [[nodiscard]] Object copy();
 
  private:
   explicit DictionaryInstance(std::shared_ptr<Entries> entries)
       : Instance(classKind), entries_(std::move(entries)) {}
-  /// Where the key stands or would have to be put.
+  /// The position of the key, or where to insert it.
   [[nodiscard]] std::size_t placeOf(std::string_view key) const;
 
   std::shared_ptr<Entries> entries_;
   bool lent_ = false;
-  // Keys are mostly asked for, and set, one after the other in their order.
+  // Keys are mostly read and set in their order.
   mutable std::atomic<std::size_t> expected_{0};
 };
 
@@ -118,13 +117,13 @@ class NullInstance final : public Instance {
 /// A new object; JSON's null becomes the null object.
 Object objectFrom(const json::Value& value);
 
-/// The value that an object is; null for nil, nothing for an object that is no value.
+/// The value that an object is; null for nil, nothing for an object that is not a value.
 std::optional<json::Value> valueFrom(const Object& object);
 
 /// An object's description; nothing for nil.
 std::optional<std::string> textOf(const Object& object);
 
-/// A text, or nil.
+/// A string, or nil.
 NSString stringFrom(const std::optional<std::string>& text);
 
 }  // namespace quorvantis::platform::simulated

@@ -3,18 +3,18 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// What the library tells the host's delegate. All of it is optional, and so is adopting this protocol: the
-/// library asks the object, before each send, whether it responds.
+/// The library's messages to the host's delegate. All of them are optional, and so is adopting this protocol:
+/// the library asks the object before each one whether it responds.
 ///
-/// Callbacks come on the thread of the operation that sends them. For `onRegisterToken:` and `onUpdateToken:`
-/// that is the transport's, which need not be the main thread: move to the main queue before you touch the
-/// user interface.
+/// Callbacks run on the thread of the operation that sends them. For `onRegisterToken:` and `onUpdateToken:`
+/// that is the transport's, which need not be the main thread: dispatch to the main queue before you touch
+/// the user interface.
 @protocol PushDelegate <NSObject>
 @optional
 
-/// The device token is there and is about to be registered with the push server.
+/// The device token has arrived and is about to be registered with the push server.
 ///
-/// @param token The token as lower-case hexadecimal digits, two a byte; nil when the system gave an empty
+/// @param token The token as lower-case hexadecimal digits, two per byte; nil when the system gave an empty
 ///        token.
 - (void)onGetToken:(nullable NSString*)token NS_SWIFT_NAME(onGetToken(_:));
 
@@ -34,10 +34,10 @@ NS_ASSUME_NONNULL_BEGIN
 /// @param token As for `onRegisterToken:`.
 - (void)onUpdateToken:(nullable id)token NS_SWIFT_NAME(onUpdateToken(_:)) QUORVANTIS_NONISOLATED_IN_SWIFT;
 
-/// A precondition of the library failed: no application hash is set, or the system is too old (then the
-/// message is sent without asking first). Errors of the push server are not reported here.
+/// A precondition of the library failed: no application hash is set, or the system is too old (the message is
+/// then sent without asking first). Errors of the push server are not reported here.
 ///
-/// @param error A fixed text.
+/// @param error A fixed message.
 - (void)onError:(nullable NSString*)error NS_SWIFT_NAME(onError(_:)) QUORVANTIS_NONISOLATED_IN_SWIFT;
 
 @end

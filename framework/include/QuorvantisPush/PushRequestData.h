@@ -2,27 +2,27 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// The client of the push server: builds the requests, posts them, and reports the answers. `Push` has one of
+/// The client of the push server: builds the requests, posts them, and reports the answers. `Push` has
 /// its own; a host rarely needs another.
 ///
 /// Use it on the thread that delivers the device token. The delegate may be read and replaced on any thread;
-/// it is told on the thread on which the transport ends a request.
+/// it is called on the thread on which the transport ends a request.
 __attribute__((visibility("default")))
 @interface PushRequestData : NSObject {
  @private
   void* _core;
 }
 
-/// Who hears of the outcomes (`onRegisterToken:`, `onUpdateToken:`, `onError:`, each only if the object
-/// responds to it). Retained.
+/// Receives the outcomes (`onRegisterToken:`, `onUpdateToken:`, `onError:`, each only if the object responds
+/// to it). Retained.
 @property(strong, nullable) id delegate;
 
-/// What three of the user defaults' keys begin with; "quorvantis_" at first.
+/// The prefix of three of the user defaults' keys; "quorvantis_" at first.
 @property(nonatomic, strong, nullable) NSString* userDefaultsPrefix;
 
 - (instancetype)init;
 
-/// Gives up the request under way; it ends as a failed one.
+/// Cancels the request in progress; it ends as a failed one.
 - (void)cancel;
 
 /// Posts a request and returns at once.
@@ -34,14 +34,14 @@ __attribute__((visibility("default")))
        postParameters:(nullable NSString*)postParameters
                   url:(nullable NSString*)url NS_SWIFT_NAME(sendConnexion(_:postParameters:url:));
 
-/// @return The fields that every request ends with, as the user defaults have them now.
+/// @return The fields that every request ends with, with the user defaults' current values.
 - (NSString*)crearCamposComunes;
 
-/// Tells the push server of a new or changed token, and remembers it and a description of the device.
+/// Sends the push server a new or changed token, and stores it and a description of the device.
 ///
-/// @param deviceToken Lower-case hexadecimal digits; nil is told as (null) and forgotten.
+/// @param deviceToken Lower-case hexadecimal digits; nil is sent as (null), and the stored token is removed.
 /// @param appHash Not used.
-/// @param pushVersion The library's version, which is remembered.
+/// @param pushVersion The library's version, which is stored.
 - (void)registerForRemoteNotificationsWithDeviceToken:(nullable NSString*)deviceToken
                                               appHash:(nullable NSString*)appHash
                                           pushVersion:(nullable NSString*)pushVersion

@@ -4,7 +4,7 @@
 /// The version number of the framework, as 1.0.
 FOUNDATION_EXPORT __attribute__((visibility("default"))) const double QuorvantisPushVersionNumber;
 
-/// The version text of the framework.
+/// The version string of the framework.
 FOUNDATION_EXPORT __attribute__((visibility("default"))) const unsigned char QuorvantisPushVersionString[];
 
 #import <QuorvantisPush/Push.h>
