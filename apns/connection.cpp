@@ -31,7 +31,7 @@ void Connection::serve() {
   }
   converse();
   if (isCut_) return wire_.cut();
-  wire_.goodBye();
+  wire_.finish();
 }
 
 void Connection::converse() {

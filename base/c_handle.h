@@ -1,4 +1,4 @@
-// Owners of the objects that C libraries hand out.
+// Owners of the objects of C libraries.
 #pragma once
 
 #include <memory>
@@ -13,7 +13,7 @@ struct Releaser {
   }
 };
 
-/// A T that `release` lets go of.
+/// Owns a T, which `release` frees.
 template <class T, auto release>
 using CHandle = std::unique_ptr<T, Releaser<release>>;
 

@@ -1,6 +1,6 @@
-// Sockets and pipes, as far as systems differ: Linux makes and marks a descriptor in one step, so that no
-// process started in between inherits it; POSIX alone takes two. No write here ends the process with SIGPIPE.
-// Any thread.
+// Sockets and pipes where systems differ: Linux creates a descriptor and marks it close-on-exec in one step,
+// so that no process started in between inherits it; plain POSIX needs two. No write here raises SIGPIPE. Any
+// thread.
 #pragma once
 
 #include <array>
@@ -8,14 +8,14 @@
 
 namespace quorvantis::base {
 
-/// All are closed on exec, and -1 on failure, with errno set.
+/// All are close-on-exec, or -1 on failure, with errno set.
 
-/// A stream socket that does not block.
+/// A non-blocking stream socket.
 int openSocket(int family);
-/// The next connection, which does not block either.
+/// The next connection, non-blocking.
 int acceptConnection(int listening);
 
-/// Two ends that are connected; both -1 on failure.
+/// Two connected ends; both -1 on failure.
 using Ends = std::array<int, 2>;
 /// The first reads what the second writes.
 Ends openPipe();

@@ -25,7 +25,7 @@ bool read(std::string_view text, double& real) {
   const char* const last = text.data() + text.size();
   const auto [end, error] = std::from_chars(text.data(), last, real);
   if (error != std::errc::result_out_of_range) return error == std::errc() && end == last;
-  // The same failure stands for too large and for too close to zero; a wider type tells them apart.
+  // The same failure means too large and too close to zero; a wider type tells them apart.
   long double wide = 0;
   std::from_chars(text.data(), last, wide);
   real = std::copysign(std::fabs(wide) > 1 ? std::numeric_limits<double>::infinity() : 0.0,

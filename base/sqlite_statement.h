@@ -11,7 +11,7 @@
 namespace quorvantis::base {
 
 /// `Database` has `handle()`, the open connection, and `fail(int code, const std::string& detail)`, which
-/// throws what its users expect. It outlives the statement, and so does what is bound.
+/// throws what its users expect. It must outlive the statement, and so must bound values.
 template <class Database>
 class SqliteStatement {
  public:
@@ -22,7 +22,7 @@ class SqliteStatement {
   SqliteStatement(const SqliteStatement&) = delete;
   SqliteStatement& operator=(const SqliteStatement&) = delete;
 
-  /// Gives the next parameter its value.
+  /// Binds the next parameter.
   SqliteStatement& bind(std::string_view text) {
     check(sqlite3_bind_text64(statement_, ++bound_, text.data(), text.size(), SQLITE_STATIC, SQLITE_UTF8));
     return *this;
@@ -39,7 +39,7 @@ class SqliteStatement {
     return code == SQLITE_ROW;
   }
 
-  /// Runs it once, ready to be bound and run again.
+  /// Runs the statement, and resets it to be bound and run again.
   void run() {
     step();
     sqlite3_reset(statement_);

@@ -6,7 +6,7 @@ namespace quorvantis::base {
 
 namespace {
 
-/// The bytes of the character that begins here and the character itself; 0 bytes when none does.
+/// The length of the character that begins here and the character itself; 0 bytes when none does.
 struct Character {
   std::size_t size = 0;
   char32_t point = 0;

@@ -6,19 +6,19 @@
 
 namespace quorvantis::base {
 
-/// Whether bytes are text.
+/// Whether the bytes are valid UTF-8.
 bool isUTF8(std::string_view bytes);
 
-/// Takes the first character off bytes that are not empty; where none begins, takes one byte and gives
-/// nothing.
+/// Removes the first character from `bytes`, which must not be empty, and returns it; where none begins,
+/// removes one byte and returns nothing.
 std::optional<char32_t> takeCharacter(std::string_view& bytes);
 
-/// The bytes without the byte order mark that they may begin with.
+/// The bytes without a leading byte order mark.
 constexpr std::string_view withoutByteOrderMark(std::string_view bytes) {
   return bytes.starts_with("\xEF\xBB\xBF") ? bytes.substr(3) : bytes;
 }
 
-/// Whether a byte of a text goes on with a character that began before it.
+/// Whether a byte continues a character that began before it.
 constexpr bool isContinuation(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }

@@ -10,7 +10,7 @@
 
 namespace quorvantis::device {
 
-/// One request, owned by its turn in the queue: it goes with the turn, taken or not.
+/// One request, owned by its task in the queue, and destroyed with it, whether it ran or not.
 struct Connexion::Pending {
   std::string identity;
   Request request;
@@ -21,7 +21,7 @@ struct Connexion::State {
   explicit State(const Network& theNetwork) : network(theNetwork), transport(theNetwork) {}
 
   void takeTurn(const Pending& turn);
-  /// Drops those whose turn is gone. To be called with the mutex held.
+  /// Drops those whose task is gone. To be called with the mutex held.
   void forgetEnded() {
     std::erase_if(pending, [](const auto& request) { return request.expired(); });
   }
@@ -29,9 +29,9 @@ struct Connexion::State {
   const Network& network;
   std::mutex mutex;
   std::function<void(const std::string&)> finished;
-  std::vector<std::weak_ptr<Pending>> pending;  // the first one may be on the wire
+  std::vector<std::weak_ptr<Pending>> pending;  // the first one may be in progress
   std::map<std::string, std::string> answers;
-  Transport transport;  // used by the settling thread alone
+  Transport transport;  // used only by the settling thread
 
   std::optional<std::string> identity, url;
   bool encryption = false;
@@ -42,7 +42,7 @@ Connexion::Connexion(Device& device) : device_(device), state_(std::make_shared<
 
 Connexion::~Connexion() {
   setFinished(nullptr);
-  // Every one: the settling thread may be about to take the next one's turn.
+  // All of them: the settling thread may be about to start the next one.
   const std::lock_guard lock(state_->mutex);
   for (const auto& request : state_->pending) {
     if (const auto turn = request.lock()) turn->stop.request_stop();
@@ -106,7 +106,7 @@ void Connexion::State::takeTurn(const Pending& turn) {
 
   std::unique_lock lock(mutex);
   std::erase_if(pending, [&](const auto& request) { return request.lock().get() == &turn; });
-  if (answer && !turn.stop.stop_requested()) {  // whatever the wire has brought
+  if (answer && !turn.stop.stop_requested()) {  // cancelled requests fail even if an answer has arrived
     answers[turn.identity] = *std::move(answer);
   } else {
     answers.erase(turn.identity);

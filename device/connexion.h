@@ -1,4 +1,4 @@
-// The maker's transport as the device plays it: requests wait their turn in the main queue, are posted one
+// The device's model of the maker's transport: requests wait their turn in the main queue, are posted one
 // after the other, and their answers are kept by the requests' identities.
 //
 // Threads: driven from one thread; cancel() and answers() may be called from any. `finished` runs on the
@@ -22,7 +22,7 @@ class Connexion {
   Connexion(const Connexion&) = delete;
   Connexion& operator=(const Connexion&) = delete;
 
-  /// Called once for each request when it is over. Nothing may be set to tell nobody.
+  /// Called once for each request when it ends. May be empty.
   void setFinished(std::function<void(const std::string& identity)> finished);
 
   void setEncryption(bool encryption);
@@ -30,10 +30,10 @@ class Connexion {
   void setConnexionValue(std::optional<std::string> value);
   void setConnexionUrl(std::optional<std::string> url);
 
-  /// Puts a request with the value, the URL and the key as set now in the queue. Never blocks.
+  /// Queues a request with the current value, URL and key. Never blocks.
   void send(std::optional<std::string> parameters);
 
-  /// Gives up the oldest request that is not over.
+  /// Cancels the oldest request that has not ended.
   void cancel();
 
   /// The answers' bytes by identity.

@@ -24,7 +24,7 @@ std::string Facts::defaultToken() {
 }
 
 Device::Device(std::filesystem::path settingsFile) : settings(std::move(settingsFile)) {
-  if (currentDevice != nullptr) throw std::logic_error("this process holds a simulated device already");
+  if (currentDevice != nullptr) throw std::logic_error("this process already has a simulated device");
   currentDevice = this;
   process_ = ++processes;
 }
@@ -36,7 +36,7 @@ Device::~Device() {
 }
 
 Device& Device::current() {
-  if (currentDevice == nullptr) throw std::logic_error("no simulated device has been made in this process");
+  if (currentDevice == nullptr) throw std::logic_error("this process has no simulated device");
   return *currentDevice;
 }
 

@@ -1,11 +1,12 @@
 // A simulated phone: the facts about it, the application on it, what its user decides, and everything around
-// the library that can be observed. It knows neither the library nor the seam: both sides' seams act on it.
+// the library that can be observed. It is independent of the library and of the seam, whose two sides act on
+// it.
 //
-// A process holds one device at a time, and a fresh one starts with nothing left of an earlier one but the
-// settings file it is given.
+// A process has one device at a time, and a fresh one keeps nothing of an earlier one but the settings file
+// that it is given.
 //
 // Threads: made, driven and destroyed on the main thread; the user defaults are for any; the record, the
-// queue, the settings and the network say of themselves what other threads may do.
+// queue, the settings and the network document their own thread rules.
 #pragma once
 
 #include <cstdint>
@@ -33,11 +34,11 @@ struct Facts {
   std::string model = "iPhone";
   std::optional<std::string> country = "US";
   std::optional<std::vector<std::string>> languages = {{"en"}};
-  /// The device token's bytes; none: the system fails to get one, with `tokenError`.
+  /// The device token's bytes; nothing: the system fails to get one, with `tokenError`.
   std::optional<std::string> token = defaultToken();
   std::string tokenError;
 
-  /// 32 bytes, counted up from 0.
+  /// 32 bytes: 0, 1, 2 and so on.
   static std::string defaultToken();
 };
 
@@ -50,13 +51,13 @@ struct Application {
   std::int64_t badge = 0;
 };
 
-/// The library's bundle as the device finds it.
+/// The library's bundle.
 struct LibraryBundle {
   std::optional<std::string> version = "1.0";
-  bool loaded = true;  ///< whether it is found by its identifier
+  bool loaded = true;  ///< whether it can be found by its identifier
 };
 
-/// How the maker's registration framework answers.
+/// How the maker's registration framework behaves.
 struct RegistrationBehaviour {
   bool finishes = true;
   json::Dictionary stores;  ///< what it stores in the settings just before it reports
@@ -68,7 +69,7 @@ struct AuthorizationBehaviour {
   std::optional<std::string> error;
 };
 
-/// What the system hands to the application's delegate, which is the host's.
+/// The system's calls to the host's application delegate.
 struct ApplicationDelegate {
   std::function<void(const std::string& token)> didRegister;
   std::function<void(const std::string& error)> didFailToRegister;
@@ -76,7 +77,7 @@ struct ApplicationDelegate {
 
 class Device {
  public:
-  /// Throws std::logic_error when the process holds one already. Without a file the settings are in memory.
+  /// Throws std::logic_error when the process already has one. Without a file the settings are in memory.
   explicit Device(std::filesystem::path settingsFile = {});
   ~Device();
   Device(const Device&) = delete;
@@ -89,8 +90,8 @@ class Device {
   Application application;
   LibraryBundle library;
   RegistrationBehaviour registration;
-  /// None: nobody has decided yet. The answer to a request for permission then waits when its turn comes, and
-  /// so does all that is due behind it (see MainQueue::postWhen).
+  /// Nothing: the user has not decided. The answer to a request for permission then waits when its turn
+  /// comes, and so does everything behind it in the queue (see MainQueue::postWhen).
   std::optional<AuthorizationBehaviour> authorization = AuthorizationBehaviour{};
   ApplicationDelegate applicationDelegate;
   Build build = Build::device;
@@ -104,35 +105,35 @@ class Device {
   /// The next new UUID: 00000000-0000-4000-8000-000000000001, and so on, counted in decimal.
   std::string newUUID();
 
-  // What the library's process asks of the system.
+  // The application's calls to the system.
   void requestAuthorization(
       std::int64_t options,
       std::function<void(bool granted, const std::optional<std::string>& error)> answer);
   void registerForRemoteNotifications();
   void setBadge(std::int64_t number);
   void playSystemSound(std::uint32_t sound);
-  /// Nothing: the library asked to open no address at all.
+  /// Nothing: the library passed nil.
   void open(const std::optional<std::string>& url);
 
-  /// The user defaults as the library's process sees and changes them; the changes are recorded. A store that
-  /// can't be opened holds nothing and takes nothing until the process ends, even if it could be opened
-  /// later: half of what the process knows of it would be wrong.
+  /// The user defaults as the application's process sees and changes them; the changes are recorded. A store
+  /// that can't be opened stays empty and unwritable until the process ends, even if it could be opened
+  /// later: what the process has read until then would be wrong.
   [[nodiscard]] std::optional<json::Value> userDefault(std::string_view key);
   void setUserDefault(const std::string& key, std::optional<json::Value> value);
   bool synchronizeUserDefaults();
 
-  /// Another component of the application stores these; that is not recorded.
+  /// Another component of the application stores these, which is not recorded.
   void storeFromElsewhere(const json::Dictionary& values);
   void removeFromElsewhere(const std::vector<std::string>& keys);
 
-  /// The first failure of the settings since the start, if any: on a phone there is nobody to tell.
+  /// The first failure of the settings since the start, if any: on a phone it would go unreported.
   [[nodiscard]] std::optional<std::string> settingsFailure() const;
 
-  /// The process on the phone: another number for each that this program has run.
+  /// Identifies the process on the phone: a new number after each relaunch.
   [[nodiscard]] std::uint64_t process() const { return process_; }
 
-  /// The process on the phone ends: what was pending is gone, alerts are off the screen, the settings reach
-  /// the disk.
+  /// The process on the phone ends: pending work is dropped, alerts disappear, the settings are written to
+  /// disk.
   void endProcess();
 
  private:

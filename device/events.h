@@ -10,7 +10,7 @@
 
 namespace quorvantis::device::events {
 
-/// A text that may be absent.
+/// A string, or null.
 using Text = std::optional<std::string>;
 
 struct RegisterUser {

@@ -47,7 +47,7 @@ void MainQueue::clear() {
   std::deque<Due> due;
   std::multimap<nanoseconds, Task> timers;
   isStopped_ = false;
-  const std::lock_guard lock(mutex_);  // let go before the tasks: what they hold may post
+  const std::lock_guard lock(mutex_);  // released before the tasks are destroyed, which may post
   due_.swap(due);
   timers_.swap(timers);
 }
@@ -57,11 +57,11 @@ void MainQueue::run(const Runner& runner) {
   while (const std::optional<Task> task = takeNext()) runner(*task);
   if (isStopped_ || !until_) return;
   const std::lock_guard lock(mutex_);
-  // Only the time that is left for a timer counts; begun anew without one, the clock never comes to its end.
+  // The clock only matters to timers: it starts over without any, so that it never overflows.
   now_ = timers_.empty() ? nanoseconds(0) : *until_;
 }
 
-/// The first of what is due; when nothing is, the next timer, with the clock moved to its time.
+/// The first task that is due; if there is none, the next timer's, with the clock moved to its time.
 std::optional<MainQueue::Task> MainQueue::takeNext() {
   const std::lock_guard lock(mutex_);
   if (!due_.empty()) {

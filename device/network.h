@@ -1,5 +1,4 @@
-// The device's way to the outside: a resolver and a trust store of its own, and the transport's limits.
-// Threads: any.
+// The device's network: its own resolver and trust store, and the transport's limits. Threads: any.
 #pragma once
 
 #include <chrono>
@@ -29,28 +28,27 @@ struct TransportLimits {
 
 class Network {
  public:
-  /// Names that were not told are unknown hosts.
+  /// Other names are unknown hosts.
   void setHost(std::string name, Endpoint endpoint);
   [[nodiscard]] std::optional<Endpoint> resolve(const std::string& name) const;
 
-  /// The certificates (PEM) that the device trusts, and no others. None at first.
+  /// The only certificates (PEM) that the device trusts. None at first.
   void setTrustedAuthorities(std::string pem);
   [[nodiscard]] std::string trustedAuthorities() const;
 
   void setLimits(TransportLimits limits);
   [[nodiscard]] TransportLimits limits() const;
 
-  /// In airplane mode no request leaves the device: each fails when its turn comes.
+  /// In airplane mode every request fails when its turn comes.
   void setAirplaneMode(bool on);
   [[nodiscard]] bool isInAirplaneMode() const;
 
-  /// Called when a request's turn on the wire has come, before anything else of it, on the thread that posts
-  /// it; not in airplane mode.
+  /// Called just before a request is sent, on the thread that posts it; not in airplane mode.
   void setBeforeRequest(std::function<void()> hook);
   void beforeRequest() const;
 
-  /// Told why a request failed, as for a person who looks at the network, on the thread that posts it. On a
-  /// phone there is nobody to tell. Not of one that was cancelled.
+  /// Called with the reason when a request fails, for diagnostics, on the thread that posts it. Not for
+  /// cancelled requests.
   void setOnFailure(std::function<void(const std::string& reason)> hook);
   void requestFailed(const std::string& reason) const;
 

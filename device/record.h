@@ -1,4 +1,4 @@
-// The record of all that can be observed on a device, in order. Threads: any.
+// The record of everything that can be observed on a device, in order. Threads: any.
 #pragma once
 
 #include <mutex>
@@ -9,7 +9,7 @@
 
 namespace quorvantis::device {
 
-/// What happened: "event" names it, the other keys tell more (see events.h).
+/// What happened: "event" names it, the other keys describe it (see events.h).
 using Event = json::Dictionary;
 
 class Record {

@@ -1,5 +1,5 @@
-// The maker's registration framework as the device plays it: one registration of this user and device.
-// Main thread. Destroyed before its turn, it neither stores nor reports.
+// The device's model of the maker's registration framework: one registration of this user and device. Main
+// thread. If it is destroyed before its turn, it neither stores nor reports.
 #pragma once
 
 #include <functional>

@@ -1,4 +1,4 @@
-// What the user sees in front of the application: alerts, each in a window of its own. Main thread.
+// What the user sees on top of the application: alerts, each in its own window. Main thread.
 #pragma once
 
 #include <functional>
@@ -23,9 +23,9 @@ struct Alert {
   json::Value title, message;  ///< null: none
   std::vector<std::string> buttons;
   double windowLevel = 0;
-  bool fillsScreen = false;  ///< its window does
+  bool fillsScreen = false;  ///< whether its window does
   bool animated = false;
-  std::function<void()> onTap;  ///< the first button's; let go after the alert was dismissed
+  std::function<void()> onTap;  ///< the first button's; destroyed after the alert was dismissed
 };
 
 /// The window level of the system's own alerts.
@@ -35,23 +35,23 @@ class Screen {
  public:
   explicit Screen(Record& record) : record_(record) {}
 
-  /// Presents an alert and gives its number: 1 for the first one in this launch.
+  /// Presents an alert and returns its number: 1 for the first one in this launch.
   int present(Alert alert);
 
   /// The user taps the first button: the alert is dismissed and the button's handler runs. False when no such
   /// alert is on screen.
   bool tap(int number);
 
-  /// The alert's window is hidden.
+  /// Hides the alert's window.
   void hide(int number);
 
-  /// The alert of that number, nullptr when it is not on screen. Valid until the next call.
+  /// The alert with that number, nullptr when it is not on screen. Valid until the next call.
   [[nodiscard]] const Alert* find(int number) const;
 
-  /// Numbers of the alerts that wait for a tap.
+  /// The numbers of the alerts on screen.
   [[nodiscard]] std::vector<int> alerts() const;
 
-  /// The process has ended: nothing is on screen, and counting begins anew.
+  /// The process has ended: nothing is on screen, and numbering starts over.
   void clear();
 
  private:

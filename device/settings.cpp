@@ -14,8 +14,8 @@
 namespace quorvantis::device {
 namespace {
 
-// A row is JSON that a person can read. Its texts begin with '=', data is '#' and hexadecimal digits, and the
-// reals that JSON has not are "nan", "inf" and "-inf".
+// A row is readable JSON. Its strings begin with '=', data is '#' and hexadecimal digits, and the reals that
+// JSON can't represent are "nan", "inf" and "-inf".
 
 struct Encoder {
   json::Value operator()(const std::string& text) const { return "=" + text; }
@@ -64,7 +64,7 @@ bool decodeText(const std::string& text, json::Value& value) {
   return true;
 }
 
-/// Turns what was read of a row into the value that was stored.
+/// Turns a row's JSON into the value that was stored.
 bool decodeInPlace(json::Value& value) {
   if (value.isNull()) return false;
   if (auto* array = value.get<json::Array>()) {
@@ -101,10 +101,10 @@ struct Settings::State {
 
   const std::filesystem::path file;
   std::mutex mutex;
-  std::shared_ptr<SettingsDatabase> database;  // none: not open
-  std::shared_ptr<SettingsDatabase> inMemory;  // what stands in for the file, open or not
+  std::shared_ptr<SettingsDatabase> database;  // null: not open
+  std::shared_ptr<SettingsDatabase> inMemory;  // replaces the file, open or not
   json::Dictionary values;
-  /// What differs from the disk.
+  /// Changes that are not on disk yet.
   SettingsDatabase::Changes changes;
 };
 
@@ -167,7 +167,7 @@ Settings::~Settings() {
   try {
     state_->close();
   } catch (const std::exception&) {
-    // Only close() can tell.
+    // Only close() can report a failure.
   }
 }
 
@@ -193,7 +193,7 @@ void Settings::set(std::string key, json::Value value) {
   const std::lock_guard lock(state_->mutex);
   state_->open();
   std::string row = encode(value);
-  // What would not come back must not make the whole file unreadable.
+  // A value that can't be read back must not make the whole file unreadable.
   if (!decode(row)) throw std::invalid_argument("the user defaults can't hold the value of " + key);
   state_->note(key, std::move(row));
   state_->values.insert_or_assign(std::move(key), std::move(value));

@@ -36,8 +36,9 @@ std::string complain(const fs::path& file, std::string_view what, std::string_vi
 }
 
 std::string unwritable(const fs::path& file, std::string_view detail) {
-  return complain(file, "can't be opened for writing (" + std::string(detail) + ")",
-                  "make its folder exist and both writable for this user, or choose another file");
+  return complain(
+      file, "can't be opened for writing (" + std::string(detail) + ")",
+      "make sure that its folder exists and that this user can write to both, or choose another file");
 }
 
 fs::path journalOf(fs::path file) {
@@ -45,7 +46,7 @@ fs::path journalOf(fs::path file) {
 }
 
 std::array<unsigned char, 32> sha256(std::string_view key, std::string_view value) {
-  // The length keeps a byte that moves from the key to the value from going unseen.
+  // With the length, a byte that moves from the key to the value changes the digest.
   const std::string bytes = std::to_string(key.size()) + ":" + std::string(key) + std::string(value);
   std::array<unsigned char, 32> digest;
   if (EVP_Digest(bytes.data(), bytes.size(), digest.data(), nullptr, EVP_sha256(), nullptr) != 1) {
@@ -54,7 +55,7 @@ std::array<unsigned char, 32> sha256(std::string_view key, std::string_view valu
   return digest;
 }
 
-/// Adds the row to the digest of all rows, or takes it out again.
+/// Adds the row to the digest of all rows, or removes it.
 void fold(std::array<unsigned char, 32>& digest, std::string_view key, std::string_view value) {
   const auto row = sha256(key, value);
   for (std::size_t i = 0; i < digest.size(); ++i) digest[i] ^= row[i];
@@ -64,7 +65,7 @@ std::string text(const std::array<unsigned char, 32>& digest) {
   return base::hexadecimal({reinterpret_cast<const char*>(digest.data()), digest.size()});
 }
 
-/// The statements that make an empty database.
+/// The statements that create an empty database.
 std::string schema() {
   return "BEGIN; PRAGMA application_id = " + std::to_string(kApplication) +
          "; PRAGMA user_version = " + std::to_string(kFormat) + "; " + kMetaTable + "; " + kSettingsTable +
@@ -122,8 +123,8 @@ std::string SettingsDatabase::damaged(const fs::path& file, std::string_view det
                   "restore it from a copy, or remove it and its -wal to start without settings");
 }
 
-/// The file appears under its name complete, so that a process killed here leaves no file that is refused
-/// later.
+/// The file gets its name only when it is complete, so that a process killed here leaves no file that is
+/// refused later.
 void SettingsDatabase::create() const {
   std::error_code error;
   if (fs::exists(journalOf(file_), error)) {
@@ -152,7 +153,7 @@ void SettingsDatabase::create() const {
     throw;
   }
 
-  // Where another process was quicker, its file is the one.
+  // If another process was faster, its file is used.
   const int linked = ::link(draft.c_str(), file_.c_str());
   const int reason = errno;
   removeDraft();
@@ -171,8 +172,8 @@ SettingsDatabase::Connection SettingsDatabase::connect(const fs::path& file, int
   return connection;
 }
 
-/// Looks at the file's first bytes before SQLite does, which would recover or convert what is not ours. It
-/// reads by SQLite's own descriptor: closing another one would drop the locks of this process.
+/// Checks the file's first bytes before SQLite does, which would recover or convert a file that is not ours.
+/// It reads through SQLite's own descriptor: closing another one would drop this process's locks.
 void SettingsDatabase::checkHeader() const {
   sqlite3_file* handle = nullptr;
   sqlite3_file_control(connection_.get(), "main", SQLITE_FCNTL_FILE_POINTER, &handle);
@@ -189,12 +190,12 @@ void SettingsDatabase::checkHeader() const {
                                  "restore it from a copy or choose another file"));
   }
   if (bigEndian(&header[68]) != kApplication) {
-    throw SettingsError(complain(file_, "is the database of another program", "choose another file"));
+    throw SettingsError(complain(file_, "is another program's database", "choose another file"));
   }
   const std::uint32_t format = bigEndian(&header[60]);
   if (format > kFormat) {
-    throw SettingsError(
-        complain(file_, "is of a newer format, " + std::to_string(format), "use the newer program"));
+    throw SettingsError(complain(file_, "has a newer format, " + std::to_string(format),
+                                 "use a newer version of this program"));
   }
 
   const auto usesJournal = [](unsigned char version) { return version == 2; };
@@ -213,7 +214,7 @@ void SettingsDatabase::takeFile() {
   const fs::path journal = journalOf(file_);
   std::error_code error;
   const bool hadJournal = fs::exists(journal, error);
-  // Until the file has proved sound, its journal stays where it is.
+  // The journal is kept until the file has been checked.
   sqlite3_db_config(connection, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
   sqlite3_db_config(connection, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
   execute(connection, "PRAGMA locking_mode = EXCLUSIVE; PRAGMA temp_store = MEMORY; BEGIN EXCLUSIVE");
@@ -240,12 +241,12 @@ void SettingsDatabase::load() {
     schema += tables.text(0) + ";";
   }
   if (schema != std::string(kMetaTable) + ";" + kSettingsTable + ";") {
-    throw SettingsError(damaged(file_, "it has other tables than a settings file"));
+    throw SettingsError(damaged(file_, "its tables are not those of a settings file"));
   }
 
   for (Statement row(*this, "SELECT key, value FROM settings"); row.step();) {
     const auto [entry, isNew] = rows_.emplace(row.text(0), row.text(1));
-    if (!isNew) throw SettingsError(damaged(file_, "it holds a key twice"));
+    if (!isNew) throw SettingsError(damaged(file_, "it contains a key twice"));
     fold(digest_, entry->first, entry->second);
   }
   Statement stored(*this, "SELECT value FROM meta WHERE name = 'digest'");

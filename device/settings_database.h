@@ -1,5 +1,5 @@
-// The file of the user defaults: an SQLite database of rows of text, held by one process at a time, which
-// tells damage from an older state by a digest over all rows.
+// The file of the user defaults: an SQLite database of text rows, locked by one process at a time. A digest
+// over all rows distinguishes damage from an older state.
 //
 // Threads: one at a time.
 #pragma once
@@ -19,16 +19,16 @@ namespace quorvantis::device {
 class SettingsDatabase {
  public:
   using Rows = std::map<std::string, std::string, std::less<>>;
-  /// The new text of a row, or nothing for a row that goes.
+  /// The new text of a row, or nothing to remove it.
   using Changes = std::map<std::string, std::optional<std::string>, std::less<>>;
 
-  /// Opens the file, made if it is missing, takes it for this process and reads it whole. Throws
-  /// SettingsError and leaves the file as it was.
+  /// Opens the file, creating it if it is missing, locks it for this process and reads it completely. If it
+  /// throws SettingsError, the file is unchanged.
   explicit SettingsDatabase(std::filesystem::path file);
-  /// One without a file, in memory: it lasts as long as this object and leaves nothing behind however the
-  /// process ends.
+  /// A database in memory, which lasts as long as this object and leaves nothing behind however the process
+  /// ends.
   SettingsDatabase();
-  /// Folds the journal into the file and gives the file up.
+  /// Merges the journal into the file and releases the file.
   ~SettingsDatabase();
   SettingsDatabase(const SettingsDatabase&) = delete;
   SettingsDatabase& operator=(const SettingsDatabase&) = delete;
@@ -43,7 +43,7 @@ class SettingsDatabase {
   /// before.
   void write(const Changes& changes);
 
-  /// What to throw when a row's text means nothing.
+  /// The message for a row that can't be decoded.
   [[nodiscard]] static std::string damaged(const std::filesystem::path& file, std::string_view detail);
 
  private:

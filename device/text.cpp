@@ -10,7 +10,7 @@ namespace quorvantis::device {
 
 namespace {
 
-// Takes the digits off the front; leading zeros do not count.
+// Removes the leading digits from the text and returns them, without leading zeros.
 std::string_view takeNumber(std::string_view& text) {
   const std::size_t end = std::min(text.find_first_not_of("0123456789"), text.size());
   std::string_view digits = text.substr(0, end);

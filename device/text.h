@@ -1,4 +1,4 @@
-// How the phone's system reads texts: as versions, numbers, addresses. Any thread.
+// How the phone's system interprets strings: as versions, numbers, addresses. Any thread.
 #pragma once
 
 #include <cstdint>
@@ -11,14 +11,14 @@ namespace quorvantis::device {
 /// Below 0, 0, or above 0, runs of digits compared as numbers, however long.
 int compareNumerically(std::string_view a, std::string_view b);
 
-/// The whole number that a text begins with, after white space; 0 when there is none; the nearest 64-bit one.
+/// The integer that the text begins with, after white space, clamped to 64 bits; 0 when there is none.
 std::int64_t integerValue(std::string_view text);
 
-/// Without its fraction; the nearest 64-bit one.
+/// Truncated, and clamped to 64 bits.
 std::int64_t integerValue(double real);
 
-/// The text of the URL that a text is, or nothing when it is none. A URI reference (RFC 3986) is not empty
-/// and holds reserved and unreserved characters and "%"; from system version 17.0 on, others are
+/// The URL for this text, or nothing when it is not a URL. A URI reference (RFC 3986) is not empty and
+/// consists of reserved and unreserved characters and "%"; from system version 17.0 on, others are
 /// percent-encoded first.
 std::optional<std::string> urlFrom(std::string_view text, std::string_view systemVersion);
 

@@ -26,7 +26,7 @@ using Url = base::CHandle<CURLU, curl_url_cleanup>;
 using Text = base::CHandle<char, curl_free>;
 using Headers = base::CHandle<curl_slist, curl_slist_free_all>;
 
-/// A request fails with this inside; it does not leave the transport.
+/// Why a request failed. Caught within the transport.
 class Failure : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -52,7 +52,7 @@ Target locate(const std::string& text, const Network& network) {
     throw Failure("not a URL");
   }
   const Text host(found);
-  // A name and a password would become a header.
+  // A user name and a password would become a header.
   curl_url_set(target.url.get(), CURLUPART_USER, nullptr, 0);
   curl_url_set(target.url.get(), CURLUPART_PASSWORD, nullptr, 0);
   const auto endpoint = network.resolve(host.get());
@@ -61,7 +61,7 @@ Target locate(const std::string& text, const Network& network) {
   return target;
 }
 
-/// libcurl's "connect to" entry for any host. Only numbers, so that no name is ever looked up.
+/// libcurl's "connect to" entry for any host. Only numeric, so that no name is ever looked up.
 std::string connectTo(const Endpoint& endpoint) {
   in6_addr parsed;
   const bool v4 = inet_pton(AF_INET, endpoint.address.c_str(), &parsed) == 1;
@@ -87,14 +87,14 @@ bool isProtected(const char* contentType) {
   return isSameWord(trimmed(type.substr(0, type.find(';'))), jose::kMediaType);
 }
 
-/// What libcurl's callbacks work on during one request.
+/// The state of one request, for libcurl's callbacks.
 struct Exchange {
   std::string_view unsent;
   std::size_t answerLimit = 0;
   std::string answer = {};
   std::size_t headerBytes = 0;
-  std::string length = {};          // as the head announces it
-  bool endsWithConnection = false;  // the head announces no end
+  std::string length = {};          // the header's value
+  bool endsWithConnection = false;  // only the connection's end ends the answer
   bool sent = false;
 };
 
@@ -106,8 +106,8 @@ std::size_t sendBody(char* into, std::size_t size, std::size_t count, void* cont
   return now;
 }
 
-// libcurl would send the request again when a reused connection dies. It can't rewind the body, and it is
-// stopped when it sets out for a second time.
+// libcurl would send the request again when a reused connection dies. It can't rewind the body, and a second
+// attempt is stopped.
 int refuseRewind(void*, curl_off_t, int) {
   return CURL_SEEKFUNC_FAIL;
 }
@@ -129,7 +129,7 @@ std::size_t receiveBody(char* data, std::size_t size, std::size_t count, void* c
   return bytes;
 }
 
-/// Whether it is certain, as far as this line of the head goes, where the answer ends. libcurl takes the last
+/// Whether this header line leaves no doubt where the answer ends. libcurl takes the last
 /// of several lengths, passes over codings that it does not know, and takes any version.
 bool isClear(std::string_view line, Exchange& exchange) {
   constexpr std::string_view kVersion = "HTTP/";
@@ -164,34 +164,34 @@ std::size_t receiveHeader(char* data, std::size_t size, std::size_t count, void*
   return size * count;
 }
 
-/// TLS's good-bye goes unnoticed by libcurl, which takes any end of the connection for the end of the answer.
+/// libcurl ignores TLS's close_notify: it takes any end of the connection for the end of the answer.
 void noticeGoodBye(const SSL* ssl, int where, int alert) {
   constexpr int kReadAlert = SSL_CB_READ | SSL_CB_ALERT;
   if ((where & kReadAlert) != kReadAlert || (alert & 0xFF) != SSL_AD_CLOSE_NOTIFY) return;
   *static_cast<bool*>(SSL_CTX_get_app_data(SSL_get_SSL_CTX(ssl))) = true;
 }
 
-CURLcode configureTls(CURL*, void* context, void* goodBye) {
+CURLcode configureTls(CURL*, void* context, void* closeNotified) {
   auto* tls = static_cast<SSL_CTX*>(context);
-  // libcurl would write the connection's secrets where SSLKEYLOGFILE says.
+  // libcurl would write the connection's secrets to SSLKEYLOGFILE.
   SSL_CTX_set_keylog_callback(tls, nullptr);
-  // Keys and signatures of at least 112 bits, whatever the machine's configuration lets through.
+  // Keys and signatures of at least 112 bits, whatever the machine's configuration allows.
   SSL_CTX_set_security_level(tls, 2);
-  SSL_CTX_set_app_data(tls, goodBye);
+  SSL_CTX_set_app_data(tls, closeNotified);
   SSL_CTX_set_info_callback(tls, noticeGoodBye);
   return CURLE_OK;
 }
 
 template <class T>
 void set(CURL* easy, CURLoption option, T value) {
-  if (curl_easy_setopt(easy, option, value) != CURLE_OK) throw Failure("an option is not taken");
+  if (curl_easy_setopt(easy, option, value) != CURLE_OK) throw Failure("libcurl refused an option");
 }
 
 Headers headers(bool sealed) {
   const std::string type =
       "Content-Type: " + std::string(sealed ? jose::kMediaType : "application/x-www-form-urlencoded");
   Headers list(curl_slist_append(nullptr, type.c_str()));
-  if (!list || curl_slist_append(list.get(), "Expect:") == nullptr) throw Failure("no memory");
+  if (!list || curl_slist_append(list.get(), "Expect:") == nullptr) throw Failure("out of memory");
   return list;
 }
 
@@ -223,18 +223,18 @@ struct Transport::Connection {
   std::optional<std::string> post(const Request& request, const std::stop_token& stop);
 
  private:
-  /// Forgets the kept connection and the TLS sessions.
+  /// Drops the kept connection and the TLS sessions.
   void restart();
-  /// The server has closed the kept connection, or says what was not asked. libcurl takes TLS's good-bye for
+  /// The server has closed the kept connection, or has sent something unasked. libcurl takes close_notify for
   /// a sign of life, and the request would fail since it can't be sent again.
   [[nodiscard]] bool isKeptConnectionOver() const;
   void configure(const Target& target, const std::string& authorities, const TransportLimits& limits);
   void perform(const std::stop_token& stop);
 
   const Network& network;
-  bool goodBye = false;  // the server has said it; outlives the connection
+  bool closeNotified = false;  // the server has sent close_notify; outlives the connection
   Multi multi;
-  Easy easy;  // goes before the handle that keeps its connections
+  Easy easy;  // destroyed before the handle that keeps its connections
   curl_socket_t keptSocket = CURL_SOCKET_BAD;
   std::string keptAuthorities;
   std::optional<Endpoint> keptEndpoint;
@@ -266,7 +266,7 @@ void Transport::Connection::configure(const Target& target, const std::string& a
   set(handle, CURLOPT_HTTP_VERSION, long{CURL_HTTP_VERSION_1_1});
   set(handle, CURLOPT_FOLLOWLOCATION, 0L);
   set(handle, CURLOPT_HTTP_CONTENT_DECODING, 0L);
-  set(handle, CURLOPT_PROXY, "");  // none, whatever the environment names
+  set(handle, CURLOPT_PROXY, "");  // none, whatever the environment says
   set(handle, CURLOPT_NOSIGNAL, 1L);
 
   set(handle, CURLOPT_SSLVERSION, long{CURL_SSLVERSION_TLSv1_2});
@@ -277,7 +277,7 @@ void Transport::Connection::configure(const Target& target, const std::string& a
   set(handle, CURLOPT_CAINFO, static_cast<char*>(nullptr));
   set(handle, CURLOPT_CAPATH, static_cast<char*>(nullptr));
   set(handle, CURLOPT_SSL_CTX_FUNCTION, configureTls);
-  set(handle, CURLOPT_SSL_CTX_DATA, &goodBye);
+  set(handle, CURLOPT_SSL_CTX_DATA, &closeNotified);
 
   set(handle, CURLOPT_CONNECTTIMEOUT_MS, atLeastOne(limits.connect));
   set(handle, CURLOPT_TIMEOUT_MS, atLeastOne(limits.total));
@@ -327,7 +327,7 @@ std::optional<std::string> Transport::Connection::post(const Request& request, c
   const Headers sent = headers(request.hashKey.has_value());
   const std::string connect = connectTo(target.endpoint);
   const Headers connections(curl_slist_append(nullptr, connect.c_str()));
-  if (!connections) throw Failure("no memory");
+  if (!connections) throw Failure("out of memory");
   Exchange exchange{body, limits.answerBytes};
 
   configure(target, authorities, limits);
@@ -345,9 +345,9 @@ std::optional<std::string> Transport::Connection::post(const Request& request, c
   set(handle, CURLOPT_WRITEDATA, &exchange);
   set(handle, CURLOPT_HEADERFUNCTION, receiveHeader);
   set(handle, CURLOPT_HEADERDATA, &exchange);
-  goodBye = false;
+  closeNotified = false;
   perform(stop);
-  if (exchange.endsWithConnection && !exchange.answer.empty() && !goodBye)
+  if (exchange.endsWithConnection && !exchange.answer.empty() && !closeNotified)
     throw Failure("the answer was cut off");
 
   long status = 0;
@@ -356,7 +356,7 @@ std::optional<std::string> Transport::Connection::post(const Request& request, c
   curl_easy_getinfo(handle, CURLINFO_CONTENT_TYPE, &contentType);
   if (status < 200 || status > 299) throw Failure("the answer's status is " + std::to_string(status));
   if (!isProtected(contentType)) return std::move(exchange.answer);
-  if (!request.hashKey) throw Failure("no key for the answer");
+  if (!request.hashKey) throw Failure("the answer is encrypted, but no hash key is set");
   return jose::open(exchange.answer, *request.hashKey);
 }
 
@@ -365,10 +365,10 @@ Transport::~Transport() = default;
 
 std::optional<std::string> Transport::post(const Request& request, const std::stop_token& stop) {
   try {
-    // Made for the first request: an application that sends none does not start libcurl.
+    // Created by the first request: an application that sends none does not initialise libcurl.
     if (!connection_) connection_ = std::make_unique<Connection>(network_);
     std::optional<std::string> answer = connection_->post(request, stop);
-    if (!answer) network_.requestFailed("the answer is not protected with the key");
+    if (!answer) network_.requestFailed("the answer could not be decrypted with the hash key");
     return answer;
   } catch (const std::exception& failure) {
     if (!stop.stop_requested()) network_.requestFailed(failure.what());

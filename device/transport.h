@@ -1,8 +1,8 @@
-// Posts one request over HTTPS and says what came of it: libcurl, TLS 1.2 or newer, certificate and host name
-// always verified. Connections are kept and reused. Each request is put on the wire at most once, redirects
-// are not followed, no content encoding is offered or undone.
+// Posts requests over HTTPS with libcurl: TLS 1.2 or newer, certificate and host name always verified.
+// Connections are kept and reused. Each request is sent at most once, redirects are not followed, no content
+// encoding is offered or decoded.
 //
-// Threads: one at a time; a stop may be asked for from any.
+// Threads: one at a time; a stop may be requested from any.
 #pragma once
 
 #include <memory>
@@ -16,7 +16,7 @@ namespace quorvantis::device {
 
 struct Request {
   std::string url;   ///< https only
-  std::string body;  ///< as built; protected on the way when there is a key
+  std::string body;  ///< as built; encrypted when there is a key
   std::optional<std::string> hashKey;
 };
 
@@ -27,9 +27,9 @@ class Transport {
   Transport(const Transport&) = delete;
   Transport& operator=(const Transport&) = delete;
 
-  /// Blocks until the request is over. The answer's body, opened if it came protected; nothing for any
-  /// outcome but a 2xx answer that arrived whole within the limits. A stop that is asked for ends it
-  /// promptly, as failed.
+  /// Blocks until the request has ended. Returns the answer's body, decrypted if necessary; nothing for any
+  /// outcome but a 2xx answer that arrived complete within the limits. A requested stop ends it promptly, as
+  /// failed.
   std::optional<std::string> post(const Request& request, const std::stop_token& stop = {});
 
  private:

@@ -1,4 +1,4 @@
-// Base64 with the alphabet for addresses and without padding (RFC 4648, section 5). Any thread.
+// Base64 with the URL-safe alphabet and without padding (RFC 4648, section 5). Any thread.
 #pragma once
 
 #include <cstddef>
@@ -8,10 +8,10 @@
 
 namespace quorvantis::jose {
 
-/// How many bytes the text stands for; nothing when it is not the one way to write them.
+/// How many bytes the text encodes; nothing when it is not their canonical encoding.
 std::optional<std::size_t> decodedSize(std::string_view text);
 
-/// The bytes; nothing when the text is not the one way to write them.
+/// The bytes; nothing when the text is not their canonical encoding.
 std::optional<std::string> decodeBase64url(std::string_view text);
 
 }  // namespace quorvantis::jose

@@ -63,7 +63,7 @@ bool isText(const json_t* value, const char* expected) {
          std::string_view(json_string_value(value), json_string_length(value)) == expected;
 }
 
-/// cjose would take any header that it knows how to open.
+/// cjose would accept any algorithm that it supports.
 bool isOurHeader(std::string_view part) {
   if (part == kUsualHeader) return true;
   std::uint8_t* raw = nullptr;
@@ -77,7 +77,7 @@ bool isOurHeader(std::string_view part) {
          json_object_get(header.get(), "crit") == nullptr && json_object_get(header.get(), "zip") == nullptr;
 }
 
-/// cjose hands the parts on without looking at their sizes.
+/// cjose does not check the parts' sizes.
 bool isWellFormed(std::string_view sealed) {
   const auto parts = split(sealed);
   if (!parts) return false;
@@ -95,12 +95,12 @@ std::string seal(std::string_view body, std::string_view key) {
   const Header header(cjose_header_new(nullptr));
   if (!header || !cjose_header_set(header.get(), CJOSE_HDR_ALG, CJOSE_HDR_ALG_DIR, nullptr) ||
       !cjose_header_set(header.get(), CJOSE_HDR_ENC, CJOSE_HDR_ENC_A128CBC_HS256, nullptr)) {
-    throw std::runtime_error("the protection's header can't be made");
+    throw std::runtime_error("the encryption header can't be created");
   }
   if (body.empty()) body = "";  // never a null pointer
   const Jwe jwe(cjose_jwe_encrypt(content.get(), header.get(), bytes(body), body.size(), nullptr));
   const Text compact(jwe ? cjose_jwe_export(jwe.get(), nullptr) : nullptr);
-  if (!compact) throw std::runtime_error("the body can't be protected");
+  if (!compact) throw std::runtime_error("the body can't be encrypted");
   return compact.get();
 }
 

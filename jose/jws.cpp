@@ -24,7 +24,7 @@ using PKey = base::CHandle<EVP_PKEY, EVP_PKEY_free>;
 using Jwk = base::CHandle<cjose_jwk_t, cjose_jwk_release>;
 using Jws = base::CHandle<cjose_jws_t, cjose_jws_release>;
 
-/// In place of asking a person.
+/// Never asks for a password.
 int noPassword(char*, int, int, void*) {
   return -1;
 }
@@ -64,7 +64,7 @@ Jwk publicHalf(const EVP_PKEY* key) {
   return made;
 }
 
-/// cjose would go by what the header names.
+/// cjose would use whatever algorithm the header names.
 bool isES256(cjose_jws_t* token) {
   const char* algorithm = cjose_header_get(cjose_jws_get_protected(token), CJOSE_HDR_ALG, nullptr);
   return algorithm != nullptr && std::strcmp(algorithm, CJOSE_HDR_ALG_ES256) == 0;

@@ -1,5 +1,5 @@
-// Signatures of JSON Web Signature in compact form with ES256 (RFC 7515; RFC 7518, section 3.4). Any thread;
-// one key serves several at a time.
+// Verifies JSON Web Signatures in compact form with ES256 (RFC 7515; RFC 7518, section 3.4). Any thread;
+// several threads may use one key.
 #pragma once
 
 #include <memory>
@@ -11,12 +11,12 @@ namespace quorvantis::jose {
 /// A public key on P-256.
 class SigningKey {
  public:
-  /// From a PEM text that holds the key's private or its public half. Throws std::runtime_error, which says
-  /// what is wrong with it and nothing of what it holds.
+  /// From a private or public key in PEM. Throws std::runtime_error, whose message contains nothing of the
+  /// key.
   explicit SigningKey(const std::string& pem);
   ~SigningKey();
 
-  /// Whether the key has signed the token, whose header says "ES256".
+  /// Whether the token's header says "ES256" and its signature is this key's.
   [[nodiscard]] bool hasSigned(std::string_view token) const;
 
  private:

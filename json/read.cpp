@@ -13,7 +13,7 @@
 #include "base/real.h"
 #include "base/utf8.h"
 
-// A broken assumption of the parser surfaces in release builds too.
+// The parser's assertions also throw in release builds.
 #define RAPIDJSON_ASSERT(condition) \
   ((condition) ? static_cast<void>(0) : throw std::logic_error("JSON parser: " #condition))
 
@@ -37,7 +37,7 @@ bool isLowSurrogate(unsigned unit) {
   return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
-/// Whether decoded text holds a surrogate, which only an escape can have put there.
+/// Whether decoded text contains a surrogate, which only an escape can produce.
 bool holdsSurrogate(std::string_view text) {
   for (auto at = text.find('\xED'); at != std::string_view::npos; at = text.find('\xED', at + 1)) {
     if (static_cast<unsigned char>(text[at + 1]) >= 0xA0) return true;
@@ -74,7 +74,7 @@ Problem outOfRange(std::size_t offset) {
   return {offset, "the number is beyond a real's range", "Write a smaller number, or a string.", true};
 }
 
-/// Builds the value from the parser's events. The values that are open stand on a stack of their own.
+/// Builds the value from the parser's events. Open values are kept on an explicit stack.
 class Builder {
  public:
   Builder(std::string_view text, const rapidjson::MemoryStream& stream, ReadOptions options,
@@ -95,7 +95,7 @@ class Builder {
   bool EndObject(rapidjson::SizeType) { return end(); }
   bool EndArray(rapidjson::SizeType) { return end(); }
 
-  // With numbers as texts the parser needs these to compile, and never calls them.
+  // The parser needs these to compile; with numbers as strings it never calls them.
   bool Int(int) { return false; }
   bool Uint(unsigned) { return false; }
   bool Int64(std::int64_t) { return false; }
@@ -272,7 +272,7 @@ Problem explain(const rapidjson::ParseResult& result, std::string_view text, boo
 
 std::variant<Value, Problem> read(std::string_view text, ReadOptions options, Observer* observer) {
   if (text.size() > std::numeric_limits<rapidjson::SizeType>::max()) {
-    return Problem{0, "the text is larger than the reader takes", "Write a shorter text."};
+    return Problem{0, "the text is larger than the reader accepts", "Write a shorter text."};
   }
   if (text.empty()) return Problem{0, "there is no value", "Write a value."};
 

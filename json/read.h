@@ -26,12 +26,12 @@ struct Problem {
   bool isNumberOutOfRange = false;  ///< Well-formed, and more than a real or 64 bits can hold.
 };
 
-/// Told of what is read, in the order of the text, with its place in it: the offset in bytes of a key's
-/// opening quotation mark or of a value's first character. A key's value follows its key.
+/// Receives what is read, in the order of the text, with its position: the offset in bytes of a key's opening
+/// quotation mark or of a value's first character. A key's value follows its key.
 class Observer {
  public:
   virtual ~Observer() = default;
-  /// `repeated`: the object already held this key.
+  /// `repeated`: the object already has this key.
   virtual void key(std::string_view /*key*/, std::size_t /*offset*/, bool /*repeated*/) {}
   /// Anything but an object or an array.
   virtual void scalar(std::size_t /*offset*/, const Value& /*value*/) {}
@@ -39,11 +39,11 @@ class Observer {
   virtual void end() {}
 };
 
-/// The one value of the text (which must be UTF-8, without a byte order mark), or why there is none.
+/// The value of the text (which must be UTF-8, without a byte order mark), or what is wrong with it.
 std::variant<Value, Problem> read(std::string_view text, ReadOptions options = {},
                                   Observer* observer = nullptr);
 
-/// A place as editors show it, both from 1; the column in characters.
+/// A position as editors show it, both numbers from 1; the column in characters.
 struct Place {
   std::size_t line = 1;
   std::size_t column = 1;

@@ -1,5 +1,5 @@
-// A JSON or property-list value: what payloads, answers, settings and events are made of outside the
-// library's core. A plain regular type; distinct values may be used from distinct threads.
+// A JSON or property-list value, for payloads, answers, settings and events outside the library's core. A
+// plain regular type; distinct values may be used from distinct threads.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +13,7 @@ namespace quorvantis::json {
 
 class Value;
 
-/// Bytes; JSON has none, property lists do.
+/// Bytes, which property lists have and JSON does not.
 struct Data {
   std::string bytes;
 
@@ -62,7 +62,7 @@ class Value {
     return std::get_if<T>(&variant_);
   }
 
-  /// The dictionary's entry, or nullptr when there is none or this is no dictionary.
+  /// The dictionary's entry, or nullptr when there is none or this is not a dictionary.
   [[nodiscard]] const Value* find(std::string_view key) const {
     const auto* dictionary = get<Dictionary>();
     if (dictionary == nullptr) return nullptr;

@@ -7,9 +7,9 @@
 
 namespace quorvantis::json {
 
-/// Text is written as it is, with `"`, `\` and the characters below U+0020 escaped; a real in the shortest
-/// form that reads back as the same real; data, which JSON does not have, as a string of hexadecimal digits;
-/// NaN and the infinities, which it does not have either, as null.
+/// Strings are written as they are, with `"`, `\` and the characters below U+0020 escaped; reals in the
+/// shortest form that reads back as the same real; data, which JSON does not have, as strings of hexadecimal
+/// digits; NaN and the infinities, which it does not have either, as null.
 std::string write(const Value& value);
 
 /// The fewest digits that read back as the same real, "1" for 1.0; with an exponent below 1e-4 and from 1e16

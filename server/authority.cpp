@@ -25,7 +25,7 @@ constexpr auto kAuthorityAge = std::chrono::hours(24 * 30);
 constexpr auto kAuthorityLife = std::chrono::hours(24 * 365 * 10);
 
 void require(bool done, const char* what) {
-  if (!done) throw std::runtime_error(std::string("OpenSSL can't make ") + what);
+  if (!done) throw std::runtime_error(std::string("OpenSSL can't create ") + what);
 }
 
 openssl::Key newKey(int rsaBits) {
@@ -37,7 +37,7 @@ openssl::Key newKey(int rsaBits) {
 void setSerial(X509* certificate) {
   std::array<unsigned char, 16> random{};
   require(RAND_bytes(random.data(), static_cast<int>(random.size())) == 1, "a serial number");
-  random[0] = static_cast<unsigned char>((random[0] & 0x3F) | 0x40);  // positive, and always as long
+  random[0] = static_cast<unsigned char>((random[0] & 0x3F) | 0x40);  // positive, and of fixed length
   BIGNUM* number = BN_bin2bn(random.data(), static_cast<int>(random.size()), nullptr);
   const bool done =
       number != nullptr && BN_to_ASN1_INTEGER(number, X509_get_serialNumber(certificate)) != nullptr;
@@ -49,7 +49,7 @@ void setValidity(X509* certificate, std::chrono::seconds notBefore, std::chrono:
   std::time_t now = std::time(nullptr);
   require(X509_time_adj_ex(X509_getm_notBefore(certificate), 0, long{notBefore.count()}, &now) != nullptr &&
               X509_time_adj_ex(X509_getm_notAfter(certificate), 0, long{notAfter.count()}, &now) != nullptr,
-          "a time of validity");
+          "a validity period");
 }
 
 void setName(X509_NAME* name, const std::string& commonName) {
@@ -74,8 +74,8 @@ std::optional<std::string> addressBytes(const std::string& host) {
   return ::inet_pton(AF_INET6, host.c_str(), bytes.data()) == 1 ? std::optional(bytes) : std::nullopt;
 }
 
-/// Not by the textual form above, in which a comma would begin another name. A name that an authority is
-/// limited to has its mask behind an address.
+/// Not in the textual form above, in which a comma would begin another name. An address that an authority is
+/// limited to is followed by its mask.
 openssl::Name generalName(const std::string& host, bool withMask = false) {
   auto address = addressBytes(host);
   if (address && withMask) address->append(address->size(), '\xFF');
@@ -120,7 +120,7 @@ void limitTo(X509* certificate, const std::vector<std::string>& hosts) {
 template <class Write>
 std::string pem(Write write) {
   const openssl::Bio memory(BIO_new(BIO_s_mem()));
-  require(memory != nullptr && write(memory.get()) == 1, "a PEM text");
+  require(memory != nullptr && write(memory.get()) == 1, "PEM");
   char* text = nullptr;
   const long size = BIO_get_mem_data(memory.get(), &text);
   return {text, static_cast<std::size_t>(size)};

@@ -1,4 +1,4 @@
-// A certificate authority of the development server's own, made afresh in memory. Any thread.
+// The development server's certificate authority, created anew in memory. Any thread.
 #pragma once
 
 #include <chrono>
@@ -14,9 +14,9 @@ struct Identity {
   std::string privateKey;
 };
 
-/// How a certificate differs from a good one for its host.
+/// How a certificate differs from a valid one for its host.
 struct IssueOptions {
-  std::chrono::seconds notBefore = std::chrono::hours(-1);  ///< counted from now
+  std::chrono::seconds notBefore = std::chrono::hours(-1);  ///< relative to now
   std::chrono::seconds notAfter = std::chrono::hours(24 * 30);
   int rsaBits = 0;          ///< 0: an elliptic key on P-256
   bool selfSigned = false;  ///< by its own key, not the authority's
@@ -24,17 +24,17 @@ struct IssueOptions {
 
 class Authority {
  public:
-  /// Can sign for the names and addresses in `only` and, as certificates have it, for what is below such a
-  /// name; for any when it is empty.
+  /// Can sign for the names and addresses in `only`, and for subdomains of such names; for any when it is
+  /// empty.
   explicit Authority(const std::vector<std::string>& only = {});
   ~Authority();
   Authority(const Authority&) = delete;
   Authority& operator=(const Authority&) = delete;
 
-  /// The authority's own certificate, PEM: what a device is to trust.
+  /// The authority's own certificate, PEM, for devices to trust.
   [[nodiscard]] std::string certificate() const;
 
-  /// Whether the text is the certificate of such an authority and nothing else.
+  /// Whether the text is exactly one certificate of such an authority.
   [[nodiscard]] static bool isCertificate(const std::string& text);
 
   /// A server certificate for the host (a DNS name, or an IP address).

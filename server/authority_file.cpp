@@ -26,7 +26,7 @@ void writeAuthority(const std::string& path, const Authority& authority) {
   std::ofstream file(path, std::ios::binary | std::ios::trunc);
   file << authority.certificate() << std::flush;
   if (!file)
-    throw ServerError(path + ": the authority's certificate can't be written there; name another file");
+    throw ServerError(path + ": the authority's certificate can't be written to this file; name another one");
 }
 
 }  // namespace quorvantis::server

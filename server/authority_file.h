@@ -1,4 +1,4 @@
-// The file in which a program finds the certificate of an authority of ours. Any thread.
+// Writes an authority's certificate to a file, for other programs. Any thread.
 #pragma once
 
 #include <string>
@@ -7,8 +7,8 @@
 
 namespace quorvantis::server {
 
-/// Throws ServerError unless the file can be written over: a person's own authority must not be lost to a
-/// slip of the hand.
+/// Throws ServerError unless the file is missing or one of ours: a mistyped name must not destroy another
+/// file.
 void requireOurs(const std::string& path);
 
 /// Throws ServerError.

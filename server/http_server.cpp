@@ -13,7 +13,7 @@ namespace {
 using std::chrono::milliseconds;
 
 constexpr auto kIdle = milliseconds(120'000);  // between two requests
-constexpr std::size_t kMostPathBytes = 256;    // more than any path that is answered has
+constexpr std::size_t kMostPathBytes = 256;    // longer than any valid path
 constexpr std::size_t kMostHeadBytes = std::size_t{64} * 1024;
 
 bool hasBody(const httplib::Request& request) {
@@ -27,7 +27,7 @@ bool isBodyRead(const httplib::Request& request) {
 
 }  // namespace
 
-/// The bytes of one request after the other, up to the limits.
+/// Reads one request after the other, up to the limits.
 class HttpServer::Stream : public httplib::Stream {
  public:
   Stream(Connection& connection, std::size_t mostBodyBytes)
@@ -37,7 +37,7 @@ class HttpServer::Stream : public httplib::Stream {
     left_ = kMostHeadBytes;
     last_ = true;
   }
-  /// `last`: the body will not be read, so nothing can be made of what comes after the head.
+  /// `last`: the body will not be read, so the connection can't be used after this request.
   void beginBody(bool last) {
     left_ = mostBodyBytes_;
     last_ = last;
@@ -84,7 +84,7 @@ void HttpServer::serve(Connection& connection) {
   Stream stream(connection, mostBodyBytes_);
   while (connection.readable(kIdle) && serveRequest(stream)) {
   }
-  connection.goodBye();
+  connection.finish();
 }
 
 bool HttpServer::serveRequest(Stream& stream) {
@@ -92,15 +92,15 @@ bool HttpServer::serveRequest(Stream& stream) {
   bool closed = false;
   const bool answered = process_request(stream, false, closed, [&](httplib::Request& request) {
     stream.beginBody(hasBody(request) && !isBodyRead(request));
-    // The routes are regular expressions, which recurse for each character.
+    // Routes are regular expressions, which recurse for each character.
     request.path.resize(std::min(request.path.size(), kMostPathBytes));
-    // Answers go out whole.
+    // Answers are sent in one piece.
     request.ranges.clear();
     const bool isCompressed = mayCompress_ && mayCompress_(request) &&
                               request.get_header_value("Accept-Encoding").find("gzip") != std::string::npos;
     request.headers.erase("Accept-Encoding");
-    if (isCompressed) request.set_header("Accept-Encoding", "gzip");  // what else there is takes too long
-    // httplib would take a form apart before the route could refuse it.
+    if (isCompressed) request.set_header("Accept-Encoding", "gzip");  // other encodings take too long
+    // httplib would parse a form before the route could refuse it.
     if (request.is_multipart_form_data()) request.headers.erase("Content-Type");
   });
   return answered && !closed && !stream.isLast();

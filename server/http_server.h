@@ -1,6 +1,6 @@
-// HTTP on a Listener's connections, by cpp-httplib: only its reading of requests, its routes and its writing
-// of answers. Sockets, TLS, threads and patience are the Listener's; how much is read of a request is bounded
-// here.
+// HTTP on a Listener's connections, with cpp-httplib, of which only the parsing of requests, the routes and
+// the writing of answers are used. The Listener provides sockets, TLS, threads and timeouts; the size of
+// requests is limited here.
 //
 // Threads: the routes are set before the first connection; connections are served on several threads at a
 // time.
@@ -20,9 +20,9 @@ namespace quorvantis::server {
 
 class HttpServer : public httplib::Server {
  public:
-  /// Of a body no more is read than `mostBodyBytes`; the connection ends there. What the process does with
-  /// SIGPIPE, which httplib would change, stays as it is.
-  /// Answers go out as they are, but for those to the requests that `mayCompress` says yes of.
+  /// Reads at most `mostBodyBytes` of a body; then the connection ends. The process's handling of SIGPIPE,
+  /// which httplib would change, is restored. Only answers to requests that `mayCompress` accepts are
+  /// compressed.
   static std::unique_ptr<HttpServer> make(std::size_t mostBodyBytes,
                                           std::function<bool(const httplib::Request&)> mayCompress = nullptr);
 
@@ -53,7 +53,7 @@ struct RequestBody {
   bool tooLong = false;
 };
 
-/// Reads on beyond the limit, without keeping it, so that the client is there for the answer.
+/// Keeps reading beyond the limit, and discards it, so that the client gets to read the answer.
 RequestBody readBody(const httplib::Request& request, const httplib::ContentReader& reader,
                      std::size_t limit);
 

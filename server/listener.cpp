@@ -28,7 +28,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
-constexpr auto kGrace = milliseconds(200);  // for what is being sent when the listener stops
+constexpr auto kGrace = milliseconds(200);  // to finish sending when the listener stops
 constexpr auto kPauseWithoutResources = milliseconds(50);
 
 enum class Ready { yes, stopped, late };
@@ -60,7 +60,7 @@ openssl::Certificate readCertificate(const std::string& pem) {
   return openssl::Certificate(PEM_read_bio_X509(memory(pem).get(), nullptr, nullptr, nullptr));
 }
 
-/// A client that offers other protocols only would not understand what it got.
+/// A client that offers only other protocols would not understand the answer.
 int chooseProtocol(SSL*, const unsigned char** chosen, unsigned char* size, const unsigned char* offered,
                    unsigned offeredSize, void* wanted) {
   const std::string& name = *static_cast<const std::string*>(wanted);
@@ -74,20 +74,20 @@ int chooseProtocol(SSL*, const unsigned char** chosen, unsigned char* size, cons
   return SSL_TLSEXT_ERR_ALERT_FATAL;
 }
 
-/// Whom the client says to be is judged by the owner, not by the handshake.
+/// The owner judges the client's certificate, not the handshake.
 void askForCertificate(SSL_CTX* context, const std::string& authority) {
   const openssl::Certificate certificate = readCertificate(authority);
   if (!certificate || X509_STORE_add_cert(SSL_CTX_get_cert_store(context), certificate.get()) != 1 ||
       SSL_CTX_add_client_CA(context, certificate.get()) != 1) {
     throw ServerError("the authority for clients must be a certificate in PEM form");
   }
-  static constexpr std::string_view kSessions = "clients";  // none is taken up again elsewhere
+  static constexpr std::string_view kSessions = "clients";  // sessions are not resumed elsewhere
   SSL_CTX_set_session_id_context(context, reinterpret_cast<const unsigned char*>(kSessions.data()),
                                  kSessions.size());
   SSL_CTX_set_verify(context, SSL_VERIFY_PEER, [](int, X509_STORE_CTX*) { return 1; });
 }
 
-/// None for plain connections.
+/// Null for plain connections.
 openssl::Context makeContext(const ListenerOptions& options) {
   if (options.identity.certificate.empty()) return {};
   const openssl::Certificate certificate = readCertificate(options.identity.certificate);
@@ -113,8 +113,8 @@ openssl::Context makeContext(const ListenerOptions& options) {
   return context;
 }
 
-/// Threads made while this lives get no signals: those are the program's own, and one for a broken pipe is no
-/// reason to end it.
+/// Threads created while this exists get no signals: those are for the program's own threads, and a broken
+/// pipe must not end it.
 class SignalsBlocked {
  public:
   SignalsBlocked() {
@@ -132,7 +132,7 @@ class SignalsBlocked {
 
 }  // namespace
 
-/// What bytes go through: TLS over the socket, or the socket itself.
+/// The connection's transport: TLS over the socket, or the socket itself.
 struct Connection::Channel {
   openssl::Ssl ssl;  // null: plain
   int socket;
@@ -216,7 +216,7 @@ bool Connection::write(std::string_view bytes, milliseconds patience) {
   const auto wait = [&](short events) {
     Ready ready = waitFor(socket_, events, stop, deadline);
     if (ready == Ready::stopped) {
-      stop = -1;  // poll passes over it
+      stop = -1;  // poll ignores it
       deadline = std::min(deadline, after(kGrace));
       ready = waitFor(socket_, events, stop, deadline);
     }
@@ -232,7 +232,7 @@ bool Connection::write(std::string_view bytes, milliseconds patience) {
   return true;
 }
 
-void Connection::goodBye() {
+void Connection::finish() {
   if (channel_->failed || socket_ < 0) return;
   ERR_clear_error();
   if (channel_->ssl) {
@@ -285,7 +285,8 @@ struct Listener::State {
   }
 
   ~State() {
-    // A byte that nobody reads: an end that is closed says nothing while a helper process holds a copy of it.
+    // Writes a byte that nobody reads: closing the end would go unnoticed while a helper process has a copy
+    // of it.
     const char byte = 0;
     while (::write(stop.in.get(), &byte, sizeof byte) < 0 && errno == EINTR) {
     }
@@ -338,15 +339,15 @@ struct Listener::State {
       Connection connection(client, context.get(), stop.out.get());
       options.serve(connection);
     } catch (...) {
-      // The connection is lost, the server goes on.
+      // Only this connection is lost.
     }
   }
 
   const ListenerOptions options;
   const openssl::Context context;
   const Socket listening;
-  const Pipe stop;            // readable when all is to end
-  std::list<Worker> workers;  // of the accepting thread, while it lives
+  const Pipe stop;            // readable when everything must stop
+  std::list<Worker> workers;  // used only by the accepting thread, while it runs
   std::thread accepting;
 };
 

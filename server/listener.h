@@ -1,5 +1,4 @@
-// Accepts connections and gives each a thread of its own, to speak on with TLS or plainly. What is said is
-// the owner's affair.
+// Accepts connections, with TLS or plain, and serves each on its own thread. The protocol is up to the owner.
 //
 // Threads: a listener is made and destroyed by one thread; `serve` is called on the connections' threads,
 // several at a time. A connection belongs to the thread it was given to.
@@ -22,10 +21,10 @@ namespace quorvantis::server {
 /// For the next bytes of a handshake, a request or an answer.
 inline constexpr std::chrono::milliseconds kPatience{10'000};
 
-/// What a client has shown of itself.
+/// A client's certificate.
 struct PeerCertificate {
   bool isTrusted = false;  ///< the listener's client authority has signed it
-  std::string userId;      ///< the subject's UID; empty: it has none
+  std::string userId;      ///< the subject's UID; empty: none
 };
 
 class Connection {
@@ -33,7 +32,7 @@ class Connection {
   /// Owns the socket, which is non-blocking. `context` is an SSL_CTX, or nullptr for a plain connection;
   /// `stop` is a file descriptor that becomes readable when the listener stops.
   Connection(int socket, void* context, int stop);
-  /// Closes the connection, without a good-bye.
+  /// Closes the connection, without close_notify.
   ~Connection();
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
@@ -45,15 +44,15 @@ class Connection {
   /// How many bytes were read, at least one; 0 when the client has left in good order; -1 when the connection
   /// failed, nothing came or the listener stops.
   std::ptrdiff_t read(char* into, std::size_t size, std::chrono::milliseconds patience);
-  /// Whether all was sent. Goes on for a moment when the listener stops, so that an answer under way is
-  /// finished.
+  /// Returns whether everything was sent. Continues for a moment when the listener stops, to finish the
+  /// current answer.
   bool write(std::string_view bytes, std::chrono::milliseconds patience);
-  /// Says that nothing more comes, if the connection is still well.
-  void goodBye();
-  /// Resets the connection. Nothing can be done with it then.
+  /// Signals the end of the data, if the connection still works.
+  void finish();
+  /// Resets the connection, which can't be used afterwards.
   void cut();
 
-  /// After the handshake; nothing when the client showed none, or was not asked.
+  /// After the handshake; nothing when the client sent none, or was not asked.
   [[nodiscard]] std::optional<PeerCertificate> peer() const;
   [[nodiscard]] bool stopping() const;
   [[nodiscard]] int socket() const { return socket_; }
@@ -66,15 +65,15 @@ class Connection {
 };
 
 struct ListenerOptions {
-  std::string address = kLoopback;  ///< numeric, of IPv4 or IPv6
-  std::uint16_t port = 0;           ///< 0: any that is free
+  std::string address = kLoopback;  ///< numeric, IPv4 or IPv6
+  std::uint16_t port = 0;           ///< 0: any free one
   Identity identity = {};           ///< empty: plain connections
   int highestTlsVersion = 0;   ///< OpenSSL's number; 0: from 1.2 to the newest, otherwise this one at most
   bool takesWeakKeys = false;  ///< as the identity's
-  std::string protocol = {};   ///< by ALPN; clients that offer none are served all the same. Empty: not asked
-  std::string clientAuthority = {};  ///< PEM: clients are asked for a certificate, and need none
-  std::size_t mostConnections = 64;  ///< more are closed at once
-  /// Called for each connection, before its handshake; it is closed after the return.
+  std::string protocol = {};   ///< by ALPN; clients that offer none are served, too. Empty: not negotiated
+  std::string clientAuthority = {};  ///< PEM: clients are asked for a certificate, which is optional
+  std::size_t mostConnections = 64;  ///< further ones are closed at once
+  /// Called for each connection, before its handshake; it is closed when this returns.
   std::function<void(Connection&)> serve = {};
 };
 
@@ -82,7 +81,7 @@ class Listener {
  public:
   /// Listens when it returns. Throws ServerError.
   explicit Listener(ListenerOptions options);
-  /// Tells the connections to stop and waits until each has returned from `serve`.
+  /// Stops the connections and waits until each has returned from `serve`.
   ~Listener();
   Listener(const Listener&) = delete;
   Listener& operator=(const Listener&) = delete;

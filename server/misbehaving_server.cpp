@@ -27,7 +27,7 @@ struct RawRequest {
   std::string body;
 };
 
-/// What the head says, 0 without it.
+/// The header's value, 0 without it.
 std::size_t contentLength(std::string head) {
   constexpr std::string_view kName = "\r\ncontent-length:";
   head = base::lowerCase(std::move(head));
@@ -41,7 +41,7 @@ std::size_t contentLength(std::string head) {
   return length;
 }
 
-/// The next request on the connection; `buffered` holds what was read beyond the one before.
+/// The next request on the connection; `buffered` holds what was read beyond the previous one.
 std::optional<RawRequest> readRequest(Connection& connection, std::string& buffered) {
   constexpr std::string_view kEnd = "\r\n\r\n";
   std::optional<std::size_t> whole;
@@ -63,7 +63,7 @@ std::optional<RawRequest> readRequest(Connection& connection, std::string& buffe
   return request;
 }
 
-/// Of what comes, nothing is read as TLS.
+/// Reads and ignores everything on the socket, without TLS.
 void waitUntilClientLeaves(Connection& connection) {
   std::array<char, 1024> ignored;
   while (connection.readable(kForever) &&
@@ -86,14 +86,14 @@ bool repeat(Connection& connection, std::string_view bytes) {
   return false;
 }
 
-/// Whether the connection is kept.
+/// Returns whether the connection is kept.
 bool play(Connection& connection, const Misbehaviour& behaviour) {
   switch (behaviour.kind) {
     case Misbehaviour::Kind::answer:
       return connection.write(behaviour.bytes, kPatience);
     case Misbehaviour::Kind::close:
       connection.write(behaviour.bytes, kPatience);
-      connection.goodBye();
+      connection.finish();
       return false;
     case Misbehaviour::Kind::drop:
       connection.write(behaviour.bytes, kPatience);

@@ -31,7 +31,7 @@ ParsedRequest problem(std::string text) {
   return {std::nullopt, std::move(text)};
 }
 
-/// What a client sent, fit to be shown.
+/// What a client sent, safe to print.
 std::string shown(std::string_view text) {
   std::string cut(text.substr(0, kMostShown));
   for (char& character : cut) {

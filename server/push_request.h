@@ -15,7 +15,7 @@ inline constexpr const char* kChangeTask = "pushlibCambioToken";
 struct PushRequest {
   std::string task;  ///< tarea
   std::string token, oldToken, newToken;
-  std::string app, device, library, geo;  ///< the JSON texts
+  std::string app, device, library, geo;  ///< JSON texts
 };
 
 /// A field by its name in the body.
@@ -24,18 +24,18 @@ struct PushRequestField {
   std::string PushRequest::*value;
 };
 
-/// The fields that follow "tarea" in a task's body, in their order; none for an unknown task.
+/// The fields that follow "tarea" in a task's body, in order; none for an unknown task.
 std::span<const PushRequestField> fieldsOf(std::string_view task);
 
-/// The request in a body, or what is wrong with it.
+/// The parsed request, or what is wrong with the body.
 struct ParsedRequest {
   std::optional<PushRequest> request;
   std::string problem;
 };
 
-/// Looks for the fields in their order; a value ends where the next field's name first stands after it, so a
-/// value that holds that name itself (a text of the application with "&jsonDevice=" in it, say) is cut there
-/// and the rest goes to the next field.
+/// Looks for the fields in order; a value ends where the next field's name first follows it. So a value that
+/// contains that name itself (such as an application's string with "&jsonDevice=" in it) is cut there, and
+/// the rest goes to the next field.
 ParsedRequest parseRequest(const std::string& body);
 
 }  // namespace quorvantis::server

@@ -17,7 +17,7 @@ namespace quorvantis::server {
 namespace {
 
 constexpr std::size_t kKeyBytes = 32;
-constexpr std::size_t kMostReadBytes = std::size_t{4} * 1024 * 1024;  // of a body that is too long to be kept
+constexpr std::size_t kMostReadBytes = std::size_t{4} * 1024 * 1024;  // of a body that is too long to keep
 constexpr std::string_view kFormType = "application/x-www-form-urlencoded";
 
 std::string refusal(const std::string& reason) {
@@ -37,14 +37,14 @@ void send(const Answer& answer, httplib::Response& response) {
   response.set_content(answer.body, answer.mediaType);
 }
 
-/// For those who run the server; clients are not told.
+/// For the server's operator; clients do not get it.
 std::string reasonOf(const std::exception_ptr& failure) {
   try {
     std::rethrow_exception(failure);
   } catch (const std::exception& error) {
     return error.what();
   } catch (...) {
-    return "for no known reason";
+    return "unknown error";
   }
 }
 
@@ -68,7 +68,7 @@ struct PushServer::State {
 
   void setRoutes();
   void receive(const httplib::Request& request, httplib::Response& response, const RequestBody& body);
-  void tellRefused(const httplib::Request& request, int status, const std::string& reason) const;
+  void reportRefused(const httplib::Request& request, int status, const std::string& reason) const;
   /// The answer to a well-formed request.
   Answer decide(const ReceivedRequest& received, const PushRequest& request);
   Answer registered(const PushRequest& request);
@@ -77,7 +77,7 @@ struct PushServer::State {
   std::mutex mutex;  // one request at a time
   Registrations registrations;
   const std::unique_ptr<HttpServer> http;
-  std::unique_ptr<Listener> listener;  // goes first
+  std::unique_ptr<Listener> listener;  // destroyed first
 };
 
 void PushServer::State::setRoutes() {
@@ -99,13 +99,13 @@ void PushServer::State::setRoutes() {
   http->set_exception_handler([this](const httplib::Request& request, httplib::Response& response,
                                      const std::exception_ptr& failure) {
     const std::lock_guard lock(mutex);
-    tellRefused(request, 500, "the server failed: " + reasonOf(failure));
+    reportRefused(request, 500, "the server failed: " + reasonOf(failure));
     send({500, refusal("the server failed"), "application/json"}, response);
   });
 }
 
-void PushServer::State::tellRefused(const httplib::Request& request, int status,
-                                    const std::string& reason) const {
+void PushServer::State::reportRefused(const httplib::Request& request, int status,
+                                      const std::string& reason) const {
   if (options.onRefused) options.onRefused({request.method, request.path, reason, status});
 }
 
@@ -113,22 +113,22 @@ void PushServer::State::receive(const httplib::Request& request, httplib::Respon
                                 const RequestBody& body) {
   const std::lock_guard lock(mutex);
   const auto refuse = [&](int status, const std::string& reason) {
-    tellRefused(request, status, reason);
+    reportRefused(request, status, reason);
     send({status, refusal(reason), "application/json"}, response);
   };
   const std::string type = mediaTypeOf(request);
   const bool isProtected = type == jose::kMediaType;
   if (request.path != kEndpointPath) return refuse(404, "there is nothing at this path");
-  if (request.method != "POST") return refuse(405, "only POST is answered");
+  if (request.method != "POST") return refuse(405, "the method must be POST");
   if (!isProtected && type != kFormType) {
-    return refuse(415, "the body is neither application/jose nor application/x-www-form-urlencoded");
+    return refuse(415, "the body must be application/jose or application/x-www-form-urlencoded");
   }
   if (body.tooLong)
     return refuse(413, "the body is longer than " + std::to_string(options.mostBodyBytes / 1024) + " KiB");
   if (!body.whole) return refuse(400, "the body was cut off");
 
   const auto plain = isProtected ? jose::open(body.text, options.hashKey) : body.text;
-  if (!plain) return refuse(400, "the body's protection does not open with the hash key");
+  if (!plain) return refuse(400, "the body can't be decrypted with the hash key");
   if (!base::isUTF8(*plain)) return refuse(400, "the body is not UTF-8");
   const ParsedRequest parsed = parseRequest(*plain);
   if (!parsed.request) return refuse(400, parsed.problem);

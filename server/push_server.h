@@ -1,8 +1,8 @@
-// The push server for development: HTTPS on loopback, the protocol of docs/push-server.md, registrations in
+// The development push server: HTTPS on loopback, the protocol of docs/push-server.md, registrations in
 // SQLite.
 //
-// Threads: started, stopped and destroyed by one thread; the hooks and the responder are called on the
-// server's own threads, one request at a time. They must not destroy the server.
+// Threads: started, stopped and destroyed by one thread; the callbacks are called on the server's
+// threads, one request at a time. They must not destroy the server.
 #pragma once
 
 #include <cstddef>
@@ -21,11 +21,11 @@ namespace quorvantis::server {
 /// The path of the one endpoint.
 inline constexpr const char* kEndpointPath = "/apis/api_push_v3.php";
 
-/// A request as it came out of its protection.
+/// A request, decrypted.
 struct ReceivedRequest {
   std::string path;
   std::string body;
-  std::string mediaType;  ///< of the request as it came over the wire
+  std::string mediaType;  ///< of the request as received
 };
 
 struct Answer {
@@ -34,7 +34,7 @@ struct Answer {
   std::string mediaType = "application/json";
 };
 
-/// A request that was refused as malformed, or that could not be answered.
+/// A malformed request, or one that could not be answered.
 struct RefusedRequest {
   std::string method;
   std::string path;
@@ -44,20 +44,18 @@ struct RefusedRequest {
 
 struct PushServerOptions {
   std::uint16_t port = 0;                    ///< 0: any that is free
-  std::string dataFile = {};                 ///< empty: registrations live in memory
-  std::string hashKey = {};                  ///< opens protected requests; empty: none are opened
-  std::string host = "push.quorvantis.com";  ///< whom the certificate names, beside loopback
-  std::size_t mostBodyBytes =
-      std::size_t{64} * 1024;  ///< longer ones are refused, as they come over the wire
-  bool sealAnswers = false;    ///< protect the answers to protected requests with the same key
-  /// Sees each well-formed request, before it is answered.
+  std::string dataFile = {};                 ///< empty: registrations are kept in memory
+  std::string hashKey = {};                  ///< decrypts requests; empty: encrypted requests are refused
+  std::string host = "push.quorvantis.com";  ///< in the certificate, besides loopback
+  std::size_t mostBodyBytes = std::size_t{64} * 1024;  ///< the limit for a body as received
+  bool sealAnswers = false;  ///< encrypt the answers to encrypted requests with the same key
+  /// Called with each well-formed request, before it is answered.
   std::function<void(const ReceivedRequest&)> onRequest = {};
-  /// Sees each answer to a well-formed request before it leaves, and before it is protected.
+  /// Called with each answer to a well-formed request, before it is encrypted and sent.
   std::function<void(const Answer&)> onAnswer = {};
-  /// Sees each request that is refused, before its answer leaves. Those that are no HTTP are not seen.
+  /// Called with each refused request, before its answer is sent; not for requests that are not HTTP.
   std::function<void(const RefusedRequest&)> onRefused = {};
-  /// Answers in place of the registrations, where it gives an answer. Called once for each well-formed
-  /// request.
+  /// Called once for each well-formed request; an answer that it returns replaces the registrations' answer.
   std::function<std::optional<Answer>(const ReceivedRequest&)> responder = {};
 };
 
@@ -65,7 +63,7 @@ class PushServer {
  public:
   /// Listens when it returns. Throws ServerError.
   PushServer(const Authority& authority, PushServerOptions options);
-  /// Finishes the requests that were read, and stops.
+  /// Finishes the requests that have been read, and stops.
   ~PushServer();
   PushServer(const PushServer&) = delete;
   PushServer& operator=(const PushServer&) = delete;

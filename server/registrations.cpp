@@ -32,7 +32,7 @@ std::int64_t now() {
   return std::chrono::duration_cast<std::chrono::seconds>(since).count();
 }
 
-/// SQLite makes files that everybody may read.
+/// SQLite creates world-readable files.
 void makePrivate(const std::string& file) {
   const int made = ::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
   if (made >= 0) ::close(made);
@@ -60,7 +60,7 @@ class DatabaseFile {
   }
   ~DatabaseFile() {
     sqlite3_close(handle_);
-    if (lock_ >= 0) ::close(lock_);  // after SQLite: a closed descriptor of the file would drop its locks
+    if (lock_ >= 0) ::close(lock_);  // after SQLite: closing any descriptor of the file drops its locks
   }
   DatabaseFile(const DatabaseFile&) = delete;
   DatabaseFile& operator=(const DatabaseFile&) = delete;
@@ -79,12 +79,12 @@ class DatabaseFile {
   [[nodiscard]] sqlite3* handle() const { return handle_; }
 
  private:
-  /// Others may read the file while this server has it, and none may serve from it.
+  /// Other programs may read the file while this server uses it, but no other server may.
   void takeFile() {
     lock_ = ::open(file_.c_str(), O_RDONLY | O_CLOEXEC);
     if (lock_ >= 0 && ::flock(lock_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
       ::close(std::exchange(lock_, -1));
-      refuse("another server keeps its registrations there; end it or choose another file");
+      refuse("another server is using the file; stop it or choose another file");
     }
   }
 
@@ -95,7 +95,7 @@ class DatabaseFile {
 
 using Statement = base::SqliteStatement<DatabaseFile>;
 
-/// Undone unless it is committed.
+/// Rolled back unless it is committed.
 class Transaction {
  public:
   explicit Transaction(const DatabaseFile& database) : database_(database) {
@@ -122,7 +122,7 @@ std::int64_t numberOf(const DatabaseFile& database, const char* query) {
   return statement.number(0);
 }
 
-/// In a transaction: whether the file can be written shows at once.
+/// In a transaction, which fails at once if the file can't be written.
 void prepare(const DatabaseFile& database) {
   Transaction transaction(database);
   if (numberOf(database, "PRAGMA application_id") == kApplication) {
@@ -130,7 +130,7 @@ void prepare(const DatabaseFile& database) {
               "SELECT token, app, device, library, geo, registered_at, updated_at FROM registrations");
   } else {
     if (numberOf(database, "SELECT count(*) FROM sqlite_schema") != 0) {
-      database.refuse("the file is the database of another program; choose another");
+      database.refuse("the file is another program's database; choose another file");
     }
     database.run("PRAGMA application_id = " + std::to_string(kApplication));
     database.run(kSchema);

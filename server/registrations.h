@@ -1,4 +1,4 @@
-// Who is registered with the push server, in a SQLite database. Its calls throw ServerError when the database
+// The push server's registrations, in an SQLite database. All operations throw ServerError when the database
 // fails.
 //
 // Threads: one at a time.
@@ -13,16 +13,16 @@ namespace quorvantis::server {
 
 class Registrations {
  public:
-  /// Opens the file, or makes it, for this user alone; memory for an empty name. Throws ServerError, which
-  /// names the file, when it can't be written, or is no database of this server's.
+  /// Opens the file, or creates it, accessible only by this user; an empty name stands for memory. Throws
+  /// ServerError, which names the file, when it can't be written or is not a database of this server.
   explicit Registrations(const std::string& file);
   ~Registrations();
   Registrations(const Registrations&) = delete;
   Registrations& operator=(const Registrations&) = delete;
 
-  /// Enters the token with its texts, or renews them. When it was registered first is kept.
+  /// Adds or updates the token with its texts. An existing token keeps its registration time.
   void add(const PushRequest& request);
-  /// Puts the new token in the place of the old one. False, and nothing is changed, when the old one is
+  /// Replaces the old token with the new one. Returns false, and changes nothing, when the old one is
   /// unknown.
   bool change(const PushRequest& request);
 

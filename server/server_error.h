@@ -4,7 +4,7 @@
 
 namespace quorvantis::server {
 
-/// What keeps a server from starting, and how to mend it.
+/// What keeps a server from starting, and how to fix it.
 class ServerError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;

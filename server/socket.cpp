@@ -15,7 +15,7 @@
 namespace quorvantis::server {
 namespace {
 
-constexpr int kBacklog = SOMAXCONN;  // a client that finds it full tries again after a second
+constexpr int kBacklog = SOMAXCONN;  // a client that finds it full retries after a second
 
 [[noreturn]] void refuse(const std::string& address, std::uint16_t port, int error) {
   const std::string name = "port " + std::to_string(port);
@@ -23,7 +23,7 @@ constexpr int kBacklog = SOMAXCONN;  // a client that finds it full tries again 
     throw ServerError(name + " is in use by another program; choose another port");
   }
   if (error == EACCES) {
-    throw ServerError(name + " is open to the administrator only; choose a port from 1024 on");
+    throw ServerError(name + " can only be used by the administrator; choose a port from 1024 on");
   }
   if (error == EADDRNOTAVAIL) throw ServerError(address + " is not an address of this machine");
   throw ServerError(name + " of " + address + " can't be used: " + std::strerror(error));
@@ -61,7 +61,7 @@ Socket::~Socket() {
 
 Pipe openPipe() {
   const base::Ends ends = base::openPipe();
-  if (ends[0] < 0) throw ServerError(std::string("no pipe can be opened: ") + std::strerror(errno));
+  if (ends[0] < 0) throw ServerError(std::string("a pipe can't be opened: ") + std::strerror(errno));
   return {Socket(ends[0]), Socket(ends[1])};
 }
 
@@ -70,7 +70,7 @@ Socket bindTo(const std::string& text, std::uint16_t port) {
   Socket bound(base::openSocket(address.storage.ss_family));
   if (bound.get() < 0) refuse(text, port, errno);
   if (port != 0) {
-    // A port of which only closed connections are left is free; one with a listener is not.
+    // Allows a port whose connections are all closed, but not one with a listener.
     const int yes = 1;
     ::setsockopt(bound.get(), SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
   }

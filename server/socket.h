@@ -21,7 +21,7 @@ class Socket {
   int descriptor_;
 };
 
-/// What is written to `in` is read from `out`.
+/// Bytes written to `in` are read from `out`.
 struct Pipe {
   Socket out;
   Socket in;
@@ -30,13 +30,13 @@ struct Pipe {
 /// Throws ServerError.
 Pipe openPipe();
 
-/// What listens here is reached from this machine alone.
+/// Only this machine can reach a listener here.
 inline constexpr const char* kLoopback = "127.0.0.1";
 
-/// A TCP socket bound to one of this machine's addresses, which is numeric, at a free port for 0. Throws
-/// ServerError, which says what to do.
+/// A TCP socket bound to a numeric address of this machine, and to a free port for 0. Throws ServerError,
+/// which says what to do.
 Socket bindTo(const std::string& address, std::uint16_t port);
-/// The same, listening, and accepting without waiting.
+/// The same, listening and non-blocking.
 Socket listenAt(const std::string& address, std::uint16_t port);
 std::uint16_t boundPort(const Socket& socket);
 

@@ -102,7 +102,7 @@ class Documents(unittest.TestCase):
             second = subprocess.run([TOOL, "serve", "--port", "0", "--data", "registrations"], cwd=self.folder,
                                     capture_output=True, text=True, timeout=60)
             self.assertEqual(second.returncode, 1)
-            self.assertIn("another server keeps its registrations there", second.stderr)
+            self.assertIn("another server is using the file", second.stderr)
         finally:
             server.send_signal(signal.SIGHUP)
             self.assertEqual(server.wait(60), 0)

@@ -237,7 +237,7 @@ TEST_F(PushRequestDataTest, TellsTheObjectThatItHasAsked) {
   EXPECT_TRUE(listener->heard.empty());
 }
 
-// What it owned sends it messages while it is let go.
+// What it owned sends it messages while it is destroyed.
 TEST_F(PushRequestDataTest, IsWholeUntilItsFieldsAreGone) {
   class Parting : public Counted<Listener> {
    public:

@@ -111,7 +111,7 @@ TEST_F(PushServerTest, OpensProtectedRequestsAndSealsTheirAnswers) {
   }
 }
 
-TEST_F(PushServerTest, RefusesWhatIsNotWellFormed) {
+TEST_F(PushServerTest, RefusesMalformedRequests) {
   start();
   struct Case {
     std::string method, path, type, body;
@@ -132,8 +132,8 @@ TEST_F(PushServerTest, RefusesWhatIsNotWellFormed) {
       {"POST", end, "multipart/form-data; boundary=x", "--x\r\n\r\n--x--", 415, "application/jose"},
       {"POST", end, kForm, good + std::string(std::size_t{64} * 1024, ' '), 413, "64 KiB"},
       {"POST", end, kForm, std::string(2'000'000, 'x'), 413, "64 KiB"},
-      {"POST", end, kJose, good, 400, "protection"},
-      {"POST", end, kJose, jose::seal(good, std::string(32, 'k')), 400, "protection"},
+      {"POST", end, kJose, good, 400, "decrypted"},
+      {"POST", end, kJose, jose::seal(good, std::string(32, 'k')), 400, "decrypted"},
       {"POST", end, kForm, jose::seal(good, kKey), 400, "&tarea="},
       {"POST", end, kForm, "", 400, "&tarea="},
       {"POST", end, kForm, "&tarea=borrar\x01\"&token=a" + kTexts, 400, R"(unknown tarea \"borrar?\"\")"},

@@ -328,7 +328,7 @@ TEST_F(PushTest, TellsTheObjectThatItHasAsked) {
   EXPECT_TRUE(host.heard.empty());
 }
 
-// What it owned sends it messages while it is let go.
+// What it owned sends it messages while it is destroyed.
 TEST_F(PushTest, IsWholeUntilItsFieldsAreGone) {
   class Parting : public platform::NSObject {
    public:

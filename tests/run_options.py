@@ -200,7 +200,7 @@ class Server(Options):
         refused = subprocess.run([TOOL, "serve", "--port", "0", "--data", settings, "--authority", self.authority],
                                  capture_output=True, text=True, timeout=SECONDS)
         self.assertEqual((refused.returncode, refused.stderr.count("\n")), (1, 1))
-        self.assertIn(f"{settings} can't be used: the file is the database of another program", refused.stderr)
+        self.assertIn(f"{settings} can't be used: the file is another program's database", refused.stderr)
         self.assertEqual((settings.read_bytes(), self.authority.read_bytes()), (content, authority))
 
     def test_of_another_authority_receives_nothing(self):

@@ -117,12 +117,12 @@ void addEnds(std::vector<Fault>& faults) {
   add("closed after the request", Kind::close, "");
   add("closed in the head", Kind::close, head + "Content-");
   add("closed in the body", Kind::close, half);
-  add("a body without a length, and no good-bye", Kind::drop, head + "\r\n" + kGoodBody);
-  add("a blank before a length's colon, and no good-bye", Kind::drop,
+  add("a body without a length, and no close_notify", Kind::drop, head + "\r\n" + kGoodBody);
+  add("a blank before a length's colon, and no close_notify", Kind::drop,
       head + "Content-Length : 100\r\n\r\n" + kGoodBody);
-  add("a blank before a coding's colon, and no good-bye", Kind::drop,
+  add("a blank before a coding's colon, and no close_notify", Kind::drop,
       head + "Transfer-Encoding : chunked\r\n\r\n" + kGoodBody);
-  add("a length on a folded line, and no good-bye", Kind::drop,
+  add("a length on a folded line, and no close_notify", Kind::drop,
       head + "X: y\r\n Content-Length: 100\r\n\r\n" + kGoodBody);
   add("no answer", Kind::silence, "");
   add("silence in the head", Kind::silence, head + "Content-");
