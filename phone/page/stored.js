@@ -38,14 +38,16 @@ function settingsTable(settings) {
 }
 
 function serverFacts({ answers, waiting, last }) {
+  const sent = last ?? waiting.at(-1);
+  const answered = last && (last.answer ? answerInWords(last.answer) : abridged(ownAnswer(last.body)));
   return [
-    last
+    sent
       ? pairs([
-          ...fields(last.body).map(([name, value]) => [name, abridged(value)]),
-          ["answered", last.answer ? answerInWords(last.answer) : abridged(ownAnswer(last.body))],
+          ...fields(sent.body).map(([name, value]) => [name, abridged(value)]),
+          ...(last ? [["answered", answered]] : []),
         ])
       : none("No request has come yet."),
-    waiting.length > 0 ? none(`On their way: ${waiting.length}`) : null,
+    waiting.length > 0 ? none(`Sent, with no answer seen yet: ${waiting.length}`) : null,
     answers.length > 0
       ? [
           element("h3", {}, "It will answer next"),
