@@ -2,10 +2,10 @@
 
 @interface AppDelegate : UIResponder <UIApplicationDelegate, UNUserNotificationCenterDelegate, PushDelegate>
 
-/// Push takes the notification center's delegate when its registration has finished; this takes it back.
-- (void)takeTheCenterBack;
+/// Push makes itself the notification center's delegate when its registration has finished; this undoes it.
+- (void)becomeCenterDelegate;
 
-/// Has the token registered once more, for a registration that failed.
+/// Registers the token again, after a registration that failed.
 - (void)registerAgain;
 
 @end

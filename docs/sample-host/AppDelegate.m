@@ -6,13 +6,13 @@
 
 // [launch]
 - (BOOL)application:(UIApplication*)application didFinishLaunchingWithOptions:(NSDictionary*)launchOptions {
-  // A tap that launches the application goes to whoever is the center's delegate when this returns.
-  [self takeTheCenterBack];
+  // A tap that launches the application goes to the center's delegate at the time when this returns.
+  [self becomeCenterDelegate];
   Push* push = [Push shared];
   push.appHash = @"your application's hash";
   push.delegate = self;                               // not retained
   push.deactivateGPS = YES;                           // before the activation
-  [push activePushNotificationsInForegroundApp:YES];  // show and vibrate in front, too
+  [push activePushNotificationsInForegroundApp:YES];  // show and vibrate in the foreground, too
   [push activePushNotifications:YES];
   return YES;
 }
@@ -32,19 +32,19 @@
 // [token]
 - (void)application:(UIApplication*)application
     didRegisterForRemoteNotificationsWithDeviceToken:(NSData*)deviceToken {
-  [self takeTheCenterBack];
+  [self becomeCenterDelegate];
   [[Push shared] registerForRemoteNotificationsWithDeviceToken:deviceToken];
 }
 
 - (void)application:(UIApplication*)application
     didFailToRegisterForRemoteNotificationsWithError:(NSError*)error {
-  [self takeTheCenterBack];
+  [self becomeCenterDelegate];
   [[Push shared] application:application didFailToRegisterForRemoteNotificationsWithError:error];
 }
 // [/token]
 
 // [background]
-// Push never calls the handler it is given: the system's is the application's to call, once.
+// Push never calls the handler that it gets: the application must call the system's, once.
 - (void)application:(UIApplication*)application
     didReceiveRemoteNotification:(NSDictionary*)userInfo
           fetchCompletionHandler:(void (^)(UIBackgroundFetchResult))completionHandler {
@@ -57,7 +57,7 @@
 // [/background]
 
 // [center]
-- (void)takeTheCenterBack {
+- (void)becomeCenterDelegate {
   [UNUserNotificationCenter currentNotificationCenter].delegate = self;
 }
 
@@ -86,7 +86,7 @@
 // [/center]
 
 // [link]
-// In an application with scenes the library's own alert is on no screen.
+// In an application with scenes the library's own alert is not visible.
 - (void)onReceiveNotification:(NSDictionary*)notification {
   id link = [notification objectForKey:@"urlnoti"];
   BOOL opensLink = [[notification objectForKey:@"type"] isEqual:@"pushlib-abrirurl"] &&
@@ -103,7 +103,7 @@
 
 // [again]
 - (void)onRegisterToken:(id)token {
-  // On the transport's thread. Keep the time: a registration that was never confirmed is to be repeated.
+  // On the transport's thread. Remember the confirmation: an unconfirmed registration must be repeated.
   [[NSUserDefaults standardUserDefaults] setObject:@"yes" forKey:@"tokenIsRegistered"];
 }
 

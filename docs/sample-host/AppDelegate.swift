@@ -1,4 +1,4 @@
-// The twin of AppDelegate.m. It has never been compiled: there is no Swift compiler where this library is built.
+// The Swift version of AppDelegate.m. It has never been compiled: we build this library without a Swift compiler.
 import QuorvantisPush
 import UIKit
 
@@ -9,7 +9,7 @@ final class AppDelegate: UIResponder, UIApplicationDelegate {
     _ application: UIApplication,
     didFinishLaunchingWithOptions options: [UIApplication.LaunchOptionsKey: Any]?
   ) -> Bool {
-    takeTheCenterBack()  // a tap that launches the application goes to whoever has it when this returns
+    becomeCenterDelegate()  // a tap that launches the application goes to the delegate at the time when this returns
     let push = Push.shared()
     push.appHash = "your application's hash"
     push.delegate = self  // not retained
@@ -35,14 +35,14 @@ final class AppDelegate: UIResponder, UIApplicationDelegate {
   func application(
     _ application: UIApplication, didRegisterForRemoteNotificationsWithDeviceToken deviceToken: Data
   ) {
-    takeTheCenterBack()
+    becomeCenterDelegate()
     Push.shared().registerForRemoteNotifications(deviceToken: deviceToken)
   }
 
   func application(
     _ application: UIApplication, didFailToRegisterForRemoteNotificationsWithError error: Error
   ) {
-    takeTheCenterBack()
+    becomeCenterDelegate()
     Push.shared().application(application, didFailToRegisterForRemoteNotificationsWithError: error)
   }
   // [/token]
@@ -68,7 +68,7 @@ final class AppDelegate: UIResponder, UIApplicationDelegate {
 
 // [center]
 extension AppDelegate: UNUserNotificationCenterDelegate {
-  func takeTheCenterBack() {
+  func becomeCenterDelegate() {
     UNUserNotificationCenter.current().delegate = self
   }
 
@@ -97,8 +97,8 @@ extension AppDelegate: UNUserNotificationCenterDelegate {
 // [/center]
 
 // [callbacks]
-// An application delegate belongs to the main actor; the callbacks do not: two of them come on the transport's thread.
-// What crosses to the main queue is turned into a value first.
+// An application delegate belongs to the main actor; the callbacks do not: two of them are called on the transport's
+// thread. Arguments are converted into values before they are passed to the main queue.
 extension AppDelegate: PushDelegate {
   nonisolated func onReceiveNotification(_ notification: [AnyHashable: Any]) {
     guard notification["type"] as? String == "pushlib-abrirurl",

@@ -17,9 +17,9 @@
 // [/window]
 
 // [active]
-// When the request for permission ends with an error, no token and no failure comes.
+// When the request for permission ends with an error, there is neither a token nor a failure.
 - (void)sceneDidBecomeActive:(UIScene*)scene {
-  [(AppDelegate*)[UIApplication sharedApplication].delegate takeTheCenterBack];
+  [(AppDelegate*)[UIApplication sharedApplication].delegate becomeCenterDelegate];
 }
 // [/active]
 

@@ -1,4 +1,4 @@
-// The twin of SceneDelegate.m. It has never been compiled: there is no Swift compiler where this library is built.
+// The Swift version of SceneDelegate.m. It has never been compiled: we build this library without a Swift compiler.
 import UIKit
 
 final class SceneDelegate: UIResponder, UIWindowSceneDelegate {
@@ -22,7 +22,7 @@ final class SceneDelegate: UIResponder, UIWindowSceneDelegate {
 
   // [active]
   func sceneDidBecomeActive(_ scene: UIScene) {
-    (UIApplication.shared.delegate as? AppDelegate)?.takeTheCenterBack()
+    (UIApplication.shared.delegate as? AppDelegate)?.becomeCenterDelegate()
   }
   // [/active]
 
