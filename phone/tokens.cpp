@@ -18,7 +18,6 @@ void Tokens::change(const std::optional<std::string>& token) {
     const auto now = std::chrono::system_clock::now().time_since_epoch();
     earlier_[*current_] = std::chrono::duration_cast<milliseconds>(now).count();
   }
-  if (token) earlier_.erase(*token);
   current_ = token;
 }
 

@@ -82,7 +82,8 @@ class Page:
     def shown(self):
         """What one sees of the phone and of what happened: the same for the same lines."""
         self.driver.execute_script("document.querySelector('.scroller').scrollTop = 1e9")
-        last = f"[aria-posinset=\"{self.one('.row').get_attribute('aria-setsize')}\"]"
+        rows = "return document.querySelector('.row')?.getAttribute('aria-setsize')"
+        last = f'[aria-posinset="{self.until("a row", lambda: self.driver.execute_script(rows))}"]'
         self.until("the last row", lambda: self.all(last))
         return {part: self.text(part) for part in ("#phone .screen", "#phone .alerts", "#phone .card", "#phone .clock",
                                                    "#stored", "#moment-text", ".row" + last)}

@@ -44,8 +44,10 @@ def only_those_with_the_key(phone):
         check(found == status and json.loads(body)["error"], f"{headers}: {found} {body}")
         if status != 415:
             check(phone.request("GET", "/api/lines", **headers)[0] == status, headers)
-    twice = f"GET /api/lines HTTP/1.1\r\nHost: 127.0.0.1:{phone.port}\r\nHost: evil\r\nAuthorization: Bearer {phone.key}\r\n\r\n"
-    check("421" in raw(phone, twice), "two hosts")
+    given = {"Host": f"127.0.0.1:{phone.port}", "Origin": f"http://127.0.0.1:{phone.port}", "Authorization": "Bearer " + phone.key}
+    lines = [f"{name}: {value}\r\n" for name, value in given.items()]
+    for status, second in (("421", "Host: evil"), ("403", "Origin: null"), ("401", "Authorization: Bearer x")):
+        check(status in raw(phone, f"GET /api/lines HTTP/1.1\r\n{''.join(lines)}{second}\r\n\r\n"), f"twice: {second}")
     check(phone.lines() == [], "nothing was played")
     for headers in ({"Host": f"LOCALHOST:{phone.port}"}, {"Origin": f"http://localhost:{phone.port}"},
                     {"Content_Type": "application/json; charset=utf-8"}):
@@ -98,14 +100,22 @@ def waits(phone):
     check(found == [(200, {"id": 2, "line": {"event": "badge", "number": 0}})], found)
     status, answer = phone.wait(event="badge", **{"from": 3}, seconds="0")
     check(status == 408 and answer["next"] == 3, answer)
+    waiting = threading.Thread(target=lambda: found.append(phone.wait(do="settle", seconds=str(2 * PATIENCE))))
+    waiting.start()
+    while waiting.is_alive():
+        phone.fresh()
+        phone.play({"do": "show"})
+        waiting.join(0.1)
+    check(found[1][0] == 409 and "fresh" in found[1][1]["error"], found)
+    check(phone.json("GET", "/api/lines?from=0") == phone.json("GET", "/api/lines?from=1"), "the first line is 1")
 
 
-def read_events(phone, **query):
+def read_events(phone, last="", **query):
     """A stream of server-sent events: (event, id, data) of each message."""
     wire = socket.create_connection(("127.0.0.1", phone.port), timeout=PATIENCE)
     asked = "&".join(f"{name}={value}" for name, value in query.items())
     wire.sendall(f"GET /api/lines?{asked} HTTP/1.1\r\nHost: localhost:{phone.port}\r\nAccept: {STREAM}\r\n"
-                 f"Authorization: Bearer {phone.key}\r\n\r\n".encode())
+                 f"Last-Event-ID: {last}\r\nAuthorization: Bearer {phone.key}\r\n\r\n".encode())
     reader = wire.makefile("rb")
     status = int(reader.readline().split()[1])
     while reader.readline().strip():
@@ -131,6 +141,9 @@ def streams(phone):
     check((event, data["next"]) == ("fresh", 1), data)
     phone.play({"do": "show"})
     check([next(messages)[1:] for _ in range(2)] == [("1", {"do": "show"}), ("2", {"event": "settings", "values": {}})], "")
+    for goes_on in (read_events(phone, **{"from": 2}), read_events(phone, "1", **{"from": 1})):
+        check([next(goes_on[2])[1] for _ in range(2)] == [None, "2"], "a reader that comes back goes on")
+        goes_on[0].close()
     phone.fresh()
     event, _, fresh = next(messages)
     check(event == "fresh" and fresh["phone"] != data["phone"], "another phone")
@@ -204,6 +217,7 @@ def begin_and_end():
         kept[0].chmod(0o644)
         with Phone(TOOL, "--port", port) as phone:
             check(phone.key != keys[0], "a key that others can read is none")
+            check(kept[0].read_text() == phone.key and kept[0].stat().st_mode & 0o77 == 0, "another takes its place")
         with Phone(TOOL) as one, Phone(TOOL) as other:
             check(one.key != other.key and one.json("GET", "/api/status")[1]["phone"] != other.json("GET", "/api/status")[1]["phone"],
                   "phones of their own")
