@@ -71,7 +71,7 @@ def last(phone):
 
 def waits_for_permission(phone, backend, token):
     """While the permission prompt is on the screen a notification waits."""
-    phone.play({"do": "device", "token": "cd" * 32})
+    phone.play({"do": "device", "token": "cd" * 32}, {"do": "device", "token": "ef" * 32})
     phone.fresh()
     check(backend.send("cd" * 32, ALERT) == (400, "BadDeviceToken"), "it was another phone's")
     check("prompt" in screens(phone.play(*REGISTER[:3])), "permission is asked for")
