@@ -22,6 +22,7 @@ using httplib::Response;
 
 constexpr double kUsualWait = 10;  // seconds
 constexpr double kLongestWait = 600;
+constexpr std::size_t kLargestLineNumber = std::size_t{1} << 53;  // what JSON readers keep exact
 
 void send(Response& response, const json::Value& value) {
   response.set_content(json::write(value), "application/json");
@@ -70,8 +71,7 @@ Number parameter(const Request& request, const char* name, Number usual, Number 
 }
 
 std::size_t fromOf(const Request& request) {
-  constexpr std::size_t kMost = std::size_t{1} << 53;
-  return std::max<std::size_t>(1, parameter<std::size_t>(request, "from", 1, kMost));
+  return std::max<std::size_t>(1, parameter<std::size_t>(request, "from", 1, kLargestLineNumber));
 }
 
 /// The body's object, which may have only these keys. An empty body stands for an empty object.
@@ -245,9 +245,8 @@ void Api::tellLines(const Request& request, Response& response) {
         R"({"lines":)" + numbered(from, lines) + R"(,"next":)" + std::to_string(from + lines.size()) + "}",
         "application/json");
   }
-  const std::string last = request.get_header_value("Last-Event-ID");
-  std::size_t read = 0;
-  if (std::from_chars(last.data(), last.data() + last.size(), read).ec == std::errc()) from = read + 1;
+  const auto last = numberFrom(request.get_header_value("Last-Event-ID"), from);
+  if (last && *last <= kLargestLineNumber) from = *last + 1;
   if (!streams_.open(from, response)) {
     refuse(response, 503, "64 pages are already connected; close one of them");
   }

@@ -141,7 +141,8 @@ def streams(phone):
     check((event, data["next"]) == ("fresh", 1), data)
     phone.play({"do": "show"})
     check([next(messages)[1:] for _ in range(2)] == [("1", {"do": "show"}), ("2", {"event": "settings", "values": {}})], "")
-    for goes_on in (read_events(phone, **{"from": 2}), read_events(phone, "1", **{"from": 1})):
+    for goes_on in (read_events(phone, **{"from": 2}), read_events(phone, "1", **{"from": 1}),
+                    read_events(phone, str(2**64 - 1), **{"from": 2})):
         check([next(goes_on[2])[1] for _ in range(2)] == [None, "2"], "a reader that comes back goes on")
         goes_on[0].close()
     phone.fresh()
