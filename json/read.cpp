@@ -149,7 +149,7 @@ bool Builder::Key(const char* bytes, rapidjson::SizeType length, bool) {
   const bool repeated = object.container.find(key) != nullptr;
   observer_.key(key, start, repeated);
   if (repeated && options_.refuseDuplicateKeys) {
-    return refuse({start, "the object already has this key", "Leave one of them."});
+    return refuse({start, "the object already has this key", "Keep only one of them."});
   }
   object.key = key;
   tokenEnd_ = stream_.Tell();
@@ -213,7 +213,7 @@ bool Builder::end() {
 }
 
 Problem moreText(std::size_t offset) {
-  return {offset, "there is more text after the value", "Take out what follows the value."};
+  return {offset, "there is more text after the value", "Remove what follows the value."};
 }
 
 Problem explain(const rapidjson::ParseResult& result, std::string_view text, bool refuseWideIntegers) {
@@ -229,8 +229,7 @@ Problem explain(const rapidjson::ParseResult& result, std::string_view text, boo
     case rapidjson::kParseErrorDocumentRootNotSingular:
       return moreText(offset);
     case rapidjson::kParseErrorObjectMissName:
-      return {offset, "a key in quotation marks is missing",
-              "Write a key here, or take out the comma before."};
+      return {offset, "a key in quotation marks is missing", "Write a key here, or remove the comma before."};
     case rapidjson::kParseErrorObjectMissColon:
       return {offset, "the colon after a key is missing", "Write a colon and a value after the key."};
     case rapidjson::kParseErrorObjectMissCommaOrCurlyBracket:
@@ -243,11 +242,11 @@ Problem explain(const rapidjson::ParseResult& result, std::string_view text, boo
       return halfOfAPair(offset);
     case rapidjson::kParseErrorStringEscapeInvalid:
       if (text[offset] == '\\') {
-        return {offset, "there is no such escape", "Write \\\\ for a backslash that stands for itself."};
+        return {offset, "there is no such escape", "Write \\\\ for a literal backslash."};
       }
       [[fallthrough]];
     case rapidjson::kParseErrorStringMissQuotationMark:
-      return {offset, "a control character stands unescaped in a string",
+      return {offset, "a control character in a string is not escaped",
               "Write an escape: \\n for a line feed, \\t for a tab."};
     case rapidjson::kParseErrorStringInvalidEncoding:
       return {offset, "the text is not UTF-8", "Save the text as UTF-8."};
@@ -263,7 +262,7 @@ Problem explain(const rapidjson::ParseResult& result, std::string_view text, boo
       return {offset, "the digits of the exponent are missing", "Write at least one digit here."};
     default:
       return {
-          offset, "this begins no value",
+          offset, "this is not a value",
           "Write a value: a string in quotation marks, a number, true, false, null, an object or an array."};
   }
 }

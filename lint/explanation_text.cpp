@@ -85,7 +85,7 @@ void printOpened(const Outcome::Opened& opened, Printer& printer) {
   } else if (opened.url.isNull()) {
     printer.paragraph(kEffectIndent, asks + " nil, since the text is not an address: nothing opens.");
   } else {
-    printer.paragraph(kEffectIndent, asks + ' ' + shown(opened.url) + ", which it can't.");
+    printer.paragraph(kEffectIndent, asks + ' ' + shown(opened.url) + ", which it can't open.");
   }
 }
 
@@ -202,9 +202,10 @@ void print(const std::vector<Explained>& explanation, Printer& printer) {
     hasSwitch = hasSwitch || dependsOnSwitch(explained.situations);
   }
   if (!hasSwitch) return;
-  printer.paragraph(kSituationIndent,
-                    "\"switch\" is what the host gave activePushNotificationsInForegroundApp:, off at first.",
-                    console::Style::dim);
+  printer.paragraph(
+      kSituationIndent,
+      "\"switch\" is the value of activePushNotificationsInForegroundApp:, which is off by default.",
+      console::Style::dim);
   printer.line();
 }
 

@@ -27,7 +27,7 @@ void reportUnreadable(const json::Problem& problem, Reporter& reporter) {
          "Apple's service or the phone refuses it: the application gets nothing.", remedy, std::move(edits)});
   };
   if (text.starts_with(kByteOrderMark)) {
-    return report(0, "a byte order mark stands before the value",
+    return report(0, "there is a byte order mark before the value",
                   "Save the text as UTF-8 without a byte order mark.", {{{0, kByteOrderMark.size()}, ""}});
   }
   const bool isUTF16 = text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF") ||
@@ -36,7 +36,7 @@ void reportUnreadable(const json::Problem& problem, Reporter& reporter) {
   if (!problem.isNumberOutOfRange) return report(problem.offset, problem.reason, problem.remedy, {});
   reporter.reportAt(
       rules::numberOutOfRange, "", problem.offset,
-      {problem.reason, "Readers of JSON differ on it; the application may get nothing.", problem.remedy});
+      {problem.reason, "JSON parsers disagree about it; the application may get nothing.", problem.remedy});
 }
 
 void judgeSize(Reporter& reporter) {
@@ -46,19 +46,19 @@ void judgeSize(Reporter& reporter) {
   reporter.report(
       rules::tooLarge, "",
       {console::grouped(document.size()) + " bytes, " + console::grouped(excess) + " more than the " +
-           console::grouped(kLargestPayload) + " that Apple's service carries",
+           console::grouped(kLargestPayload) + " that Apple's service accepts",
        "Apple's service refuses it: it reaches no phone.",
-       "Take out " + console::counted(excess, "byte") +
-           (document.isForSimulator() ? ". " : ". Blanks count. ") + "What is long belongs behind a link."});
+       "Remove " + console::counted(excess, "byte") +
+           (document.isForSimulator() ? ". " : ". Blanks count. ") + "Link to long content instead."});
 }
 
 void judgeRepeated(Reporter& reporter) {
   const PayloadDocument& document = reporter.document();
   for (const PayloadDocument::Repeated& repeated : document.repeated()) {
     reporter.reportAt(rules::duplicateKey, repeated.pointer, repeated.offset,
-                      {json::write(repeated.key) + " stands more than once in this object",
-                       "One value is lost. Which one depends on who reads it; here the last one counts.",
-                       "Leave one of them."});
+                      {json::write(repeated.key) + " is in this object more than once",
+                       "One value is lost. Which one depends on the parser; here the last one counts.",
+                       "Keep only one of them."});
   }
   reporter.leaveOut(rules::duplicateKey, document.repeatedCount() - document.repeated().size());
 }
@@ -68,11 +68,11 @@ void reportNoAps(const Dictionary& payload, Reporter& reporter) {
   if (const std::string& nested = document.nestedAps(); !nested.empty()) {
     const std::string around = nested.substr(0, nested.rfind('/'));
     return reporter.report(rules::apsInEnvelope, nested,
-                           {"\"aps\" stands inside another object, at " + around,
-                            "In this form a service that sends notifications on may take it. Sent to Apple "
-                            "as it is, the library "
-                            "finds no \"aps\" and does not handle it.",
-                            "Send the object at " + around + " alone, or check that one alone."});
+                           {"\"aps\" is inside another object, at " + around,
+                            "A service that forwards notifications may accept this form. Sent to Apple as it "
+                            "is, the library finds no "
+                            "\"aps\" and does not handle it.",
+                            "Send, or check, only the object at " + around + "."});
   }
   const std::array<std::string_view, 1> kAps{payload::aps.text()};
   const auto misspelt = std::find_if(payload.begin(), payload.end(), [&](const auto& entry) {
@@ -81,9 +81,9 @@ void reportNoAps(const Dictionary& payload, Reporter& reporter) {
   const bool isMisspelt = misspelt != payload.end();
   const std::string pointer = isMisspelt ? pointerPart(misspelt->first) : "";
   Reporter::Wording wording{R"(there is no "aps")",
-                            "In the foreground the library does not handle it. In the background it is not "
-                            "woken for it.",
-                            R"(Put everything for the library into one object under "aps".)"};
+                            "In the foreground the library does not handle it. In the background the "
+                            "application is not woken for it.",
+                            R"(Put everything for the library into an object under "aps".)"};
   if (isMisspelt) {
     wording.remedy = "Write \"aps\" in place of " + json::write(misspelt->first) + ".";
     wording.edits = {document.replaceKey(pointer, payload::aps.text())};

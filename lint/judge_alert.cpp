@@ -21,19 +21,20 @@ void judgeAlert(const Dictionary& alert, bool isLink, Reporter& reporter) {
   if (!hasText(payload::title.text()) && !hasText(payload::body.text()) && !isShown) {
     reporter.report(rules::alertWithoutText, pointer,
                     {R"("alert" has neither "title" nor "body")",
-                     isLink ? "The library's alert in the application has no text, only its OK button."
+                     isLink ? "The library's alert in the application has no text, only an OK button."
                             : "There is nothing for the system to show.",
                      R"(Give it a "title", a "body", or both.)"});
   }
   for (const std::string_view key : {payload::title.text(), payload::body.text()}) {
     const auto entry = alert.find(key);
     if (entry == alert.end() || entry->second.get<std::string>() != nullptr) continue;
-    reporter.report(rules::alertTextIsNoText, pointer + pointerPart(key),
-                    {json::write(key) + ' ' + mustBe(entry->second, "a string"),
-                     isLink ? "The library hands it to the alert as it is; what a phone does with it is not "
-                              "defined, and it may end the application."
-                            : "The system can't show it.",
-                     "Make it a string."});
+    reporter.report(
+        rules::alertTextIsNoText, pointer + pointerPart(key),
+        {json::write(key) + ' ' + mustBe(entry->second, "a string"),
+         isLink ? "The library passes it to the alert unchanged; what a phone does with it is not "
+                  "defined, and it may end the application."
+                : "The system can't show it.",
+         "Make it a string."});
   }
 }
 

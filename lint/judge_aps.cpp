@@ -19,18 +19,19 @@ void judgeFlagBesideAlert(const Dictionary& aps, Reporter& reporter) {
     return reporter.report(
         rules::handledBySecondCall, pointer,
         {R"("content-available": 1 in a notification with an alert)",
-         std::string("In the foreground, too, the library handles it by the system's second call alone: in a "
-                     "host that does not pass ") +
-             kSecondCall + " to the library nothing is set, shown, stored or reported.",
-         "See that every version of the application passes that call on, or take it out."});
+         std::string(
+             "Even in the foreground, the library only handles it in the system's second call: if the host "
+             "does not forward ") +
+             kSecondCall + " to the library, nothing is set, shown, stored or reported.",
+         "Make sure that every version of the application forwards that call, or remove the key."});
   }
   reporter.report(
       rules::notHandledInForeground, pointer,
       {"\"content-available\" is " + console::shortened(json::write(flag->second)) +
            " in a notification with an alert",
        "Whatever its value, the library does not handle the notification when it arrives in the "
-       "foreground: no badge, no alert, no report. With any value but 1 nothing else hands it on.",
-       "Take it out.",
+       "foreground: no badge, no alert, no report. With any value but 1 there is no second call either.",
+       "Remove it.",
        {reporter.document().remove(pointer)}});
 }
 
@@ -65,14 +66,14 @@ void reportWakesNobody(const Dictionary& aps, Reporter& reporter) {
   const std::string_view key = payload::contentAvailable.text();
   const bool isThere = aps.contains(key);
   const PayloadDocument& document = reporter.document();
-  reporter.report(
-      rules::wakesNobody, isThere ? inAps(key) : "/aps",
-      {R"(neither "alert" nor "content-available": 1)",
-       "In the background the system does what it does by itself (badge, sound) and does not wake the "
-       "application, so the library does not hear of it.",
-       R"(Write "content-available": 1, if the application is to hear of it.)",
-       {isThere ? document.replaceValue(inAps(key), 1)
-                : document.insert("/aps", R"("content-available": 1)")}});
+  reporter.report(rules::wakesNobody, isThere ? inAps(key) : "/aps",
+                  {R"(neither "alert" nor "content-available": 1)",
+                   "In the background the system only sets the badge and plays the sound, and does not wake "
+                   "the application, "
+                   "so the library is not called.",
+                   R"(Add "content-available": 1 if the application should be woken.)",
+                   {isThere ? document.replaceValue(inAps(key), 1)
+                            : document.insert("/aps", R"("content-available": 1)")}});
 }
 
 void judgeSilentPath(const Dictionary& aps, Reporter& reporter) {
@@ -82,22 +83,21 @@ void judgeSilentPath(const Dictionary& aps, Reporter& reporter) {
         rules::customTypeClash, inAps(payload::customType.text()),
         {R"("type" and "customType" in one silent notification)",
          R"(Both are reported under "customType", so one of them is lost; which one is not defined.)",
-         "Give one of them another name."});
+         "Rename one of them."});
   }
   const auto unused = [&](const Rule& rule, const auto& key, const std::string& consequence) {
     if (!aps.contains(key.text())) return;
     reporter.report(rule, inAps(key.text()),
                     {json::write(key.text()) + " in a silent notification", consequence,
-                     R"(Add an "alert" for the library to act on it, if that is what is meant.)"});
+                     R"(Add an "alert" if the library should act on it.)"});
   };
   if (!clashes) {
     unused(rules::unusedOnSilent, payload::type,
-           R"(The library does not act on it; the host finds it in the report as "customType".)");
+           R"(The library does not act on it; it is in the report as "customType".)");
   }
-  unused(rules::unusedOnSilent, payload::urlnoti,
-         "The library opens nothing; the host finds it in the report.");
+  unused(rules::unusedOnSilent, payload::urlnoti, "The library opens nothing; it is only in the report.");
   unused(rules::badgeBySystem, payload::badge,
-         "Only the system sets it, in the background; the host finds it in the report.");
+         "Only the system sets it, in the background; the library only reports it.");
   if (!wakes(aps)) reportWakesNobody(aps, reporter);
 }
 

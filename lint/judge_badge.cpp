@@ -14,9 +14,9 @@ void reportBadgeConverted(const Value& badge, std::int64_t taken, bool isInRange
   const std::string pointer = inAps(payload::badge.text());
   Reporter::Wording wording{
       isInRange ? "\"badge\" " + mustBe(badge, "a whole number") : "\"badge\" is a number beyond 64 bits",
-      "It is taken for " + std::to_string(taken) + ".", "Write the number that is meant."};
+      "It is converted to " + std::to_string(taken) + ".", "Write a whole number."};
   if (isInRange) {
-    wording.remedy = "Write " + std::to_string(taken) + ", if that is what is meant.";
+    wording.remedy = "Write " + std::to_string(taken) + ", if that is what you mean.";
     wording.edits = {reporter.document().replaceValue(pointer, taken)};
   }
   reporter.report(rules::badgeConverted, pointer, std::move(wording));
@@ -45,13 +45,13 @@ void judgeBadge(const Value& badge, Reporter& reporter) {
     return reporter.report(rules::badgeIsNoNumber, pointer,
                            {"\"badge\" " + mustBe(badge, "a number"),
                             reporter.raising("The library asks it for its whole number"),
-                            "Make it a whole number; 0 takes the badge off the icon."});
+                            "Make it a whole number; 0 removes the badge."});
   }
   if (taken >= 0) return;
   reporter.report(rules::badgeBelowZero, pointer,
                   {"\"badge\" is " + std::to_string(taken) + ", below 0",
-                   "It is handed to the system as it is; what the system shows then is not documented.",
-                   "Write 0 to take the badge off the icon, or the number that is meant."});
+                   "It is passed to the system unchanged; what the system then shows is not documented.",
+                   "Write 0 to remove the badge, or another number."});
 }
 
 }  // namespace quorvantis::lint

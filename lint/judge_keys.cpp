@@ -32,12 +32,12 @@ void judgeSystemValue(Place place, const std::string& key, const std::string& po
   if (problem.must.empty()) return;
   Reporter::Wording wording{
       json::write(key) + " is " + console::shortened(json::write(value)) + " and " + problem.must,
-      "The system passes over it.", "Make it that, or take it out."};
+      "The system ignores it.", "Correct it, or remove it."};
   if (!problem.meant.isNull()) {
-    wording.remedy = "Write " + json::write(problem.meant) + ", if that is what is meant.";
+    wording.remedy = "Write " + json::write(problem.meant) + ", if that is what you mean.";
     wording.edits = {reporter.document().replaceValue(pointer, problem.meant)};
   } else if (value.isNull()) {
-    wording.remedy = "Take it out.";
+    wording.remedy = "Remove it.";
     wording.edits = {reporter.document().remove(pointer)};
   }
   reporter.report(rules::systemValue, pointer, std::move(wording));
@@ -55,11 +55,11 @@ void reportMisspelt(std::string_view owner, const std::string& key, std::string_
                     const std::string& pointer, Reporter& reporter) {
   const bool isExtra = meant.starts_with("extra") && base::isDigit(meant.back());
   Reporter::Wording wording{
-      json::write(console::shortened(key)) + " is none of " + std::string(owner) + " keys",
-      "It is taken for a key of the application's own, and nobody acts on it.",
-      R"(The extras are called "extra1" to "extra5".)"};
+      json::write(console::shortened(key)) + " is not one of " + std::string(owner) + " keys",
+      "It is taken for one of the application's own keys, and has no effect.",
+      R"(The extras are named "extra1" to "extra5".)"};
   if (!isExtra) {
-    wording.remedy = "Write " + json::write(meant) + ", if that is what is meant.";
+    wording.remedy = "Write " + json::write(meant) + ", if that is what you mean.";
     wording.edits = {reporter.document().replaceKey(pointer, meant)};
   }
   reporter.report(rules::misspeltKey, pointer, std::move(wording));
@@ -69,8 +69,8 @@ void reportAlertTextOutside(const Dictionary& aps, const std::string& key, Repor
   const PayloadDocument& document = reporter.document();
   const Value& alert = aps.find(payload::alert.text())->second;
   const bool isThere = alert.find(key) != nullptr;
-  Reporter::Wording wording{json::write(key) + R"( stands beside "alert", not in it)", "Nobody sees it.",
-                            isThere ? R"(Take it out; "alert" has its own.)" : R"(Move it into "alert".)"};
+  Reporter::Wording wording{json::write(key) + R"( is next to "alert", not inside it)", "It is not shown.",
+                            isThere ? R"(Remove it; "alert" already has one.)" : R"(Move it into "alert".)"};
   if (isThere) {
     wording.edits = {document.remove(inAps(key))};
   } else if (alert.get<Dictionary>() != nullptr) {
@@ -131,13 +131,13 @@ void judgeMisplaced(std::string_view key, const Value& value, const std::string&
   const bool isThere = aps != nullptr && aps->contains(key);
   const bool isFlagOfAlert =
       key == payload::contentAvailable.text() && aps != nullptr && aps->contains(payload::alert.text());
-  Reporter::Wording wording{json::write(key) + " stands " + where, "The library does not see it there.",
+  Reporter::Wording wording{json::write(key) + " is " + where, "The library does not see it there.",
                             R"(Move it into "aps".)"};
   if (isThere) {
-    wording.remedy = R"(Take it out; "aps" has its own.)";
+    wording.remedy = R"(Remove it; "aps" already has one.)";
   } else if (isFlagOfAlert) {
     wording.remedy =
-        R"(Take it out; beside "alert" it keeps the library from handling it by the first call in the foreground.)";
+        R"(Remove it; next to "alert" it keeps the library from handling the first call in the foreground.)";
   }
   if (isThere || isFlagOfAlert) {
     wording.edits = {document.remove(pointer)};

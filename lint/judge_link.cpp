@@ -25,9 +25,9 @@ void judgeLink(const json::Value& value, Reporter& reporter) {
   if (text == nullptr) {
     return reporter.report(rules::linkIsNoText, pointer,
                            {"\"urlnoti\" " + mustBe(value, "a string"),
-                            "The library builds the address from it as from a string; what a phone does with "
+                            "The library uses it as a string to make an address; what a phone does with "
                             "it is not defined, and it may end the application.",
-                            "Make it a string with the whole address."});
+                            "Make it a string with an absolute address."});
   }
   const Link link = judgeLink(*text);
   const std::string quoted = json::write(console::shortened(*text));
@@ -35,29 +35,28 @@ void judgeLink(const json::Value& value, Reporter& reporter) {
     reporter.report(rule, pointer, encoded(link, pointer, std::move(wording), reporter));
   };
   if (!link.problem.empty()) {
-    report(rules::linkIsNoURL,
-           {quoted + " is no absolute address: " + link.problem,
-            "The alert in the application is shown all the same, and its OK and a tap ask the system to open "
-            "what it can't open.",
-            "Write the whole address, such as \"https://www.example.com/news\"."});
+    report(rules::linkIsNoURL, {quoted + " is not an absolute address: " + link.problem,
+                                "The alert in the application is still shown, but the system can't open the "
+                                "address on OK or on a tap.",
+                                "Write an absolute address, such as \"https://www.example.com/news\"."});
   } else if (link.hasHostBeyondASCII) {
     report(rules::linkHostNeedsEncoding,
-           {"the host of " + quoted + " holds characters beyond ASCII",
+           {"the host of " + quoted + " contains characters beyond ASCII",
             "Before iOS 17.0 nothing opens; later its characters may be percent-encoded, which names another "
             "host.",
-            "Write the host in its ASCII form (IDNA); it has none as it is written."});
+            "Write the host in its ASCII form (IDNA); this one has none."});
   } else if (link.hasCharactersToEncode) {
     report(rules::linkNeedsEncoding,
-           {quoted + " holds characters that an address can't hold",
+           {quoted + " contains characters that are not allowed in an address",
             std::string("Before iOS 17.0, and in an application linked against an older SDK, nothing opens; "
                         "otherwise the system encodes them") +
-                (link.hasEncoded ? ", and may encode the \"%\" that stands there already once more." : "."),
+                (link.hasEncoded ? ", and may encode an existing \"%\" a second time." : "."),
             "Percent-encode them."});
   } else if (link.hasStrayPercent) {
     report(rules::linkStrayPercent,
-           {quoted + " holds a \"%\" without two hexadecimal digits behind it",
-            "Readers of addresses differ on it: nothing may open, or another address.",
-            "Write \"%25\" for a \"%\" that stands for itself."});
+           {quoted + " contains a \"%\" that is not followed by two hexadecimal digits",
+            "URL parsers disagree about it: nothing may open, or another address.",
+            "Write \"%25\" for a literal \"%\"."});
   }
 }
 

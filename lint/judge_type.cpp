@@ -19,15 +19,14 @@ std::string pointerOfType() {
 
 void reportUnknown(const std::string& type, Reporter& reporter) {
   const auto meant = console::nearestTo(type, payload::types);
-  Reporter::Wording wording{
-      json::write(console::shortened(type)) + " is none of the library's types",
-      "The notification is shown, its badge set and the report made, with this type, and that is all: no "
-      "vibration, no link, nothing stored.",
-      "Known are " + console::listed(payload::types) +
-          R"(. To have the extras reported without a type, leave "type" out.)"};
+  Reporter::Wording wording{json::write(console::shortened(type)) + " is not one of the library's types",
+                            "The notification is shown, its badge set and the report sent with this type, "
+                            "but nothing else happens: no "
+                            "vibration, no link, nothing stored.",
+                            "The types are " + console::listed(payload::types) +
+                                R"(. To only have the extras reported, leave "type" out.)"};
   if (meant) {
-    wording.remedy =
-        "Write " + json::write(*meant) + ", if that is what is meant; every letter and blank counts.";
+    wording.remedy = "Write " + json::write(*meant) + ", if that is what you mean; it must match exactly.";
     wording.edits = {reporter.document().replaceValue(pointerOfType(), *meant)};
   }
   reporter.report(rules::unknownType, pointerOfType(), std::move(wording));
@@ -44,7 +43,7 @@ Reporter::Wording wordingOfForegroundOnly(const std::string& message, const std:
   return {
       message,
       who + " In the background the library is not called before a tap, and on a tap it only handles a link.",
-      R"(Add "content-available": 1, and have the host pass the system's background call to the library.)",
+      R"(Add "content-available": 1, and have the host forward the system's background call to the library.)",
       {reporter.document().insert("/aps", R"("content-available": 1)")}};
 }
 
@@ -61,13 +60,13 @@ void judgeStoredExtras(const Dictionary& aps, Reporter& reporter) {
     const std::string* null = reporter.document().firstNullIn(pointer + '/');
     reporter.report(rules::extraRejected, null != nullptr ? *null : pointer,
                     {"a null in a value to be stored", reporter.raising("The settings can't store null"),
-                     "Leave it out, or send an empty string."});
+                     "Remove it, or send an empty string."});
   }
   if (!isOneThere) {
     reporter.report(rules::extrasMissing, pointerOfType(),
-                    {R"(the type stores extras, and there are none in "aps")",
+                    {R"(the type stores extras, but there are none in "aps")",
                      "Nothing is stored; what an earlier notification stored stays.",
-                     R"(Add "extra1" to "extra5", as many as are needed.)"});
+                     R"(Add one or more of "extra1" to "extra5".)"});
   } else if (areStored && isForForegroundOnly(aps)) {
     reporter.report(
         rules::storedInForegroundOnly, pointerOfType(),
@@ -91,8 +90,8 @@ void judgeUnusedLink(const Dictionary& aps, Reporter& reporter) {
   if (!aps.contains(payload::urlnoti.text())) return;
   reporter.report(
       rules::unusedLink, inAps(payload::urlnoti.text()),
-      {"\"urlnoti\" in a notification that opens no link", "The link is lost without a word.",
-       "Give it the \"type\" " + json::write(payload::typeOpenURL.text()) + ", or take the link out."});
+      {"\"urlnoti\" in a notification that opens no link", "The link is ignored.",
+       "Give it the \"type\" " + json::write(payload::typeOpenURL.text()) + ", or remove the link."});
 }
 
 void judgeUnusedExtras(const Dictionary& aps, const std::string& type, Reporter& reporter) {
@@ -101,7 +100,7 @@ void judgeUnusedExtras(const Dictionary& aps, const std::string& type, Reporter&
     reporter.report(rules::unusedExtra, inAps(extra.text()),
                     {json::write(extra.text()) + " in a notification of the type " +
                          json::write(console::shortened(type)),
-                     "It is lost without a word: neither stored nor reported to the host.",
+                     "It is ignored: neither stored nor reported to the host.",
                      "Leave \"type\" out to have it reported, or use " +
                          json::write(payload::typeExtras.text()) + " to have it stored."});
   }
@@ -111,9 +110,9 @@ void judgeLinkOf(const Dictionary& aps, Reporter& reporter) {
   const auto link = aps.find(payload::urlnoti.text());
   if (link != aps.end()) return judgeLink(link->second, reporter);
   reporter.report(rules::linkMissing, pointerOfType(),
-                  {R"(the type opens a link, and there is no "urlnoti" in "aps")",
+                  {R"(the type opens a link, but there is no "urlnoti" in "aps")",
                    "Nothing is shown in the application, and nothing opens.",
-                   R"(Put the link's whole address under "urlnoti", beside "type".)"});
+                   R"(Add "urlnoti" with the link's absolute address next to "type".)"});
 }
 
 }  // namespace
@@ -128,7 +127,7 @@ void judgeType(const Dictionary& aps, Reporter& reporter) {
   if (text == nullptr) {
     return reporter.report(rules::typeIsNoText, pointerOfType(),
                            {"\"type\" " + mustBe(type->second, "a string"),
-                            "The library compares it with the types that it knows, which raises: the "
+                            "The library compares it with its types, which raises: the "
                             "application ends.",
                             "Make it one of the library's types, or leave it out."});
   }

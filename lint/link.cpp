@@ -86,7 +86,7 @@ std::string withStrayPercentsEncoded(std::string_view text) {
 std::string problemOf(std::string_view text) {
   if (text.empty()) return "it is empty";
   if (isBlankOrControl(text.front()) || isBlankOrControl(text.back())) {
-    return "a blank or a control character stands at its end or its beginning";
+    return "there is a blank or a control character at its beginning or end";
   }
   const std::size_t colon = text.find(':');
   const std::string_view scheme = text.substr(0, colon);
@@ -94,13 +94,13 @@ std::string problemOf(std::string_view text) {
   if (colon == std::string_view::npos || !isScheme(scheme) || isHostWithPort(scheme, rest)) {
     return "it does not begin with a scheme, such as https:";
   }
-  if (rest.empty()) return "nothing follows the scheme";
+  if (rest.empty()) return "there is nothing after the scheme";
   if (!isWeb(scheme)) return {};
   if (!rest.starts_with("//")) return "\"//\" and a host are missing";
   const std::string_view host = hostIn(rest.substr(2));
   if (host.empty()) return "its host is missing";
   const bool isBroken = std::any_of(host.begin(), host.end(), isBlankOrControl);
-  return isBroken ? "a blank or a control character stands in its host" : "";
+  return isBroken ? "there is a blank or a control character in its host" : "";
 }
 
 }  // namespace

@@ -32,7 +32,7 @@ void printFinding(const PayloadReport& report, const Finding& finding, Printer& 
                terminal.styled(console::Style::dim, "[" + std::string(finding.rule->code) + "]"));
   if (!finding.path.empty()) printer.labelled(4, "at", console::printable(finding.path));
   printer.paragraph(4, console::printable(finding.consequence));
-  printer.labelled(4, "Mend:", console::printable(finding.remedy));
+  printer.labelled(4, "Fix:", console::printable(finding.remedy));
 }
 
 std::string sumOf(std::size_t errors, std::size_t warnings, std::size_t notes) {
@@ -56,8 +56,7 @@ void print(const PayloadReport& report, const console::Terminal& terminal, std::
                (report.isForSimulator ? ", without \"" + std::string(kSimulatorKey) + '"' : ""));
   printer.line();
   if (report.isOnlyChecked()) {
-    printer.paragraph(kSituationIndent,
-                      "Too large to be delivered to the simulated phone: it was only checked.");
+    printer.paragraph(kSituationIndent, "Too large for the simulated phone: it was only checked.");
     printer.line();
   }
   const auto isRefusal = [](const Finding& finding) { return finding.rule == &rules::tooLarge; };
@@ -65,7 +64,7 @@ void print(const PayloadReport& report, const console::Terminal& terminal, std::
     if (!isRefusal(finding)) continue;
     printFinding(report, finding, printer);
     printer.line();
-    if (!report.explanation.empty()) printer.paragraph(kSituationIndent, "If it were carried:");
+    if (!report.explanation.empty()) printer.paragraph(kSituationIndent, "If it were delivered:");
   }
   print(report.explanation, printer);
   for (const Finding& finding : report.findings.shown) {

@@ -69,7 +69,7 @@ std::vector<std::string> payloadFiles(const std::vector<std::string>& arguments)
 console::Input readPayload(const std::string& file) {
   std::error_code ignored;
   if (file != "-" && fs::is_directory(file, ignored)) {
-    return {{}, "the folder holds no .json or .apns file that can be listed"};
+    return {{}, "the folder contains no .json or .apns file"};
   }
   return console::readInput(file, kLargestFile);
 }

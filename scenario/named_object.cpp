@@ -13,7 +13,7 @@ namespace {
 
 /// Says what could be written in place of a name that is none of these.
 std::string remedy(std::string_view name, const Names& known, const char* knownAre) {
-  if (const auto near = console::nearestTo(name, known)) return "; do you mean " + json::write(*near) + "?";
+  if (const auto near = console::nearestTo(name, known)) return "; did you mean " + json::write(*near) + "?";
   return knownAre + console::listed(known);
 }
 
@@ -43,7 +43,7 @@ const std::string& nameUnder(std::string_view key, const json::Dictionary& objec
 }
 
 StepError unknownName(const std::string& what, std::string_view name, const Names& known) {
-  return StepError("unknown " + what + " " + json::write(name) + remedy(name, known, "; there are "));
+  return StepError("unknown " + what + " " + json::write(name) + remedy(name, known, "; known are "));
 }
 
 void refuseOtherKeys(const json::Dictionary& object, const std::string& where, const Names& known) {
@@ -51,8 +51,8 @@ void refuseOtherKeys(const json::Dictionary& object, const std::string& where, c
   for (const auto& [key, value] : object) {
     if (std::find(known.begin(), known.end(), key) != known.end()) continue;
     throw StepError(where + " has no key " + json::write(key) +
-                    (others.empty() ? "; " + json::write(known.front()) + " is all that it has"
-                                    : remedy(key, others, "; it has ")));
+                    (others.empty() ? "; " + json::write(known.front()) + " is its only key"
+                                    : remedy(key, others, "; its keys are ")));
   }
 }
 

@@ -17,8 +17,8 @@ std::string readAuthority(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   std::string pem{std::istreambuf_iterator<char>(file), {}};
   if (pem.find("-----BEGIN CERTIFICATE-----") == std::string::npos) {
-    throw console::UsageError(
-        path + ": no PEM certificate is there; `quorvantis-push serve --authority FILE` writes one");
+    throw console::UsageError(path +
+                              ": not a PEM certificate; `quorvantis-push serve --authority FILE` writes one");
   }
   return pem;
 }
@@ -34,7 +34,7 @@ device::Endpoint endpointFrom(const std::string& hostAndPort) {
       (inet_pton(AF_INET, endpoint.address.c_str(), &v4) == 1 && ntohl(v4.s_addr) >> 24 == 127) ||
       endpoint.address == "::1";
   if (!isLoopback || error != std::errc() || end != port.data() + port.size() || endpoint.port == 0) {
-    throw console::UsageError("--server takes HOST:PORT of this machine, such as 127.0.0.1:8443, not \"" +
+    throw console::UsageError("--server must be a HOST:PORT on this machine, such as 127.0.0.1:8443, not \"" +
                               hostAndPort + '"');
   }
   return endpoint;

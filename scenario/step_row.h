@@ -19,7 +19,7 @@ namespace quorvantis::scenario {
 
 /// Why a step that tells the push server what to answer is refused where that is none of ours.
 inline constexpr const char* kServerIsElsewhere =
-    R"("server" can't tell a push server that runs elsewhere what to answer)";
+    R"("server" only works with the embedded push server, not with --server)";
 
 struct KeyFacts {
   std::string_view name;

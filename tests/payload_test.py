@@ -156,15 +156,15 @@ class Payloads(unittest.TestCase):
             found, = report([self.write("type.json", '{"aps":{"alert":{"body":"x"},"type":"%s"}}' % written)])
             self.assertIn('Write "pushlib-normal"', found["findings"][0]["remedy"], written)
 
-    def test_remedies_mend(self):
+    def test_remedies_fix_the_payload(self):
         alert = '"alert":{"body":"x"}'
-        take_out = 'Take it out; "aps" has its own.'
+        removal = 'Remove it; "aps" already has one.'
         for content, remedy in (
-                ('{"aps":{%s,"type":"pushlib-normal"},"type":"pushlib-extras"}' % alert, take_out),
-                ('{"aps":{"alert":{"body":"x","badge":1},"badge":2}}', take_out),
-                ('{"aps":{%s,"body":"y"}}' % alert, 'Take it out; "alert" has its own.'),
-                ('{"aps":{"alert":{"body":"x","content-available":1}}}', 'Take it out; beside "alert" it keeps'),
-                ('{"aps":{%s},"content-available":1}' % alert, 'Take it out; beside "alert" it keeps'),
+                ('{"aps":{%s,"type":"pushlib-normal"},"type":"pushlib-extras"}' % alert, removal),
+                ('{"aps":{"alert":{"body":"x","badge":1},"badge":2}}', removal),
+                ('{"aps":{%s,"body":"y"}}' % alert, 'Remove it; "alert" already has one.'),
+                ('{"aps":{"alert":{"body":"x","content-available":1}}}', 'Remove it; next to "alert" it keeps'),
+                ('{"aps":{%s},"content-available":1}' % alert, 'Remove it; next to "alert" it keeps'),
                 ('{"aps":{%s,"a":"%s"}}' % (alert, "x" * 4060), "Take out 1 byte. Blanks count. What is long"),
                 ('{"Simulator Target Bundle":"a","aps":{%s,"a":"%s"}}' % (alert, "x" * 4060),
                  "Take out 1 byte. What is long")):
@@ -249,7 +249,7 @@ class Payloads(unittest.TestCase):
             for case, events, shown in zip(cases, explained, played(cases, version), strict=True):
                 self.assertEqual(events, shown, case)
 
-    def test_what_the_system_does_by_itself(self):
+    def test_what_the_system_itself_does(self):
         aps = {"alert": {"body": "x"}, "badge": 3, "sound": "default", "type": "pushlib-extras", "extra1": 1}
         for flag, hears in (({}, "The library is not called before a tap"),
                             ({"content-available": 1}, "It wakes the application and calls")):
@@ -266,7 +266,7 @@ class Payloads(unittest.TestCase):
         self.assertIn("There is nothing to tap.", silent)
         self.assertNotIn("told to show it.\n\n", silent)
         large = run("payload", FOLDER / "too-large.json").stdout.decode()
-        self.assertLess(large.index("[too-large]"), large.index("If it were carried:"))
+        self.assertLess(large.index("[too-large]"), large.index("If it were delivered:"))
 
     def test_a_link_is_explained_down_to_its_opening(self):
         found, = report([FOLDER / "valid.openurl.json"])
@@ -283,7 +283,7 @@ class Payloads(unittest.TestCase):
             found, = report([FOLDER / name])
             self.assertEqual({opening["opens"] for outcome in found["outcomes"] for opening in outcome["opened"]}, {opens})
         text = run("payload", FOLDER / "link-is-no-url.path.json").stdout.decode()
-        self.assertIn("A tap on OK asks the system to open /offers?id=1, which it can't.", text)
+        self.assertIn("A tap on OK asks the system to open /offers?id=1, which it can't open.", text)
         self.assertNotIn("opens /offers", text)
 
     def test_a_link_that_is_no_text_is_not_explained(self):
@@ -332,7 +332,7 @@ class Payloads(unittest.TestCase):
         self.assertEqual(several.returncode, 2)
         self.assertIn(f"{bad}:3:5: error: \"alert\" is a string and must be an object [alert-is-text]", text)
         self.assertIn("no/such/file: can't be read: No such file or directory", text)
-        self.assertIn(f"{empty}: can't be read: the folder holds no .json or .apns file", text)
+        self.assertIn(f"{empty}: can't be read: the folder contains no .json or .apns file", text)
         self.assertTrue(text.endswith("5 files: 1 error, 1 warning, 0 notes; 2 can't be read\n"), text[-200:])
         self.assertIn(b"standard input:1:1: error: can't be read as JSON", run("payload", "-", stdin=b"").stdout)
         for redirection, reason in ((f"<{FOLDER}", "Is a directory"), ("<&-", "Bad file descriptor")):

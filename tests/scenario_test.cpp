@@ -114,7 +114,7 @@ TEST(Step, IsRefusedWithTheReasonAlone) {
       return error.what();
     }
   };
-  EXPECT_EQ(reasonFor(R"({"do":"setle"})", false), R"(unknown step "setle"; do you mean "settle"?)");
+  EXPECT_EQ(reasonFor(R"({"do":"setle"})", false), R"(unknown step "setle"; did you mean "settle"?)");
   EXPECT_EQ(reasonFor(R"({"do":"tapOK","alert":0})", false), R"("alert" must be a whole number, 1 or more)");
   EXPECT_EQ(reasonFor(R"({"do":"server","answers":[]})", false), "");
   EXPECT_NE(reasonFor(R"({"do":"server","answers":[]})", true), "");
