@@ -11,7 +11,7 @@ namespace quorvantis::console {
 namespace {
 
 constexpr std::size_t kLeastInside = 24;
-constexpr std::size_t kMostLines = 8;  // a phone's alert scrolls, too
+constexpr std::size_t kMostLines = 8;  // further lines are cut; a phone's alert scrolls
 
 std::string repeated(const char* character, std::size_t times) {
   std::string line;

@@ -1,4 +1,4 @@
-// What a command is given to read: a file, or standard input as "-". Main thread.
+// Reads a command's input: a file, or standard input as "-". Main thread.
 #pragma once
 
 #include <cstddef>
@@ -9,14 +9,13 @@ namespace quorvantis::console {
 
 struct Input {
   std::string bytes;
-  std::string problem;  ///< why there are no bytes; empty when they were read
+  std::string problem;  ///< why it can't be read; empty on success
 };
 
-/// Reads all of it, but no more than is needed to see that it is too large: larger than `most` bytes, some
-/// mebibytes.
+/// Reads the input, unless it has more than `most` bytes (some mebibytes).
 Input readInput(const std::string& file, std::size_t most = SIZE_MAX);
 
-/// The input as messages name it.
+/// The input's name for messages.
 std::string nameOfInput(const std::string& file);
 
 }  // namespace quorvantis::console

@@ -15,7 +15,7 @@ bool isBlankOrJoint(char32_t character) {
   return isSpaceOfSomeWidth || kBlanksAndJoints.find(character) != std::u32string_view::npos;
 }
 
-/// Characters in lower case, without blanks and joints.
+/// The characters in lower case, without blanks and separators.
 std::u32string plain(std::string_view text) {
   std::u32string letters;
   while (!text.empty()) {
@@ -39,7 +39,7 @@ bool differByOne(std::u32string_view a, std::u32string_view b) {
 }  // namespace
 
 std::optional<std::string_view> nearestTo(std::string_view text, std::span<const std::string_view> known) {
-  constexpr std::size_t kLongest = 64;  // of what anybody would call misspelt
+  constexpr std::size_t kLongest = 64;  // longer texts are not misspelt names
   if (text.size() > kLongest || std::find(known.begin(), known.end(), text) != known.end())
     return std::nullopt;
   const std::u32string letters = plain(text);

@@ -1,4 +1,4 @@
-// Finds the known text that a misspelt one stands for. Any thread.
+// Suggests a known name for a misspelt one. Any thread.
 #pragma once
 
 #include <optional>
@@ -8,7 +8,7 @@
 namespace quorvantis::console {
 
 /// The first of `known` that differs from `text` only in case, blanks, "-" and "_", or else in one letter
-/// that is another, missing or too many. Nothing when there is none, or when `text` is itself among them.
+/// that is different, missing or extra. Nothing when there is none, or when `text` is one of them.
 std::optional<std::string_view> nearestTo(std::string_view text, std::span<const std::string_view> known);
 
 }  // namespace quorvantis::console

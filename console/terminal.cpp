@@ -17,7 +17,7 @@ constexpr std::size_t kUsualWidth = 80;
 constexpr std::size_t kLeastWidth = 40;
 constexpr std::size_t kMostWidth = 120;  // longer lines are hard to read
 
-/// The first character that nothing joins, with what joins it: its bytes are taken off the text.
+/// Removes the first character from the text, with the combining characters that follow it.
 std::string_view takeCluster(std::string_view& text) {
   const std::string_view whole = text;
   base::takeCharacter(text);
@@ -36,7 +36,7 @@ std::size_t widthOfCluster(std::string_view cluster) {
   return isEmoji ? 2 : width;
 }
 
-/// The bytes of as many characters as fit into the columns, of one at least.
+/// The length in bytes of the characters that fit into the columns, but at least of one.
 std::size_t bytesOf(std::string_view text, std::size_t width) {
   std::size_t bytes = 0;
   for (std::size_t taken = 0; !text.empty();) {

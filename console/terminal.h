@@ -1,4 +1,4 @@
-// What the commands know of where their output goes: its width, and whether it takes colour. Any thread.
+// Where a command's output goes: its width, and whether it supports colour. Any thread.
 #pragma once
 
 #include <cstddef>
@@ -12,8 +12,8 @@ enum class Style { plain, bold, dim, red, green, yellow, blue, magenta, cyan };
 
 class Terminal {
  public:
-  /// Standard output: coloured when it is a terminal that is not dumb, and NO_COLOR is not set; 80 columns
-  /// wide when it is none.
+  /// Standard output: in colour when it is a terminal that is not dumb, and NO_COLOR is not set; 80 columns
+  /// wide when it is not a terminal.
   static Terminal ofStandardOutput();
 
   Terminal(std::size_t width, bool colour) : width_(width), colour_(colour) {}
@@ -21,7 +21,7 @@ class Terminal {
   /// In columns, 40 at least.
   [[nodiscard]] std::size_t width() const { return width_; }
 
-  /// The text in that style, or as it is where there is no colour.
+  /// The text in that style, or unchanged without colour.
   [[nodiscard]] std::string styled(Style style, std::string_view text) const;
 
  private:
@@ -29,14 +29,13 @@ class Terminal {
   bool colour_;
 };
 
-/// The columns that a text takes, one for each character.
+/// The number of columns that a text takes.
 std::size_t columns(std::string_view text);
 
-/// The text in lines of at most `width` columns, broken at blanks where there are any, else after
-/// commas.
+/// Breaks the text into lines of at most `width` columns, at blanks if possible, else after commas.
 std::vector<std::string> wrap(std::string_view text, std::size_t width);
 
-/// The text with blanks behind it, `width` columns wide in all.
+/// The text, padded with blanks to `width` columns.
 std::string padded(std::string_view text, std::size_t width);
 
 }  // namespace quorvantis::console

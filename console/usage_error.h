@@ -1,5 +1,6 @@
-// What was given to a command can't be used as it is: what() says why, and how to mend it. The command's
-// status is then 2. Any thread.
+// A command's arguments or input can't be used: what() says why, and how to fix it. The command then exits
+// with status
+// 2. Any thread.
 #pragma once
 
 #include <stdexcept>

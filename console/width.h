@@ -5,7 +5,7 @@
 
 namespace quorvantis::console {
 
-/// 0 for what joins the character before it, 2 for what East Asian scripts and most emoji take, else 1.
+/// 0 for combining characters, 2 for wide East Asian characters and most emoji, else 1.
 std::size_t widthOf(char32_t character);
 
 }  // namespace quorvantis::console

@@ -19,7 +19,7 @@ struct KindNamer {
   std::string operator()(const json::Dictionary&) const { return "an object"; }
 };
 
-/// Turns the order of the text around it, so that people read what is not there.
+/// Changes the displayed order of the text around it, which can be used to deceive.
 bool isBidirectionalControl(char32_t character) {
   return (character >= U'\u202A' && character <= U'\u202E') ||
          (character >= U'\u2066' && character <= U'\u2069');

@@ -1,4 +1,4 @@
-// Values and numbers in the words and forms of messages to people. Any thread.
+// Formats values and numbers for messages. Any thread.
 #pragma once
 
 #include <cstddef>
@@ -19,14 +19,14 @@ std::string grouped(std::size_t number);
 /// "1 error", "2 errors".
 std::string counted(std::size_t number, const std::string& noun);
 
-/// Texts in quotation marks, with commas between them.
+/// Quoted strings, separated by commas.
 std::string listed(std::span<const std::string_view> texts);
 
-/// The text, cut with an ellipsis when it has more bytes than that.
+/// The text, shortened with an ellipsis when it has more bytes than that.
 std::string shortened(std::string_view text, std::size_t longest = 120);
 
-/// The text without what a terminal would act on: control characters, those of bidirectional text too, and
-/// bytes that are no UTF-8 become U+FFFD. Line feeds stay.
+/// The text, safe for terminals: control characters, including bidirectional ones, and bytes that are not
+/// UTF-8 become U+FFFD. Line feeds are kept.
 std::string printable(std::string_view text);
 
 }  // namespace quorvantis::console

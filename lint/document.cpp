@@ -30,8 +30,8 @@ std::string pointerPart(std::string_view key) {
   return part;
 }
 
-/// Follows the reading and notes the places that findings name. What it keeps grows with the text alone, not
-/// with the pointers to each part of it.
+/// Records the positions that findings need while the text is read. Memory is proportional to the text, not
+/// to the sum of all pointers.
 class PayloadDocument::Reader : public json::Observer {
  public:
   explicit Reader(PayloadDocument& document) : document_(document) {}

@@ -1,4 +1,4 @@
-// A payload as it was written: its value, and where in the text each part of it stands. Any thread.
+// A payload's text: its value, and the position of each part in the text. Any thread.
 //
 // Parts are named by JSON Pointers (RFC 6901): "" is the whole, "/aps/alert/title" a key's value.
 #pragma once
@@ -16,10 +16,10 @@
 
 namespace quorvantis::lint {
 
-/// The most bytes of a payload that Apple's service carries to a phone.
+/// The largest payload that Apple's service accepts, in bytes.
 inline constexpr std::size_t kLargestPayload = 4096;
 
-/// The key that names the application in files for the iOS simulator; no part of the payload.
+/// The key that names the application in files for the iOS simulator; not part of the payload.
 inline constexpr std::string_view kSimulatorKey = "Simulator Target Bundle";
 
 /// `key` as a part of a JSON Pointer, with its slash.
@@ -29,23 +29,23 @@ class PayloadDocument {
  public:
   explicit PayloadDocument(std::string text);
 
-  /// Why the text is no JSON; nothing when it is.
+  /// Why the text is not JSON; nothing when it is.
   [[nodiscard]] const std::optional<json::Problem>& problem() const { return problem_; }
 
-  /// Null when the text is no JSON. Of a key that is given twice the last one counts. Without kSimulatorKey.
+  /// Null when the text is not JSON. Of repeated keys the last one counts. Without kSimulatorKey.
   [[nodiscard]] const json::Value& value() const { return value_; }
 
-  /// What Apple's service would carry: the text as given, or, when kSimulatorKey had to be left out, the rest
+  /// The size that Apple's service would get: of the text as given, or, without a kSimulatorKey, of the rest
   /// as compact JSON.
   [[nodiscard]] std::size_t size() const { return size_; }
   [[nodiscard]] bool isForSimulator() const { return isForSimulator_; }
 
   struct Repeated {
-    std::string pointer;  ///< shortened when it is long, as the key
+    std::string pointer;  ///< shortened when it is long, like the key
     std::string key;
     std::size_t offset = 0;
   };
-  /// The second and later uses of a key in one object, at most as many as are worth showing.
+  /// The second and later uses of a key in an object, up to a limit.
   [[nodiscard]] const std::vector<Repeated>& repeated() const { return repeated_; }
   [[nodiscard]] std::size_t repeatedCount() const { return repeatedCount_; }
 
@@ -53,27 +53,27 @@ class PayloadDocument {
   [[nodiscard]] const std::string& text() const { return text_; }
   [[nodiscard]] json::Place placeOf(std::size_t offset) const { return json::placeOf(text_, offset); }
 
-  /// What an editor marks for a part, all on one line: from its key, or the value itself where it has none,
-  /// to the end of a plain value; of an object or an array the key, or the bracket, alone. Of parts that the
-  /// library does not look at the nearest one around them that is known is taken.
+  /// The range that an editor marks for a part, on a single line: from its key, or from the value if it has
+  /// none, to the end of a scalar value; for an object or an array only the key, or the bracket. For parts
+  /// that the library does not look at, that of the nearest enclosing known part.
   [[nodiscard]] TextRange markOf(std::string_view pointer) const;
-  /// The same for what begins at this byte: a text in quotation marks, or one character.
+  /// The same for what begins at this byte: a quoted string, or one character.
   [[nodiscard]] TextRange markAt(std::size_t offset) const;
 
-  // Changes to the text. The parts are keys that the library looks at, with their values.
+  // Changes to the text. The parts must be keys that the library looks at.
   [[nodiscard]] Edit replaceKey(std::string_view pointer, std::string_view key) const;
   [[nodiscard]] Edit replaceValue(std::string_view pointer, const json::Value& value) const;
   [[nodiscard]] Edit remove(std::string_view pointer) const;
-  /// `member` becomes the first one of the object.
+  /// Inserts `member` as the first one of the object.
   [[nodiscard]] Edit insert(std::string_view object, const std::string& member) const;
-  /// The key and its value become the first ones of another object.
+  /// Moves the key and its value to the beginning of another object.
   [[nodiscard]] Edits move(std::string_view pointer, std::string_view object) const;
 
   /// `pointer` is one of an extra's, "/aps/extra1/": the first null that lies deeper in it,
   /// or nullptr.
   [[nodiscard]] const std::string* firstNullIn(const std::string& pointer) const;
 
-  /// The first "aps" in an object that is itself in the payload; empty where there is none.
+  /// The first nested "aps"; empty if there is none.
   [[nodiscard]] const std::string& nestedAps() const { return nestedAps_; }
 
  private:

@@ -25,7 +25,7 @@ class Phone {
   Phone(const Situation& situation, const std::string& systemVersion) : host_(scenario::makeHost(device_)) {
     device_.facts.systemVersion = systemVersion;
     device_.application.state = situation.state;
-    // With an error the road ends once the library is the notification center's delegate: no token, no
+    // With an error the library stops after it has become the notification center's delegate: no token, no
     // request.
     device_.authorization = {.granted = false, .error = "nobody is asked"};
     host_->launch();
@@ -108,7 +108,7 @@ bool hasLinkThatIsNoString(const Dictionary& payload) {
   return link != nullptr && link->get<std::string>() == nullptr;
 }
 
-/// The simulated phone opens something for a link that is not a string; no real phone has to.
+/// The simulated phone opens something for a link that is not a string; a real phone need not.
 void judgeOpened(bool isDefined, std::vector<Outcome::Opened>& opened) {
   for (Outcome::Opened& opening : opened) {
     if (!isDefined) {
@@ -145,7 +145,7 @@ Outcome outcomeOf(const Situation& situation, const Dictionary& payload, const s
   return outcome;
 }
 
-/// The calls, or none, that a payload leads to in each state, and a tap.
+/// The calls, if any, that a payload leads to in each state, and a tap.
 std::vector<Situation> situationsOf(const Dictionary& payload) {
   std::vector<Situation> situations;
   const auto add = [&](ApplicationState state, std::optional<scenario::Arrival> arrival) {

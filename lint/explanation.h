@@ -1,5 +1,5 @@
-// What a phone and the library do with a payload: found out by delivering it to a fresh simulated phone in
-// each situation. Main thread; the process holds no other device meanwhile.
+// Determines what a phone and the library do with a payload by delivering it to a fresh simulated phone in
+// each situation. Main thread; the process must have no other device meanwhile.
 #pragma once
 
 #include <optional>
@@ -13,16 +13,16 @@
 
 namespace quorvantis::lint {
 
-/// One thing that happens to the application when the payload comes, or is tapped. In one state the system
-/// may call twice; each call is a situation.
+/// One call to the application when the payload arrives or is tapped. In one state the system may call twice;
+/// each call is a situation.
 struct Situation {
   device::ApplicationState state = device::ApplicationState::active;
-  /// How the notification comes to the application; nothing: it hears nothing of it before a tap.
+  /// How the notification is delivered to the application; nothing: not before a tap.
   std::optional<scenario::Arrival> arrival;
   bool foregroundSwitch = false;  ///< activePushNotificationsInForegroundApp:
 };
 
-/// The moments of a phone's day, in their order.
+/// When the application is called, in the order of the report.
 enum class Moment {
   foreground,
   secondCall,  ///< the system's background call while the application is in front
@@ -31,7 +31,7 @@ enum class Moment {
 };
 Moment momentOf(const Situation& situation);
 
-/// All that can be observed, and the same in terms of what a person sees.
+/// Everything that can be observed, and the same as a person sees it.
 struct Outcome {
   struct Alert {
     json::Value title, message;
@@ -39,8 +39,7 @@ struct Outcome {
   };
   enum class When { onOK, oneSecondLater };
   struct Opened {
-    json::Value
-        url;  ///< what the system is asked to open; null: no address at all, or it is not defined which
+    json::Value url;  ///< what the system is asked to open; null: nil, or undefined
     When when = When::onOK;
     bool isDefined = true;  ///< false: the link is not a string, and phones may open anything or nothing
     bool opens = false;     ///< whether it is an address that can be opened
@@ -55,7 +54,7 @@ struct Outcome {
   std::vector<std::pair<std::string, json::Value>> stored;
   std::vector<Opened> opened;
   std::optional<json::Value> report;  ///< what onReceiveNotification: gets; nothing: it is not called
-  std::optional<std::string> raised;  ///< the application ends with the message that was not understood
+  std::optional<std::string> raised;  ///< the message that was not understood, which ends the application
 };
 
 /// Situations of one moment in which the same happens.
@@ -64,8 +63,8 @@ struct Explained {
   Outcome outcome;
 };
 
-/// Every situation that this payload leads to, in the order of a phone's day. An alert's OK is tapped, and a
-/// second passes.
+/// Every situation that this payload leads to, in a fixed order. An alert's OK is tapped, and a second
+/// passes.
 std::vector<Explained> explain(const json::Dictionary& payload, const std::string& systemVersion);
 
 }  // namespace quorvantis::lint

@@ -1,4 +1,4 @@
-// What is wrong with a payload, or surprising about it, and how to mend it. Any thread.
+// What is wrong with a payload, or surprising about it, and how to fix it. Any thread.
 #pragma once
 
 #include <cstddef>
@@ -21,12 +21,12 @@ struct Finding {
   std::string message;
   std::string consequence;
   std::string remedy;
-  Edits edits;  ///< the remedy, where it is exact: applied to the text they mend the finding
+  Edits edits;  ///< the remedy, if it is exact: applied to the text, they resolve the finding
 };
 
 struct Findings {
   std::vector<Finding> shown;                       ///< in the order of the text
-  std::size_t leftOut = 0;                          ///< more of them than anybody would read
+  std::size_t leftOut = 0;                          ///< how many further ones are not listed
   std::size_t errors = 0, warnings = 0, notes = 0;  ///< those left out included
 };
 

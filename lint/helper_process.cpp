@@ -86,7 +86,7 @@ bool readMessage(int descriptor, std::string& message) {
     }
     if (!writeMessage(descriptor, reply)) break;
   }
-  _exit(0);  // what the copy holds is the other process's to let go
+  _exit(0);  // the objects in this copy belong to the other process
 }
 
 }  // namespace
@@ -112,7 +112,7 @@ HelperProcess::HelperProcess(const Answer& answer) {
 
 HelperProcess::~HelperProcess() {
   close(descriptor_);
-  // It may be in the middle of an answer that nobody waits for.
+  // It may still be working on an answer that nobody waits for.
   kill(process_, SIGKILL);
   while (waitpid(process_, nullptr, 0) < 0 && errno == EINTR) continue;
 }

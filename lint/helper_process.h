@@ -1,6 +1,6 @@
-// A process beside this one that answers requests, one at a time: for work that takes a process of its own,
-// as the simulated phone does, and to use more than one core for it. It is a copy of this process as it stood
-// when the helper was made, and ends with the helper, or with this process.
+// A second process that answers requests, one at a time: for work that needs a separate process, as the
+// simulated phone does, and to use more than one core for it. It is a copy of this process at the time when
+// the helper was created, and ends with the helper, or with this process.
 //
 // Threads: made before the process has any but the main thread; then used by one thread at a time.
 #pragma once
@@ -14,7 +14,7 @@ namespace quorvantis::lint {
 
 class HelperProcess {
  public:
-  /// What `answer` throws becomes the failure of the request.
+  /// An exception from `answer` makes the request fail.
   using Answer = std::function<std::string(const std::string& request)>;
 
   /// Throws std::system_error.
@@ -23,11 +23,11 @@ class HelperProcess {
   HelperProcess(const HelperProcess&) = delete;
   HelperProcess& operator=(const HelperProcess&) = delete;
 
-  /// Both throw std::runtime_error: what the answer threw, or that the process has ended.
+  /// Both throw std::runtime_error: with the answer's exception, or because the process has ended.
   void send(const std::string& request);
   std::string receive();
 
-  /// Readable when an answer is there.
+  /// Readable when an answer has arrived.
   [[nodiscard]] int descriptor() const { return descriptor_; }
 
  private:

@@ -10,7 +10,7 @@
 
 namespace quorvantis::lint {
 
-/// "aps", and all in it.
+/// "aps", and everything in it.
 void judgeAps(const json::Dictionary& aps, Reporter& reporter);
 
 /// What the keys of "aps" and of its "alert" are called, and Apple's values among them.
@@ -19,7 +19,7 @@ void judgeKeys(const json::Dictionary& aps, Reporter& reporter);
 /// The value of "badge" when the library applies it.
 void judgeBadge(const json::Value& badge, Reporter& reporter);
 
-/// The texts of "alert" when it is an object. `isLink`: the library shows it itself.
+/// The strings of "alert" when it is an object. `isLink`: the library shows it itself.
 void judgeAlert(const json::Dictionary& alert, bool isLink, Reporter& reporter);
 
 /// "type" of a notification with an alert, and the link and the extras that go with it.
@@ -31,12 +31,12 @@ void judgeLink(const json::Value& link, Reporter& reporter);
 /// Whether "content-available" is the number at which the system wakes the application.
 bool wakes(const json::Dictionary& aps);
 
-/// A key of the library's that stands at `pointer`, where the library does not see it; a "type" may be the
+/// One of the library's keys at `pointer`, where the library does not see it; a "type" may be the
 /// application's own. `aps` is nullptr when there is no such object.
 void judgeMisplaced(std::string_view key, const json::Value& value, const std::string& pointer,
                     const std::string& where, const json::Dictionary* aps, Reporter& reporter);
 
-/// All that the library reads in "aps".
+/// All keys that the library reads in "aps".
 std::span<const std::string_view> libraryKeys();
 
 }  // namespace quorvantis::lint

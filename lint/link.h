@@ -1,5 +1,4 @@
-// Whether a text is the whole address of something that can be opened, and how it is written so that every
-// phone opens it. Any thread.
+// Checks whether a text is an absolute address, and finds the form that every phone opens. Any thread.
 #pragma once
 
 #include <string>
@@ -8,15 +7,15 @@
 namespace quorvantis::lint {
 
 struct Link {
-  /// What keeps the text from being an absolute address (RFC 3986); empty when it is one, if only after its
-  /// characters were encoded. Then the rest means nothing.
+  /// Why the text is not an absolute address (RFC 3986); then the rest is undefined. Empty when it is one, at
+  /// least after encoding its characters.
   std::string problem;
 
   bool hasHostBeyondASCII = false;
-  bool hasStrayPercent = false;        ///< one without two hexadecimal digits behind it
+  bool hasStrayPercent = false;        ///< one that is not followed by two hexadecimal digits
   bool hasEncoded = false;             ///< a "%" with its digits
   bool hasCharactersToEncode = false;  ///< outside such a host
-  std::string encoded;  ///< the text with nothing left to encode; empty when there is no such form
+  std::string encoded;                 ///< the fully encoded text; empty when there is no such form
 };
 
 Link judgeLink(std::string_view text);

@@ -1,7 +1,7 @@
-// Judges and explains payloads for a program that holds a simulated phone of its own, such as the page that
-// shows one: a process holds one at a time, so the work is done by a process beside it.
+// Checks and explains payloads for a program that has a simulated phone itself: a process can have only one,
+// so a helper process does the work.
 //
-// Who needs only the findings, and no explanation, calls findIn(PayloadDocument(text)), on any thread.
+// For only the findings, call findIn(PayloadDocument(text)), on any thread.
 //
 // Threads: made before the process has any but the main thread; then any.
 #pragma once
@@ -18,11 +18,11 @@ class LintService {
   /// Throws std::system_error.
   LintService();
 
-  /// What there is to say about a payload's text, whatever bytes it is: a JSON object, written compactly, in
-  /// the form "payload" of docs/payload-report.schema.json, "file" empty. "findings" tell line and column
-  /// from 1 in characters, "from" and "to" in UTF-16 code units of the text, and "edits", where the remedy is
-  /// exact, in the same units; "outcomes" tell what happens in each state. `systemVersion` is the phone's
-  /// version of iOS. Throws std::runtime_error when the helper has failed.
+  /// The report on a payload's text, which may be any bytes: a compact JSON object of the form "payload" in
+  /// docs/payload-report.schema.json, with "file" empty. "findings" have line and column from 1 in
+  /// characters, "from" and "to" in UTF-16 code units of the text, and "edits", if the remedy is exact, in
+  /// the same units; "outcomes" say what happens in each state. `systemVersion` is the phone's iOS version.
+  /// Throws std::runtime_error when the helper fails.
   std::string reportOn(const std::string& text, const std::string& systemVersion);
 
  private:

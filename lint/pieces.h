@@ -1,4 +1,4 @@
-// Reports on a run of files, printed, on their way from the process that made them. Any thread.
+// Printed reports on several files, in the form in which helper processes return them. Any thread.
 #pragma once
 
 #include <string>
@@ -10,7 +10,7 @@ namespace quorvantis::lint {
 struct Pieces {
   PayloadTotals totals;
   std::string reports;  ///< printed, one after the other
-  std::string notices;  ///< what has its place elsewhere
+  std::string notices;  ///< SARIF notifications, which are printed separately
 };
 
 std::string packed(const Pieces& pieces);

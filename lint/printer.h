@@ -15,7 +15,8 @@ class Printer {
   Printer(const console::Terminal& terminal, std::ostream& out) : terminal_(terminal), out_(out) {}
 
   void paragraph(std::size_t indent, std::string_view text, console::Style style = console::Style::plain);
-  /// What follows the label goes on under itself; where that leaves too little room, in lines of its own.
+  /// Continuation lines are aligned with the text after the label, or start on the next line if there is too
+  /// little room.
   void labelled(std::size_t indent, const std::string& label, const std::string& text);
   void line(std::string_view text = "") { out_ << text << '\n'; }
 

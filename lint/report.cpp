@@ -9,8 +9,8 @@ namespace quorvantis::lint {
 
 namespace {
 
-/// Payloads beyond what Apple's service carries are explained up to here, for those who are about to shorten
-/// them.
+/// Payloads that are too large for Apple's service are still explained up to this size, since they may be
+/// shortened.
 constexpr std::size_t kLargestExplained = 16 * kLargestPayload;
 
 }  // namespace

@@ -1,4 +1,4 @@
-// All that the tool has to say about a payload. Main thread.
+// The tool's report on a payload. Main thread.
 #pragma once
 
 #include <cstddef>
@@ -18,7 +18,7 @@ struct PayloadReport {
   std::size_t bytes = 0;
   bool isForSimulator = false;
   Findings findings;
-  std::optional<json::Dictionary> payload;  ///< nothing when the text is no object
+  std::optional<json::Dictionary> payload;  ///< nothing when the text is not an object
   /// Empty when there is no payload to deliver, or it is far too large.
   std::vector<Explained> explanation;
 
@@ -26,7 +26,7 @@ struct PayloadReport {
   [[nodiscard]] bool isOnlyChecked() const;
 };
 
-/// What is found in a file, "-" for standard input, or in a text; nothing is explained.
+/// Finds problems in a file, "-" for standard input, or in a text, without an explanation.
 PayloadReport checkFile(const std::string& file);
 PayloadReport checkText(std::string text);
 

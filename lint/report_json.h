@@ -10,7 +10,7 @@ namespace quorvantis::lint {
 
 json::Value jsonOf(const PayloadReport& report);
 
-/// The document around reports, which are the elements of an array, written already. `version` is the tool's.
+/// The document around `reports`, which are the printed elements of an array. `version` is the tool's.
 std::string jsonReport(const std::string& version, const std::string& systemVersion,
                        const std::string& reports, const PayloadTotals& totals);
 

@@ -11,10 +11,10 @@ namespace quorvantis::lint {
 /// The results of one file, as `file` was given.
 json::Array sarifResults(const std::string& file, const PayloadReport& report);
 
-/// What else there is to say of it: that it can't be read, or that findings were left out.
+/// Its notifications: that it can't be read, or that findings were left out.
 json::Array sarifNotifications(const std::string& file, const PayloadReport& report);
 
-/// The log around them. `results` and `notifications` are the elements of arrays, written already.
+/// The log around them. `results` and `notifications` are the printed elements of arrays.
 std::string sarifLog(const std::string& version, const std::string& results, const std::string& notifications,
                      bool isComplete);
 

@@ -1,4 +1,4 @@
-// Reports on payloads for people to read: one section a file. Findings begin as a compiler's do,
+// Reports on payloads for people to read: one section per file. Findings begin as a compiler's do,
 // FILE:LINE:COLUMN:, so that editors find the place. Any thread.
 #pragma once
 

@@ -1,4 +1,4 @@
-// Takes the findings in a payload as they are made. One thread.
+// Collects the findings in a payload. One thread.
 #pragma once
 
 #include <string>
@@ -17,20 +17,20 @@ class Reporter {
     std::string message, consequence, remedy;
     Edits edits{};
   };
-  /// `pointer` names the part that is meant.
+  /// `pointer` names the part.
   void report(const Rule& rule, const std::string& pointer, Wording wording) {
     add(rule, pointer, document_.markOf(pointer), std::move(wording));
   }
-  /// The place alone tells which of several is meant.
+  /// For parts that only their position distinguishes.
   void reportAt(const Rule& rule, const std::string& pointer, std::size_t offset, Wording wording) {
     add(rule, pointer, document_.markAt(offset), std::move(wording));
   }
-  /// Findings that are known of and not worth showing.
+  /// Counts further findings that are not listed.
   void leaveOut(const Rule& rule, std::size_t times);
 
-  /// The library never gets to look into the alert, so what would raise there does not.
+  /// The library never looks into the alert, so nothing there can raise.
   void neverHandled() { isHandled_ = false; }
-  /// What comes of a value that the library can't take.
+  /// The consequence of a value that makes the library raise.
   [[nodiscard]] std::string raising(const std::string& how) const;
 
   [[nodiscard]] const PayloadDocument& document() const { return document_; }

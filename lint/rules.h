@@ -1,5 +1,5 @@
-// The kinds of findings: a code that stays the same from version to version, how grave it is, and what it
-// means. docs/payloads.md lists them in the same words, and a test holds the two together.
+// The kinds of findings: a stable code, the severity, and what it means. docs/payloads.md lists them in the
+// same words, which a test checks.
 #pragma once
 
 #include <array>
@@ -12,7 +12,7 @@ enum class Severity { note, warning, error };
 struct Rule {
   std::string_view code;
   Severity severity = Severity::note;
-  /// What is found and what comes of it. Code is in backticks.
+  /// The problem and its consequence. Code is in backticks.
   std::string_view help;
   bool endsApplication = false;  ///< the library raises, and the application ends
 };

@@ -19,7 +19,7 @@ namespace {
 using Work = std::function<std::string(std::size_t first, std::size_t end)>;
 using Take = std::function<void(const std::string&)>;
 
-/// Fewer items are done sooner than a process is started.
+/// With fewer items, starting a process takes longer than the work.
 constexpr std::size_t kFewestForAProcess = 16;
 
 class Crew {
@@ -84,7 +84,7 @@ class Crew {
   const std::size_t count_, portion_;
   const Take& take_;
   std::vector<Member> members_;
-  std::map<std::size_t, std::string> answers_;  // by their first item; those whose turn has not come
+  std::map<std::size_t, std::string> answers_;  // by their first item; those that have arrived early
   std::size_t given_ = 0, taken_ = 0;
 };
 

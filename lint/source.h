@@ -9,12 +9,12 @@
 
 namespace quorvantis::lint {
 
-/// Far more than Apple's service carries; what is larger is no payload, and is not read.
+/// Far more than Apple's service accepts; larger files are not read.
 inline constexpr std::size_t kLargestFile = std::size_t{4} << 20;
 
-/// The files that are meant, argument by argument: of a folder all .json and .apns files in it at any depth,
-/// sorted, hidden ones aside; of a pattern (*, ?, […]) that names no file itself what it matches, sorted.
-/// What leads to no file stays, for readPayload to say why.
+/// The files for each argument: for a folder all .json and .apns files in it at any depth except hidden ones,
+/// sorted; for a pattern (*, ?, […]) that is not itself a file, the matching files, sorted. An argument
+/// without files is kept, so that readPayload reports why.
 std::vector<std::string> payloadFiles(const std::vector<std::string>& arguments);
 
 console::Input readPayload(const std::string& file);

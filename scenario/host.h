@@ -1,5 +1,5 @@
-// A host application as scenarios drive it: one implementation over the C++ Push, one over the Objective-C
-// Push. Main thread.
+// The host application in scenarios: one implementation over the C++ Push, one over the Objective-C Push.
+// Main thread.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +13,7 @@
 
 namespace quorvantis::scenario {
 
-/// How a notification comes to the application.
+/// How a notification is delivered to the application.
 enum class Arrival { foreground, background, tap };
 
 class Host {
@@ -25,7 +25,7 @@ class Host {
   /// The process ends, after the device's endProcess(): the Push is gone.
   virtual void terminate() = 0;
 
-  /// Runs the work; what it raises is recorded, and ends it.
+  /// Runs the work; an exception is recorded and ends it.
   virtual void perform(const std::function<void()>& work) = 0;
 
   virtual void setAppHash(const std::optional<std::string>& appHash) = 0;
@@ -48,7 +48,7 @@ class Host {
   virtual void didFailToRegister(const std::string& error) = 0;
 };
 
-/// The one that is linked in. `device` outlives it.
+/// The implementation that is linked in. `device` must outlive it.
 std::unique_ptr<Host> makeHost(device::Device& device);
 
 /// The action identifier of a tap on the notification itself (UNNotificationDefaultActionIdentifier).

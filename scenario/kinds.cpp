@@ -59,7 +59,7 @@ std::optional<std::uint8_t> byteOf(const Value& value) {
 std::optional<std::chrono::nanoseconds> durationOf(const Value& value) {
   using std::chrono::nanoseconds;
   constexpr double kSecond = 1e9;
-  constexpr double kMost = 9.2e9;  // seconds; as good as for ever
+  constexpr double kMost = 9.2e9;  // seconds; practically forever
   if (const auto* whole = value.get<std::int64_t>()) {
     if (*whole < 0) return std::nullopt;
     return static_cast<double>(*whole) > kMost ? nanoseconds::max()
@@ -157,7 +157,7 @@ Kind<std::vector<QueuedAnswer>> answers() {
   KindFacts facts{.name = "answers"};
   for (const auto& fault : kNamed<Fault>) facts.choices.push_back(fault.name);
   facts.description =
-      "an array of answers, each {\"status\": a whole number from 200 to 599 but 204 and 304, \"body\": a "
+      "an array of answers, each {\"status\": a whole number from 200 to 599 except 204 and 304, \"body\": a "
       "string}, "
       "{\"status\", \"bodyHex\": a string of an even count of hexadecimal digits} or {\"fault\": " +
       alternatives(facts.choices) + "}";

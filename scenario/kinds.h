@@ -1,5 +1,5 @@
-// The kinds of values that a step's keys take. A kind reads a JSON value as a value of its own type or not at
-// all, so that what has been read needs no further check. Any thread.
+// The kinds of values of a step's keys. A kind converts a JSON value to its type or refuses it, so that
+// converted values need no further checks. Any thread.
 #pragma once
 
 #include <chrono>
@@ -16,7 +16,7 @@
 
 namespace quorvantis::scenario {
 
-/// How a kind is told of, in messages, documents and on pages.
+/// Describes a kind in messages, documents and on pages.
 struct KindFacts {
   /// "string", "hexadecimal", "boolean", "byte", "count", "integer", "seconds", "object", "choice",
   /// "strings", "choices" or "answers".
@@ -44,7 +44,7 @@ Kind<json::Dictionary> object();
 Kind<json::Dictionary> storable();
 /// Hexadecimal digits, read as the bytes that they stand for.
 Kind<std::string> hexadecimal();
-/// A boolean or a byte, as C has them.
+/// A boolean or a byte, like C's BOOL.
 Kind<std::uint8_t> byte();
 /// A whole number from 1.
 Kind<std::int64_t> count();

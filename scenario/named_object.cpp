@@ -11,7 +11,7 @@ namespace quorvantis::scenario {
 
 namespace {
 
-/// Says what could be written in place of a name that is none of these.
+/// Suggests a name, or lists all, for an unknown one.
 std::string remedy(std::string_view name, const Names& known, const char* knownAre) {
   if (const auto near = console::nearestTo(name, known)) return "; did you mean " + json::write(*near) + "?";
   return knownAre + console::listed(known);

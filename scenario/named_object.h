@@ -1,5 +1,5 @@
-// Reads the objects that scenarios are made of: one key of an object names what it is, and the name says
-// which other keys it may have. Any thread.
+// Reads the objects in scenarios: one key names what an object is, and the name determines which other keys
+// it may have. Any thread.
 #pragma once
 
 #include <string>
@@ -22,11 +22,11 @@ json::Dictionary readObject(std::string_view text);
 /// The text under the key that names the object. Throws StepError.
 const std::string& nameUnder(std::string_view key, const json::Dictionary& object);
 
-/// What is said of a name, of a step or an act, that is none of these.
+/// The error for an unknown name of a step or an act.
 StepError unknownName(const std::string& what, std::string_view name, const Names& known);
 
-/// Throws StepError for a key that is none of these, of which the first names the object. `where` tells of
-/// which object that is said.
+/// Throws StepError for an unknown key. The first of `known` names the object; `where` describes it in the
+/// message.
 void refuseOtherKeys(const json::Dictionary& object, const std::string& where, const Names& known);
 
 }  // namespace quorvantis::scenario

@@ -1,5 +1,4 @@
-// The names that scenarios and messages have for the values of an enumeration, spelled here alone. Any
-// thread.
+// The names of enumerators in scenarios and messages. Any thread.
 #pragma once
 
 #include <array>
@@ -51,7 +50,7 @@ constexpr const char* nameOf(Value value) {
   return "";
 }
 
-/// Nothing for a name that none has.
+/// Nothing for an unknown name.
 template <class Value>
 std::optional<Value> valueOf(std::string_view name) {
   for (const auto& named : kNamed<Value>) {

@@ -1,4 +1,4 @@
-// A push server that runs elsewhere on this machine, in place of the embedded one. Main thread.
+// An external push server on this machine, in place of the embedded one. Main thread.
 #pragma once
 
 #include <string>
@@ -10,14 +10,14 @@ namespace quorvantis::scenario {
 struct OutsideServer {
   std::string name;  ///< as it was given
   device::Endpoint endpoint;
-  std::string authority;  ///< the certificate that it is trusted by, PEM
+  std::string authority;  ///< the certificate of its authority, PEM
 };
 
 /// From HOST:PORT, which must be of this machine, and the file with the authority's certificate. Throws
 /// console::UsageError.
 OutsideServer outsideServer(const std::string& hostAndPort, const std::string& authorityFile);
 
-/// The device's requests go to that server.
+/// Directs the device's requests to that server.
 void leadTo(const OutsideServer& server, device::Device& device);
 
 }  // namespace quorvantis::scenario

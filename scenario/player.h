@@ -1,10 +1,10 @@
-// Plays steps on a device, by way of a host application: those of a scenario one after the other, or each
-// when a person asks for it. What comes of a step is in the device's record. Main thread.
+// Plays steps on a device, through a host application: those of a scenario one after the other, or each when
+// a person asks for it. The device's record has the results. Main thread.
 //
-// Where a person answers the prompt for permission, the device starts undecided (Device::authorization has no
-// value), and a "settle" or "advance" can stop before the answer. Only steps of "authorization" make sense
-// then; goOn() ends the step that stopped. Written down, the "authorization" comes before that step, and a
-// scenario of those lines gives the same events.
+// When a person answers the prompt for permission, the device starts undecided (Device::authorization has no
+// value), and a "settle" or "advance" can stop before the answer. Then only "authorization" steps make sense;
+// goOn() completes the step that stopped. In a saved scenario the "authorization" comes before that step, and
+// gives the same events.
 #pragma once
 
 #include "device/device.h"
@@ -25,13 +25,13 @@ class Player {
   /// Throws ScenarioError for a step that turns out impossible.
   void play(const Step& step);
 
-  /// Runs all that is due, as the step "settle" does.
+  /// Runs everything that is due, as the step "settle" does.
   void settle();
 
   /// Whether the step that was played last stopped before the answer to a request for permission.
   [[nodiscard]] bool isStopped() const { return world_.device.queue.isStopped(); }
 
-  /// Goes on with the step that stopped, if one did.
+  /// Continues the step that stopped, if one did.
   void goOn();
 
  private:

@@ -32,7 +32,7 @@ std::string pathOf(const std::string& head) {
   return head.substr(start, head.find(' ', start) - start);
 }
 
-/// The token of a request, as its sender and the server both know it.
+/// The token that a request registers.
 std::string tokenOf(const std::string& body) {
   const server::ParsedRequest parsed = server::parseRequest(body);
   if (!parsed.request) return {};

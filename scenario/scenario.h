@@ -1,4 +1,4 @@
-// Reads scenarios: JSON Lines, one step a line. All of a scenario is checked before any of it is played. Any
+// Reads scenarios: JSON Lines, one step per line. The whole scenario is checked before it is played. Any
 // thread.
 #pragma once
 
@@ -20,18 +20,18 @@ class ScenarioError : public StepError {
   std::size_t line_;
 };
 
-/// A line of a scenario that is no blank one.
+/// A line of a scenario that is not blank.
 struct ScenarioLine {
   std::size_t number;  ///< from 1
   std::string_view text;
 
-  /// Comments are passed over.
+  /// Ignores comments.
   [[nodiscard]] bool isComment() const { return text.starts_with('#'); }
 };
 
 std::vector<ScenarioLine> linesOf(std::string_view text);
 
-/// Throws ScenarioError for the first bad line. Where the push server runs elsewhere, "server" steps are bad.
+/// Throws ScenarioError for the first bad line. With an external push server, "server" steps are errors.
 std::vector<Step> readScenario(std::string_view text, bool serverIsElsewhere);
 
 }  // namespace quorvantis::scenario

@@ -15,19 +15,19 @@ namespace quorvantis::scenario {
 struct World;
 enum class Needs;
 
-/// A step that can't be read, or not be played when its turn comes: what() says why.
+/// A step that can't be read, or can't be played when its turn comes: what() says why.
 class StepError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
-/// What a step does, with the values that it does it with. Main thread; throws StepError.
+/// What a step does, with its values. Main thread; throws StepError.
 using Play = std::function<void(const World& world)>;
 
-/// Made by readStep() alone, and so well-formed.
+/// Always well-formed: only readStep() creates one.
 class Step {
  public:
-  /// From 1, with the lines that are passed over counted; 0 for a step that is of no scenario.
+  /// From 1, counting ignored lines; 0 for a step that is not from a scenario.
   [[nodiscard]] std::size_t line() const { return line_; }
 
   /// The step as a line of a scenario, without a line feed; read again, it is the same step.
@@ -52,7 +52,7 @@ class Step {
 };
 
 /// Reads one step from a line of JSON. Throws StepError with the reason that `quorvantis-push run` gives.
-/// Where the push server runs elsewhere, steps that tell it what to answer are refused.
+/// With an external push server, steps that set its answers are refused.
 Step readStep(std::string_view text, bool serverIsElsewhere = false, std::size_t line = 0);
 
 /// The same for an object that has been read.

@@ -1,5 +1,5 @@
-// What the rows of the table of steps are made of. A row says which keys a step has, and what is done with
-// their values: its functions get them with the types of the keys' kinds, or the row does not compile.
+// The parts of the rows in the table of steps. A row has a step's keys, and the functions that use their
+// values: they get them with the types of the keys' kinds, or the row does not compile.
 #pragma once
 
 #include <optional>
@@ -17,7 +17,7 @@
 
 namespace quorvantis::scenario {
 
-/// Why a step that tells the push server what to answer is refused where that is none of ours.
+/// Why a step that sets the push server's answers is refused with an external server.
 inline constexpr const char* kServerIsElsewhere =
     R"("server" only works with the embedded push server, not with --server)";
 
@@ -34,12 +34,12 @@ struct Rule {
   std::function<Play(const json::Dictionary& step)> bind;
 };
 
-/// What a step makes no sense without.
+/// What a step requires.
 enum class Needs { nothing, ownPushServer, runningApplication };
 
 struct StepRow {
-  /// A step may have a key whose value decides on its other keys and on what it does. It then has a row for
-  /// each of the values.
+  /// A step may have a key whose value determines its other keys and what it does. It then has a row for each
+  /// value.
   struct Variant {
     std::string_view key;
     const char* value;

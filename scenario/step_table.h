@@ -1,6 +1,5 @@
-// The table of steps: one row for each step, or for each of its variants, which says what the step holds and
-// what it does. What reads and plays steps, what offers them and what documents them all go by it. Any
-// thread.
+// The table of steps: a row for each step, or for each of its variants, with its keys and what it does. The
+// reader, the player, the page's forms and the documentation all use it. Any thread.
 #pragma once
 
 #include <vector>
@@ -12,7 +11,7 @@ namespace quorvantis::scenario {
 /// In the order of the documents; the variants of a step follow each other.
 const std::vector<StepRow>& stepTable();
 
-/// All that is stored on the device, the system's own keys left out, as the step "show" tells it.
+/// Everything stored on the device, without the system's own keys, as the step "show" prints it.
 json::Dictionary storedValues(device::Device& device);
 
 }  // namespace quorvantis::scenario

@@ -1,4 +1,4 @@
-// All that a step can act on. Main thread.
+// What a step can act on. Main thread.
 #pragma once
 
 #include "device/device.h"
@@ -12,7 +12,7 @@ struct World {
   Host& host;
   PushService* service;  ///< the embedded push server; nullptr when it runs elsewhere
 
-  /// Runs a piece of due work; what it raises ends that piece alone.
+  /// Runs a due task; an exception only ends that task.
   [[nodiscard]] device::MainQueue::Runner runner() const {
     return [&host = host](const device::MainQueue::Task& task) { host.perform(task); };
   }

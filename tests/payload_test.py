@@ -165,7 +165,7 @@ class Payloads(unittest.TestCase):
                 ('{"aps":{%s,"body":"y"}}' % alert, 'Remove it; "alert" already has one.'),
                 ('{"aps":{"alert":{"body":"x","content-available":1}}}', 'Remove it; next to "alert" it keeps'),
                 ('{"aps":{%s},"content-available":1}' % alert, 'Remove it; next to "alert" it keeps'),
-                ('{"aps":{%s,"a":"%s"}}' % (alert, "x" * 4060), "Take out 1 byte. Blanks count. What is long"),
+                ('{"aps":{%s,"a":"%s"}}' % (alert, "x" * 4060), "Remove 1 byte. Blanks count. Link to long"),
                 ('{"Simulator Target Bundle":"a","aps":{%s,"a":"%s"}}' % (alert, "x" * 4060),
                  "Take out 1 byte. What is long")):
             found, = report([self.write("payload.json", content)])

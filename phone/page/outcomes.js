@@ -79,7 +79,7 @@ function opening({ url, when, opens }) {
     return `${start} asks the system to open something that is not defined, since the link is not a string.`;
   if (url === null)
     return `${start} asks the system to open nil, since the text is not an address: nothing opens.`;
-  return `${start} asks the system to open ${shown(url)}, which it can’t.`;
+  return `${start} asks the system to open ${shown(url)}, which it can’t open.`;
 }
 
 const textIn = (value) => (typeof value === "string" ? value : value === null ? "" : shown(value));
