@@ -35,8 +35,8 @@ class PayloadDocument {
   /// Null when the text is not JSON. Of repeated keys the last one counts. Without kSimulatorKey.
   [[nodiscard]] const json::Value& value() const { return value_; }
 
-  /// The size that Apple's service would get: of the text as given, or, without a kSimulatorKey, of the rest
-  /// as compact JSON.
+  /// The size for Apple's service: of the text as given or, if it had a kSimulatorKey, of the rest as compact
+  /// JSON.
   [[nodiscard]] std::size_t size() const { return size_; }
   [[nodiscard]] bool isForSimulator() const { return isForSimulator_; }
 

@@ -167,7 +167,7 @@ class Payloads(unittest.TestCase):
                 ('{"aps":{%s},"content-available":1}' % alert, 'Remove it; next to "alert" it keeps'),
                 ('{"aps":{%s,"a":"%s"}}' % (alert, "x" * 4060), "Remove 1 byte. Blanks count. Link to long"),
                 ('{"Simulator Target Bundle":"a","aps":{%s,"a":"%s"}}' % (alert, "x" * 4060),
-                 "Take out 1 byte. What is long")):
+                 "Remove 1 byte. Link to long")):
             found, = report([self.write("payload.json", content)])
             self.assertEqual([finding["remedy"][:len(remedy)] for finding in found["findings"]], [remedy], content[:80])
 
