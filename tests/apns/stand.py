@@ -39,9 +39,9 @@ class Key:
         self.public = self.key.public_key().public_bytes(
             serialization.Encoding.PEM, serialization.PublicFormat.SubjectPublicKeyInfo).decode()
 
-    def token(self, age=0, kid=KEY_ID, team=TEAM, algorithm="ES256", key=None, **claims):
+    def token(self, age=0, kid=KEY_ID, team=TEAM, algorithm="ES256", key=None, crit=None, **claims):
         return jwt.encode({"iss": team, "iat": int(time.time()) - age} | claims, key or self.private,
-                          algorithm=algorithm, headers={"kid": kid})
+                          algorithm=algorithm, headers={"kid": kid} | ({"crit": crit} if crit else {}))
 
 
 class Stand:
