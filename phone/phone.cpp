@@ -297,6 +297,7 @@ void Phone::perform(const Remove& act) {
 void Phone::reach(const Arrive& notification) {
   world_->collapseId = notification.collapseId;
   if (world_->hasEnded) {
+    reportOversize(notification.userInfo);
     notify(notification.userInfo);
   } else if (!isReplaying_) {  // what is replayed has the steps themselves
     perform(scenario::readStep({{"do", "deliver"}, {"userInfo", notification.userInfo}}));

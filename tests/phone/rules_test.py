@@ -99,6 +99,7 @@ def ends(phone):
         check(phone.refusal(step)[0] == 409, step)
     lines = phone.play(arrives(note(1, badge=2)))
     check(lines[0]["phone"] == "arrive" and screens(lines) == ["listed", "badge"], lines)
+    check(screens(phone.play(arrives(note(2) | {"x": "y" * 5000}))) == ["oversized", "listed"], "it is told all the same")
     phone.play({"do": "relaunch"}, *REGISTER, {"phone": "end"})
     lines = phone.play({"do": "show"}, {"do": "device", "country": "ES"})
     check("settings" in lines[1]["event"], "what is stored can be seen")
