@@ -173,6 +173,14 @@ def misbehaves(phone, backend, token):
     check(status == 400 and "goaway" in answer["error"], answer)
 
 
+def airplane_mode(phone):
+    phone.fresh()
+    phone.play(*REGISTER, {"phone": "airplaneMode", "on": True}, {"do": "deliverToken", "hex": "aa"}, {"do": "settle"})
+    events = texts(phone.lines())
+    phone.fresh(phone.scenario())
+    check(texts(phone.lines()) == events and "requestFailed" in screens(phone.lines()), phone.lines())
+
+
 def main():
     with tempfile.TemporaryDirectory() as name:
         folder, key = pathlib.Path(name), Key()
@@ -192,6 +200,7 @@ def main():
             stranger = Backend(phone, authority, Key(), folder)
             check(stranger.send(token, ALERT) == (403, "InvalidProviderToken"), "signed with another key")
             events, scenario = texts(phone.lines()), phone.scenario()
+            airplane_mode(phone)
             printed, status = phone.stop()
             out, words = json.dumps(printed), phone.said()
             check(status == 1, "--strict: the library would have ended the application")
