@@ -10,8 +10,8 @@ namespace quorvantis::phone {
 namespace {
 
 constexpr long kMostReaders = 64;
-constexpr auto kQuiet =
-    std::chrono::seconds(10);  // then a keep-alive shows whether the reader is still there
+// Then a keep-alive shows whether the reader is still there: those who left must not fill the places.
+constexpr auto kQuiet = std::chrono::seconds(1);
 
 /// One reader's place in the transcript.
 class Stream {
