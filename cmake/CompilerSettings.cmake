@@ -25,8 +25,8 @@ if(QUORVANTIS_PACKAGES)
   add_compile_options("-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.")
 endif()
 
-# Hardening as the OpenSSF's guide for C and C++ compilers has it. The sanitizers look for more, and some of
-# this is in their way.
+# Hardening as in the OpenSSF's guide for C and C++ compilers. The sanitizers find more, and conflict with some of
+# this.
 include(CheckPIESupported)
 check_pie_supported(LANGUAGES CXX)
 if(NOT QUORVANTIS_SANITIZE)
@@ -50,7 +50,7 @@ if(NOT QUORVANTIS_SANITIZE)
   endif()
 endif()
 
-# libc++ hands out std::stop_token from version 20 on; before, only to those who ask for what is experimental.
+# libc++ has std::stop_token from version 20 on; before, only with its experimental library.
 include(CheckCXXSourceCompiles)
 set(CMAKE_REQUIRED_FLAGS -std=c++20)
 check_cxx_source_compiles("#include <stop_token>\nint main() { return std::stop_source().stop_requested(); }"
@@ -60,7 +60,7 @@ if(NOT QUORVANTIS_HAS_STOP_TOKEN)
   add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-fexperimental-library>)
 endif()
 
-# The project's version as C++ sees it: the text that the bundle says, and the number of Xcode's two symbols.
+# The project's version for C++: the bundle's string, and the number of Xcode's two symbols.
 set(QUORVANTIS_VERSION "${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}")
 
 function(quorvantis_target target)

@@ -1,4 +1,4 @@
-# The core: all of the library's behaviour, over the seam that platform/ declares. Alone it leaves the seam undefined.
+# The core: all of the library's behaviour, over the seam that platform/ declares. It does not define the seam.
 
 file(STRINGS "${CMAKE_CURRENT_LIST_DIR}/core-folders" QUORVANTIS_CORE_FOLDERS)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${CMAKE_CURRENT_LIST_DIR}/core-folders")

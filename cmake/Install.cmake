@@ -25,7 +25,7 @@ if(QUORVANTIS_TOOL)
   if(BUILD_SHARED_LIBS)
     set_target_properties(quorvantis_push_tool PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
   else()
-    # Otherwise the build tree's program keeps room for a path in empty entries, which mean the current folder.
+    # Otherwise the build tree's program has empty entries in its run path, which mean the current folder.
     set_target_properties(quorvantis_push_tool PROPERTIES BUILD_WITH_INSTALL_RPATH ON)
   endif()
   install(TARGETS quorvantis_push_tool RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT tool)
@@ -48,7 +48,7 @@ endif()
 # Headers include each other by their path in the source tree.
 foreach(folder IN LISTS QUORVANTIS_CORE_FOLDERS ITEMS platform platform/simulated device json server)
   file(GLOB headers CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/${folder}/*.h")
-  list(FILTER headers EXCLUDE REGEX "/shared_slot\\.h$")  # for the simulated device's relaunch alone
+  list(FILTER headers EXCLUDE REGEX "/shared_slot\\.h$")  # only for the simulated device's relaunch
   install(FILES ${headers} DESTINATION "${header_folder}/${folder}" COMPONENT development)
 endforeach()
 
@@ -68,7 +68,7 @@ install(FILES
   DESTINATION "${package_folder}"
   COMPONENT development)
 
-# The same for who builds without CMake; the folders are told from the file's own.
+# The same for builds without CMake; its folders are relative to the file.
 file(RELATIVE_PATH prefix_from_pkgconfig "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
 configure_file("${PROJECT_SOURCE_DIR}/cmake/quorvantispush.pc.in" "${PROJECT_BINARY_DIR}/quorvantispush.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/quorvantispush.pc"

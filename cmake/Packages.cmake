@@ -1,9 +1,9 @@
-# What scripts/package makes with CPack: the Debian packages quorvantis-push and libquorvantispush-dev.
+# The Debian packages quorvantis-push and libquorvantispush-dev, which scripts/package builds with CPack.
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME quorvantis-push)
 set(CPACK_PACKAGE_VENDOR Quorvantis)
-# To be replaced: where those who keep the packages are reached.
+# To be replaced by the packages' maintainers.
 set(CPACK_PACKAGE_CONTACT "QuorvantisPush maintainers <push@quorvantis.com>")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_COMPONENTS_ALL tool development)
@@ -25,7 +25,7 @@ does and what is wrong with its payload, plays scenarios that give the same
 output every time, holds a phone that a browser, a test or a backend can
 use, and runs a push server for development.")
 
-# What the CMake package and the pkg-config file look for.
+# Required by the CMake package and the pkg-config file.
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libquorvantispush-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 string(CONCAT CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS

@@ -1,4 +1,4 @@
-# Makes a C++ source that holds files as bytes:
+# Generates a C++ source that contains files as bytes:
 #   cmake -D OUTPUT=FILE -D HEADER=HEADER -D NAMES=NAME,… -D FILES=FILE,… -P embed_files.cmake
 # HEADER declares what the source defines: embeddedFiles().
 string(REPLACE "," ";" names "${NAMES}")

@@ -59,13 +59,13 @@ TEST(JsonReading, RoundsRealsCorrectlyAtTheEdgesOfTheirRange) {
   }
 }
 
-TEST(JsonReading, KeepsTextsToTheByte) {
+TEST(JsonReading, KeepsStringsByteForByte) {
   EXPECT_EQ(valueOf(R"("a\u0000b\"\\\/\b\f\n\r\té\u20AC\ud83d\ude00\ud7ff\ue000")"),
             Value("a\0b\"\\/\b\f\n\r\té€😀\xED\x9F\xBF\xEE\x80\x80"s));
   EXPECT_EQ(valueOf(R"({"\u0000":1,"":2,"\u00e9":3})"), Value(Dictionary{{"\0"s, 1}, {"", 2}, {"é", 3}}));
 }
 
-TEST(JsonReading, TellsWhatIsWrongAndWhere) {
+TEST(JsonReading, ReportsWhatIsWrongAndWhere) {
   const std::pair<std::string, std::string> cases[] = {
       {"", "0 there is no value"},
       {" \n", "2 there is no value"},
@@ -121,7 +121,7 @@ TEST(JsonReading, RefusesWhatItsOptionsRefuse) {
   EXPECT_EQ(problemOf("[-9223372036854775808, 1e300]", strict), "");
 }
 
-TEST(JsonReading, ShowsAnObserverThePlacesInTheText) {
+TEST(JsonReading, ReportsPositionsToAnObserver) {
   struct Recorder : Observer {
     std::vector<std::string> events;
     void key(std::string_view key, std::size_t offset, bool repeated) override {

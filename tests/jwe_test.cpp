@@ -87,20 +87,20 @@ TEST(Jwe, OpensWhatItSealed) {
   EXPECT_EQ(open(seal({}, kKey), kKey), "");
 }
 
-TEST(Jwe, SealsEachBodyAfresh) {
+TEST(Jwe, SealsTheSameBodyDifferentlyEachTime) {
   std::set<std::string> vectors;
   for (int i = 0; i < 20; ++i) vectors.insert(parts(seal(kBody, kKey)).at(2));
   EXPECT_EQ(vectors.size(), 20U);
 }
 
-TEST(Jwe, TakesKeysOf32BytesOnly) {
+TEST(Jwe, AcceptsOnlyKeysOf32Bytes) {
   for (const std::size_t size : {0U, 16U, 31U, 33U, 64U}) {
     EXPECT_THROW(seal(kBody, std::string(size, 'k')), std::invalid_argument);
     EXPECT_EQ(open(seal(kBody, kKey), std::string(size, 'k')), std::nullopt);
   }
 }
 
-TEST(Jwe, TakesOneKindOfHeaderOnly) {
+TEST(Jwe, AcceptsOnlyOneHeader) {
   for (const char* header : {R"({"alg":"dir","enc":"A128CBC-HS256"})",
                              R"({ "enc":"A128CBC-HS256", "kid":"k", "cty":"c", "alg":"dir" })"}) {
     EXPECT_EQ(open(sealedUnder(header), kKey), kBody) << header;
@@ -115,7 +115,7 @@ TEST(Jwe, TakesOneKindOfHeaderOnly) {
   }
 }
 
-TEST(Jwe, TakesFivePartsOnly) {
+TEST(Jwe, AcceptsOnlyFiveParts) {
   auto good = parts(seal(kBody, kKey));
   EXPECT_EQ(open(joined(good) + ".", kKey), std::nullopt);
   EXPECT_EQ(open(joined({good[0], good[1], good[2], good[3]}), kKey), std::nullopt);

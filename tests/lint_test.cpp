@@ -12,7 +12,7 @@
 namespace quorvantis {
 namespace {
 
-TEST(LintService, answersBesideAPhone) {
+TEST(LintService, AnswersInAProcessWithAPhone) {
   lint::LintService service;
   // The helper is a copy from before there was a phone.
   const device::Device phone;
@@ -31,7 +31,7 @@ TEST(LintService, answersBesideAPhone) {
   }
 }
 
-TEST(LintService, answersAnyBytes) {
+TEST(LintService, AnswersAnyBytes) {
   lint::LintService service;
   for (const std::string& text :
        {std::string(), std::string("\n"), std::string("\xFF\0{", 3), std::string(1 << 20, '[')}) {
@@ -41,7 +41,7 @@ TEST(LintService, answersAnyBytes) {
   }
 }
 
-TEST(LintService, saysWhatFailedAndGoesOn) {
+TEST(LintService, ReportsAFailureAndContinues) {
   lint::HelperProcess helper([](const std::string& request) {
     if (request.empty()) throw std::runtime_error("no request");
     return request + request;
@@ -57,14 +57,14 @@ TEST(LintService, saysWhatFailedAndGoesOn) {
   EXPECT_EQ(helper.receive(), "abab");
 }
 
-TEST(LintService, saysThatItsHelperIsGone) {
+TEST(LintService, ReportsThatItsHelperHasEnded) {
   lint::HelperProcess helper([](const std::string&) -> std::string { _exit(1); });
   helper.send("x");
   EXPECT_THROW(helper.receive(), std::runtime_error);
 }
 
 // An editor's marks: on one line, and on whole characters.
-TEST(Findings, markWhatTheyMean) {
+TEST(Findings, MarkTheRightRange) {
   const std::string text =
       "{\"aps\": {\n  \"alert\": {\"body\": \"é😀\"},\n  \"Badge\": 1, \"extra9\": [1,\n2]}}";
   const lint::Findings findings = lint::findIn(lint::PayloadDocument(text));

@@ -22,7 +22,7 @@ class MainQueueTest : public testing::Test {
   std::string log;
 };
 
-TEST_F(MainQueueTest, RunsWhatIsDueInItsOrder) {
+TEST_F(MainQueueTest, RunsDueTasksInOrder) {
   queue.postAfter(nanoseconds(5), note("late"));
   queue.postAfter(nanoseconds(3), [this] {
     note("early")();
@@ -43,7 +43,7 @@ TEST_F(MainQueueTest, RunsWhatIsDueInItsOrder) {
   EXPECT_EQ(log.find("after-all"), std::string::npos);
 }
 
-TEST_F(MainQueueTest, GoesOnAfterATaskThatFails) {
+TEST_F(MainQueueTest, ContinuesAfterAFailedTask) {
   queue.post([] { throw 1; });
   queue.post(note("next"));
   EXPECT_THROW(queue.settle(run), int);
@@ -51,7 +51,7 @@ TEST_F(MainQueueTest, GoesOnAfterATaskThatFails) {
   EXPECT_EQ(log, "next ");
 }
 
-TEST_F(MainQueueTest, StopsBeforeATaskThatIsNotReadyAndGoesOnFromThere) {
+TEST_F(MainQueueTest, StopsBeforeATaskThatIsNotReadyAndResumesThere) {
   bool isReady = false;
   queue.post(note("first"));
   queue.postWhen([&] { return isReady; },
@@ -83,7 +83,7 @@ TEST_F(MainQueueTest, StopsBeforeATaskThatIsNotReadyAndGoesOnFromThere) {
   EXPECT_FALSE(queue.isStopped());
 }
 
-TEST_F(MainQueueTest, LetsGoOfATaskBeforeTheNextOne) {
+TEST_F(MainQueueTest, DestroysATaskBeforeTheNextOne) {
   const auto held = std::shared_ptr<void>(nullptr, [this](void*) { note("released")(); });
   queue.post([mine = held] {});
   queue.post([mine = std::shared_ptr<void>(nullptr, [this](void*) { queue.post(note("unseen")); })] {});
@@ -96,7 +96,7 @@ TEST_F(MainQueueTest, LetsGoOfATaskBeforeTheNextOne) {
   EXPECT_EQ(log, "2 1 next 1 unseen 1 ");
 }
 
-TEST_F(MainQueueTest, DropsWhatIsPendingWhenItIsCleared) {
+TEST_F(MainQueueTest, DropsPendingTasksWhenCleared) {
   // What a dropped task holds may post.
   queue.post([this, mine = std::shared_ptr<void>(nullptr, [this](void*) { queue.post(note("after")); })] {
     note("dropped")();
@@ -107,7 +107,7 @@ TEST_F(MainQueueTest, DropsWhatIsPendingWhenItIsCleared) {
   EXPECT_EQ(log, "after ");
 }
 
-TEST_F(MainQueueTest, TakesWorkFromManyThreads) {
+TEST_F(MainQueueTest, AcceptsTasksFromManyThreads) {
   constexpr int kTasks = 1000;
   int ran = 0;
   const auto post = [&] {

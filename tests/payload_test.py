@@ -128,7 +128,7 @@ class Payloads(unittest.TestCase):
         path.write_bytes(content if isinstance(content, bytes) else content.encode())
         return path
 
-    def test_each_payload_draws_its_finding_and_no_other(self):
+    def test_each_payload_has_exactly_its_finding(self):
         expected = json.loads((FOLDER / "expected.json").read_text())
         files = payload_files()
         self.assertEqual(sorted(expected), [path.name for path in files if code_of(path) != "valid"])
@@ -138,7 +138,7 @@ class Payloads(unittest.TestCase):
             wanted = [] if code_of(path) == "valid" else [[code_of(path), *expected[path.name]]]
             self.assertEqual(drawn, wanted, path.name)
 
-    def test_every_documented_code_is_drawn_with_its_severity(self):
+    def test_every_documented_code_occurs_with_its_severity(self):
         table = re.findall(r"^\| `([a-z-]+)` \| (error|warning|note) \|", (DOCS / "payloads.md").read_text(), re.M)
         drawn = {(finding["code"], finding["severity"])
                  for found in report(payload_files()) for finding in found["findings"]}
@@ -171,7 +171,7 @@ class Payloads(unittest.TestCase):
             found, = report([self.write("payload.json", content)])
             self.assertEqual([finding["remedy"][:len(remedy)] for finding in found["findings"]], [remedy], content[:80])
 
-    def test_sizes_are_those_that_the_service_carries(self):
+    def test_sizes_are_those_that_the_service_gets(self):
         sizes = {Path(found["file"]).name: found["bytes"] for found in report(payload_files())}
         self.assertEqual(sizes["valid.simulator.apns"], len('{"aps":{"alert":{"body":"Hi"}}}'))
         self.assertEqual(sizes["valid.largest.apns"], 4096)
@@ -179,7 +179,7 @@ class Payloads(unittest.TestCase):
         text = run("payload", FOLDER / "too-large.json").stdout.decode()
         self.assertIn("4,200 bytes, 104 more than the 4,096", text)
 
-    def test_exact_remedies_mend(self):
+    def test_exact_remedies_work(self):
         mendable = set()
         for path in payload_files():
             found, = report([path])
@@ -286,7 +286,7 @@ class Payloads(unittest.TestCase):
         self.assertIn("A tap on OK asks the system to open /offers?id=1, which it can't open.", text)
         self.assertNotIn("opens /offers", text)
 
-    def test_a_link_that_is_no_text_is_not_explained(self):
+    def test_a_link_that_is_not_a_string_is_not_explained(self):
         for version in SYSTEM_VERSIONS:
             found, = report([FOLDER / "link-is-no-text.json"], "--system-version", version)
             opened = {opening["url"] for outcome in found["outcomes"] for opening in outcome["opened"]}
@@ -294,7 +294,7 @@ class Payloads(unittest.TestCase):
         text = run("payload", FOLDER / "link-is-no-text.json").stdout.decode()
         self.assertIn("A tap on OK asks the system to open something that is not defined", text)
 
-    def test_narrow_terminals_are_kept_to(self):
+    def test_output_fits_narrow_terminals(self):
         command = f"stty cols 40; NO_COLOR=1 '{TOOL}' payload '{FOLDER / 'valid.openurl.json'}'"
         done = subprocess.run(["script", "-qec", command, "/dev/null"], stdin=subprocess.DEVNULL,
                               capture_output=True, text=True, timeout=300)
@@ -379,7 +379,7 @@ class Payloads(unittest.TestCase):
         self.assertEqual(line[region["startColumn"] - 1:region["endColumn"] - 1], '"Badge"')
         self.assertEqual((change["replacements"][0]["insertedContent"]["text"], status), ('"badge"', 0))
 
-    def test_sarif_tells_what_it_could_not_read(self):
+    def test_sarif_reports_what_it_could_not_read(self):
         repeated = self.write("repeated.json", "{" + ",".join(['"a":1'] * 200) + "}")
         log, status = sarif("no/such file", repeated)
         invocation, = log["invocations"]
@@ -522,7 +522,7 @@ class Payloads(unittest.TestCase):
         largest = resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss
         self.assertLess(largest, 1 << 20, "KiB at most")
 
-    def test_nothing_that_a_terminal_would_obey_is_printed(self):
+    def test_no_terminal_controls_are_printed(self):
         nasty = "\\u001b[2J\\u009b2J\x7f\u202e\u2066"
         path = self.write("nasty.json", '{"aps":{"alert":{"title":"%s","body":"a\\nb"},"type":"pushlib-abrirurl",'
                                         '"urlnoti":"%s","%s":{"\\u001b":1,"\\u001b":2}}}' % (nasty, nasty, nasty))

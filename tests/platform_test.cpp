@@ -51,7 +51,7 @@ TEST_F(PlatformTest, HandlesShareTheirObjectAndMovesEmptyTheSource) {
   EXPECT_EQ(CountedThing::live, 2);
 }
 
-TEST_F(PlatformTest, AnObjectLetGoByAnAssignmentFindsTheNewOneInPlace) {
+TEST_F(PlatformTest, AnObjectReleasedByAnAssignmentFindsTheNewOneInPlace) {
   struct Curious : Thing {
     Curious(const Object& itsHolder, Object& itsSight) : holder(itsHolder), sight(itsSight) {}
     ~Curious() override { sight = holder; }
@@ -65,7 +65,7 @@ TEST_F(PlatformTest, AnObjectLetGoByAnAssignmentFindsTheNewOneInPlace) {
   EXPECT_TRUE(sight.isSame(next));
 }
 
-TEST_F(PlatformTest, SamenessAndEqualityAreTwoThings) {
+TEST_F(PlatformTest, IdentityAndEqualityDiffer) {
   const Object a = text("a");
   const Object alsoA = text("a");
   EXPECT_TRUE(a.isEqual(alsoA) && a.isEqual(a));
@@ -86,7 +86,7 @@ TEST_F(PlatformTest, AWindowForgetsTheRootThatItReplaces) {
   EXPECT_TRUE(take({"alertShown"}).empty());
 }
 
-TEST_F(PlatformTest, NilTakesEveryMessageAndGivesNothing) {
+TEST_F(PlatformTest, NilAcceptsEveryMessageAndReturnsNothing) {
   const Object nil;
   nil.performSelector({"onError:"}, text("x"));
   EXPECT_FALSE(nil.respondsToSelector({"onError:"}));
@@ -167,7 +167,7 @@ TEST_F(PlatformTest, OtherObjectsRaiseWhatTheyDoNotUnderstand) {
   EXPECT_EQ(raisedBy([] { make<Thing>()->self().performSelector({"onError:"}, nullptr); }), "onError:");
 }
 
-TEST_F(PlatformTest, AConstantTextIsOneObjectForAllThreads) {
+TEST_F(PlatformTest, AConstantStringIsOneObjectForAllThreads) {
   static constinit const ConstantString constant{"constant"};
   std::vector<void*> seen(4);
   std::vector<std::thread> threads;
@@ -196,7 +196,7 @@ TEST_F(PlatformTest, AnObjectLivesAsLongAsItsFront) {
   EXPECT_EQ(simulated::coreOf(text("t")), nullptr);
 }
 
-TEST_F(PlatformTest, AFrontThatIsGivenOwnsTheObject) {
+TEST_F(PlatformTest, AGivenFrontOwnsTheObject) {
   struct Fronted : NSObject {
     explicit Fronted(void* front) : NSObject(front) {}
     ~Fronted() override = default;
@@ -211,7 +211,7 @@ TEST_F(PlatformTest, AFrontThatIsGivenOwnsTheObject) {
   EXPECT_EQ(read(front), "front");
 }
 
-TEST_F(PlatformTest, WhatFailsToBeMadeLeavesNothing) {
+TEST_F(PlatformTest, AFailedConstructionLeavesNothingBehind) {
   struct FailsToConstruct : CountedThing {
     FailsToConstruct() { throw 1; }
   };
@@ -223,7 +223,7 @@ TEST_F(PlatformTest, WhatFailsToBeMadeLeavesNothing) {
   EXPECT_EQ(CountedThing::live, 0);
 }
 
-TEST_F(PlatformTest, ADyingObjectMayStillHandItselfOut) {
+TEST_F(PlatformTest, AnObjectMayPassItselfOnDuringItsDestruction) {
   struct Parting : CountedThing {
     ~Parting() override { const Object last = self(); }
   };
@@ -248,7 +248,7 @@ TEST_F(PlatformTest, AWeakReferenceGivesTheObjectUntilItEnds) {
   EXPECT_FALSE(WeakObject(nullptr).lock() || WeakObject(text("no object of the library")).lock());
 }
 
-TEST_F(PlatformTest, AWeakReferenceMayBeLockedWhileTheLastCountGoes) {
+TEST_F(PlatformTest, AWeakReferenceMayBeLockedWhileTheLastCountIsReleased) {
   for (int round = 0; round < 200; ++round) {
     auto thing = make<CountedThing>();
     const WeakObject weak(thing->self());

@@ -84,7 +84,7 @@ TEST_F(PushRequestDataTest, BeginsWithATransportAPrefixAndATag) {
   EXPECT_EQ(read(fresh->userDefaultsPrefix()), "quorvantis_");
 }
 
-TEST_F(PushRequestDataTest, LetsGoOfItsFieldsFromTheLastToTheFirst) {
+TEST_F(PushRequestDataTest, ReleasesItsFieldsFromTheLastToTheFirst) {
   std::vector<std::string> log;
   const auto probe = [&log](const char* name) { return platform::make<Probe>(name, log)->self(); };
   auto fresh = make<Client>();
@@ -100,7 +100,7 @@ TEST_F(PushRequestDataTest, LetsGoOfItsFieldsFromTheLastToTheFirst) {
                                            "camposComunes", "conexion"}));
 }
 
-TEST_F(PushRequestDataTest, TellsOneOutcomeOfEachAnswer) {
+TEST_F(PushRequestDataTest, ReportsOneOutcomePerAnswer) {
   struct Row {
     std::string task, success, unusable;
   };
@@ -152,14 +152,14 @@ TEST_F(PushRequestDataTest, SaysNothingWhereNobodyAnswers) {
   EXPECT_TRUE(answerTo(kRegister, 200, R"({"token":"t"})").empty());
 }
 
-TEST_F(PushRequestDataTest, PostsToTheGivenAddressOnceAndElseToTheEndpoint) {
+TEST_F(PushRequestDataTest, PostsToAGivenAddressOnceAndOtherwiseToTheEndpoint) {
   client->sendConnexion(text("one"), text("a=1&b= %é"), text("https://elsewhere.example/"));
   client->sendConnexion(text("two"), nullptr, nullptr);
   EXPECT_EQ(take({"request"}), (std::vector<Event>{request("one", "https://elsewhere.example/", "a=1&b= %é"),
                                                    request("two", kEndpoint, std::nullopt)}));
 }
 
-TEST_F(PushRequestDataTest, ReadsTheCommonFieldsUnderThePrefixItHas) {
+TEST_F(PushRequestDataTest, ReadsTheCommonFieldsUnderItsPrefix) {
   EXPECT_EQ(read(client->crearCamposComunes()), kNoFields);
 
   device.storeFromElsewhere({{"quorvantis_jsonAppPush", "a&b=c d"},
@@ -206,7 +206,7 @@ TEST_F(PushRequestDataTest, SendsItselfWhatASubclassMayOverride) {
   EXPECT_FALSE(overriding->sent[1][2]);
 }
 
-TEST_F(PushRequestDataTest, TellsTheFieldsObjectWhateverItsGetterSays) {
+TEST_F(PushRequestDataTest, UsesTheFieldWhateverTheGetterReturns) {
   class Hiding : public Client {
     [[nodiscard]] Object delegate() const override { return nullptr; }
   };
@@ -218,7 +218,7 @@ TEST_F(PushRequestDataTest, TellsTheFieldsObjectWhateverItsGetterSays) {
   EXPECT_EQ(answerTo(kRegister, 200, R"({"token":"t"})"), (std::vector<Heard>{{"onRegisterToken:", "t"}}));
 }
 
-TEST_F(PushRequestDataTest, TellsTheObjectThatItHasAsked) {
+TEST_F(PushRequestDataTest, SendsToTheObjectThatItHasAsked) {
   class Replacing : public Listener {
    public:
     [[nodiscard]] bool respondsToSelector(platform::Selector selector) const override {
@@ -238,7 +238,7 @@ TEST_F(PushRequestDataTest, TellsTheObjectThatItHasAsked) {
 }
 
 // What it owned sends it messages while it is destroyed.
-TEST_F(PushRequestDataTest, IsWholeUntilItsFieldsAreGone) {
+TEST_F(PushRequestDataTest, IsIntactUntilItsFieldsAreReleased) {
   class Parting : public Counted<Listener> {
    public:
     ~Parting() override {
@@ -262,7 +262,7 @@ TEST_F(PushRequestDataTest, IsWholeUntilItsFieldsAreGone) {
   EXPECT_EQ(Counted<Listener>::live, 0);
 }
 
-TEST_F(PushRequestDataTest, CancelsTheRequestUnderWayAndNoOther) {
+TEST_F(PushRequestDataTest, CancelsOnlyTheRequestInProgress) {
   send(kRegister);
   send(kChange);
   client->cancel();
@@ -275,7 +275,7 @@ TEST_F(PushRequestDataTest, CancelsTheRequestUnderWayAndNoOther) {
   EXPECT_EQ(answerTo(kUpdate, 200, R"({"token":"t"})"), (std::vector<Heard>{{"onUpdateToken:", "t"}}));
 }
 
-TEST_F(PushRequestDataTest, CancelsWhatIsOnTheWire) {
+TEST_F(PushRequestDataTest, CancelsARequestOnTheWire) {
   int answered = 0;
   const scenario::PushService slow(device, scenario::DefaultAnswer::accept, [&](const server::Answer&) {
     if (++answered == 1) client->cancel();
@@ -288,7 +288,7 @@ TEST_F(PushRequestDataTest, CancelsWhatIsOnTheWire) {
             (std::vector<Heard>{{"onError:", "Error --> registerToken"}, {"onRegisterToken:", "00"}}));
 }
 
-TEST_F(PushRequestDataTest, SendsWhatIsAskedForAfterItsProcessHasEnded) {
+TEST_F(PushRequestDataTest, SendsRequestsAfterItsProcessHasEnded) {
   send(kRegister);
   device.endProcess();
   send(kChange);
@@ -322,7 +322,7 @@ TEST_F(PushRequestDataTest, IsForgottenWhenItDies) {
   EXPECT_TRUE(take({"received"}).empty());
 }
 
-TEST_F(PushRequestDataTest, GoesOnAfterADelegateThatRaises) {
+TEST_F(PushRequestDataTest, ContinuesAfterADelegateThatRaises) {
   send(kRegister);
   send(kChange);
   listener->onMessage = [] { platform::doesNotRecognizeSelector({"boom"}); };
@@ -333,7 +333,7 @@ TEST_F(PushRequestDataTest, GoesOnAfterADelegateThatRaises) {
   EXPECT_EQ(heard().size(), 2u);
 }
 
-TEST_F(PushRequestDataTest, HoldsItsDelegate) {
+TEST_F(PushRequestDataTest, RetainsItsDelegate) {
   using Held = Counted<Listener>;
   client->setDelegate(make<Held>()->self());
   EXPECT_EQ(Held::live, 1);
@@ -342,7 +342,7 @@ TEST_F(PushRequestDataTest, HoldsItsDelegate) {
   EXPECT_TRUE(client->delegate().isSame(listener->self()));
 }
 
-TEST_F(PushRequestDataTest, ReplacesItsDelegateWhileAnswersComeIn) {
+TEST_F(PushRequestDataTest, ReplacesItsDelegateWhileAnswersArrive) {
   static std::atomic<int> told;
   struct Teller : Counted<Listener> {
     void performSelector(platform::Selector, const Object&) override { ++told; }

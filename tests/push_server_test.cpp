@@ -98,7 +98,7 @@ TEST_F(PushServerTest, RegistersAndChangesTokens) {
   EXPECT_TRUE(refused.empty());
 }
 
-TEST_F(PushServerTest, OpensProtectedRequestsAndSealsTheirAnswers) {
+TEST_F(PushServerTest, DecryptsRequestsAndEncryptsTheirAnswers) {
   for (const bool sealAnswers : {false, true}) {
     start({.sealAnswers = sealAnswers});
     const auto result =
@@ -232,7 +232,7 @@ TEST_F(PushServerTest, ServesSeveralConnectionsOneRequestAtATime) {
   EXPECT_EQ(most, 1);
 }
 
-TEST_F(PushServerTest, StopsAtOnceAndFinishesTheRequestUnderWay) {
+TEST_F(PushServerTest, StopsAtOnceAndFinishesTheRequestInProgress) {
   std::promise<void> entered;
   std::atomic<bool> slow = false;
   start({.responder = [&](const ReceivedRequest&) {

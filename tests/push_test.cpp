@@ -123,7 +123,7 @@ TEST_F(PushTest, SharesOneInstanceOfTheClassThatAsksFirst) {
   EXPECT_TRUE(take({"authorizationRequested"}).empty());
 }
 
-TEST_F(PushTest, LetsGoOfItsFieldsFromTheLastToTheFirst) {
+TEST_F(PushTest, ReleasesItsFieldsFromTheLastToTheFirst) {
   std::vector<std::string> log;
   const auto probe = [&log](const char* name) { return platform::make<Probe>(name, log)->self(); };
   push->aplication = probe("aplication").as<platform::UIApplication>();
@@ -171,7 +171,7 @@ TEST_F(PushTest, NeitherRetainsNorKeepsTheHostsDelegate) {
   EXPECT_EQ(second.selectors(), std::vector<std::string>{"onRegisterToken:"});
 }
 
-TEST_F(PushTest, AsksTheDelegateBeforeItSendsButForTheOldSystem) {
+TEST_F(PushTest, AsksTheDelegateBeforeItSendsExceptOnAnOldSystem) {
   struct Choosy {
     bool respondsToSelector(Selector selector) {
       asked.emplace_back(selector.name);
@@ -240,7 +240,7 @@ TEST_F(PushTest, SendsItselfWhatASubclassMayOverride) {
   EXPECT_EQ(Counted<PushRequestData>::live, 0);
 }
 
-TEST_F(PushTest, WorksWithNothingWhereInitWasNotSentOn) {
+TEST_F(PushTest, WorksWithoutAClientWhenInitWasNotForwarded) {
   struct Uninitialised : Push {
     void init() override {}
   };
@@ -254,7 +254,7 @@ TEST_F(PushTest, WorksWithNothingWhereInitWasNotSentOn) {
   EXPECT_TRUE(take({"request"}).empty());
 }
 
-TEST_F(PushTest, GivesAwayWhatItsSubclassSaysItIs) {
+TEST_F(PushTest, UsesTheObjectThatItsSubclassReturns) {
   struct Face : NSObject,
                 platform::UNUserNotificationCenterDelegate,
                 platform::QuorvantisRegisterLibDelegate {
@@ -286,7 +286,7 @@ TEST_F(PushTest, GivesAwayWhatItsSubclassSaysItIs) {
   EXPECT_EQ(masked->face->messages, 2);
 }
 
-TEST_F(PushTest, PassesTheObjectsOnThatItWasGiven) {
+TEST_F(PushTest, PassesOnTheSameObjects) {
   push->setDelegate(host);
   const NSDictionary userInfo = dictionary(payload({{"alert", json::Dictionary{}},
                                                     {"badge", "3 left"},
@@ -310,7 +310,7 @@ TEST_F(PushTest, PassesTheObjectsOnThatItWasGiven) {
   EXPECT_TRUE(host.heard[1].second.isSame(token) && host.heard[2].second.isSame(token));
 }
 
-TEST_F(PushTest, TellsTheObjectThatItHasAsked) {
+TEST_F(PushTest, SendsToTheObjectThatItHasAsked) {
   struct Replacing : Host {
     bool respondsToSelector(platform::Selector /*selector*/) {
       push->setDelegate(*successor);
@@ -329,7 +329,7 @@ TEST_F(PushTest, TellsTheObjectThatItHasAsked) {
 }
 
 // What it owned sends it messages while it is destroyed.
-TEST_F(PushTest, IsWholeUntilItsFieldsAreGone) {
+TEST_F(PushTest, IsIntactUntilItsFieldsAreReleased) {
   class Parting : public platform::NSObject {
    public:
     ~Parting() override {
@@ -373,7 +373,7 @@ TEST_F(PushTest, IsKeptByTheAlertOnScreenUntilItsButtonIsTapped) {
                           device::events::opened("https://b.example/"), device::events::alertHidden(2)}));
 }
 
-TEST_F(PushTest, HearsOfNoNotificationAfterItsProcessHasEnded) {
+TEST_F(PushTest, GetsNoNotificationAfterItsProcessHasEnded) {
   push->setDelegate(host);
   push->registerFinish();
   platform::simulated::deliverInForeground(dictionary(payload({})));
@@ -383,7 +383,7 @@ TEST_F(PushTest, HearsOfNoNotificationAfterItsProcessHasEnded) {
   EXPECT_EQ(host.heard.size(), 1u);
 }
 
-TEST_F(PushTest, EndsInTheMidstOfItsWork) {
+TEST_F(PushTest, CanEndDuringItsWork) {
   push->setAppHash(text("hash"));
   push->activePushNotifications(1);
   push->registerFinish();
@@ -396,7 +396,7 @@ TEST_F(PushTest, EndsInTheMidstOfItsWork) {
   EXPECT_TRUE(take({"received", "log", "authorizationRequested"}).empty());
 }
 
-TEST_F(PushTest, IsAsUsableAsBeforeAfterARaise) {
+TEST_F(PushTest, StaysUsableAfterARaise) {
   push->setAppHash(text("hash"));
   push->setDelegate(host);
   const auto deliver = [&](const json::Dictionary& aps) {

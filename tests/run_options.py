@@ -213,7 +213,7 @@ class Server(Options):
         self.assertEqual(self.outcomes(token("01"), where, said), [FAILED])
         self.assertNotIn("pushlib", self.stop(process))
 
-    def test_names_loopback_and_what_it_refuses(self):
+    def test_is_valid_for_loopback_and_names_what_it_refuses(self):
         process, where = self.serve()
         trusting = ssl.create_default_context(cafile=self.authority)
         for host in ("127.0.0.1", "localhost"):
@@ -235,7 +235,7 @@ class Server(Options):
             self.assertTrue(refused.stderr.startswith(f"quorvantis-push: {self.authority}: "), refused.stderr)
             self.assertEqual(self.authority.read_bytes(), content)
 
-    def test_said_wrongly(self):
+    def test_wrong_options(self):
         process, where = self.serve()
         self.stop(process)
         port = where.partition(":")[2]

@@ -41,7 +41,7 @@ std::string played(std::initializer_list<const char*> steps) {
   return phone.takeLines();
 }
 
-TEST(SteppedPhone, WaitsForAPersonsAnswerAndGoesOnAsAScenarioWould) {
+TEST(SteppedPhone, WaitsForAPersonsAnswerAndContinuesAsAScenarioWould) {
   for (const char* answer :
        {R"({"do":"authorization","granted":true})", R"({"do":"authorization","error":"no"})"}) {
     std::string lines;
@@ -105,7 +105,7 @@ TEST(Step, IsWrittenAsALineThatReadsBackAsTheSameStep) {
   EXPECT_EQ(readStep(R"( {"value":1, "do":"activate"} )").text(), R"({"do":"activate","value":1})");
 }
 
-TEST(Step, IsRefusedWithTheReasonAlone) {
+TEST(Step, IsRefusedWithOnlyTheReason) {
   const auto reasonFor = [](std::string_view text, bool serverIsElsewhere) -> std::string {
     try {
       readStep(text, serverIsElsewhere);
@@ -120,7 +120,7 @@ TEST(Step, IsRefusedWithTheReasonAlone) {
   EXPECT_NE(reasonFor(R"({"do":"server","answers":[]})", true), "");
 }
 
-TEST(Step, ForAnEmbeddedServerIsNoStepForAPhoneWithoutOne) {
+TEST(Step, ForAnEmbeddedServerIsRefusedWithoutOne) {
   device::Device device;
   const std::unique_ptr<Host> host = makeHost(device);
   Player player(device, *host, nullptr);

@@ -137,7 +137,7 @@ TEST_F(SettingsTest, KeepEveryKindOfValue) {
   EXPECT_EQ(std::distance(fs::directory_iterator(folder_), {}), 1);
 }
 
-TEST_F(SettingsTest, RefuseWhatWouldNotComeBack) {
+TEST_F(SettingsTest, RefuseWhatCantBeReadBack) {
   Settings settings(file_);
   Value deep = 1;
   for (std::size_t i = 0; i < 513; ++i) deep = Array{deep};
@@ -150,7 +150,7 @@ TEST_F(SettingsTest, RefuseWhatWouldNotComeBack) {
   EXPECT_EQ(settings.values(), Dictionary{});
 }
 
-TEST_F(SettingsTest, AreForTheOwnerAlone) {
+TEST_F(SettingsTest, AreOnlyForTheirOwner) {
   const mode_t before = umask(0);
   Settings settings(file_);
   settings.set("key", "value");
@@ -192,7 +192,7 @@ TEST_F(SettingsTest, OutliveAKilledProcessAsSynchronised) {
   }
 }
 
-TEST_F(SettingsTest, CanBeKilledWhileTheyAreMade) {
+TEST_F(SettingsTest, CanBeKilledDuringTheirCreation) {
   for (int round = 0; round < 25; ++round) {
     const pid_t child = inChild([&]() -> bool {
       for (;;) {
@@ -318,7 +318,7 @@ TEST_F(SettingsTest, KeepTheOldStateWhenTheDiskIsFull) {
   EXPECT_EQ(stored(), (Dictionary{{"big", big}, {"old", 2}}));
 }
 
-TEST_F(SettingsTest, TakeCallsFromAnyThread) {
+TEST_F(SettingsTest, CanBeUsedFromAnyThread) {
   Settings settings(file_);
   std::vector<std::thread> threads;
   threads.reserve(4);

@@ -49,7 +49,7 @@ TEST_F(SharedThreadsTest, AllThreadsGetTheOneInstance) {
   }
 }
 
-TEST_F(SharedThreadsTest, AFailedFirstCallLeavesTheNextOneFree) {
+TEST_F(SharedThreadsTest, AFailedFirstCallDoesNotBlockTheNextOne) {
   struct Failing : Counted<Push> {
     void init() override { throw std::runtime_error("not today"); }
   };

@@ -138,7 +138,7 @@ TEST_F(TransportTest, SendsThePlainBodyWithoutAKey) {
   EXPECT_EQ(requests.size(), 2U);
 }
 
-TEST_F(TransportTest, TellsNothingToAServerThatIsNotTrusted) {
+TEST_F(TransportTest, SendsNothingToAnUntrustedServer) {
   using std::chrono::hours;
   const auto nothingReceived = [&](const server::Identity& identity, int highestTlsVersion) {
     auto other = options({{Kind::answer, answer("gotcha")}});
@@ -178,7 +178,7 @@ TEST_F(TransportTest, KeepsNoConnectionWhenTheTrustOrTheHostChanges) {
   EXPECT_EQ(post(), "second");
 }
 
-TEST_F(TransportTest, GoesNowhereElse) {
+TEST_F(TransportTest, ContactsNoOtherHost) {
   serve({{Kind::answer, answer("ok")}});
   const std::string port = std::to_string(misbehaving->port());
   for (const std::string& url : std::vector<std::string>{
@@ -258,7 +258,7 @@ TEST_F(TransportTest, WaitsForAConnectionNoLongerThanItsLimit) {
   EXPECT_LT(std::chrono::steady_clock::now() - begun, kFarBeyond);
 }
 
-TEST_F(TransportTest, FailsUnlessASuccessArrivesWhole) {
+TEST_F(TransportTest, FailsUnlessASuccessArrivesComplete) {
   std::string tampered = jose::seal("{}", kKey);
   tampered[tampered.size() - 30] = tampered[tampered.size() - 30] == 'A' ? 'B' : 'A';
   const std::string sealedType = "Content-Type: application/jose\r\n";
@@ -311,7 +311,7 @@ TEST_F(TransportTest, FailsUnlessASuccessArrivesWhole) {
   }
 }
 
-TEST_F(TransportTest, TakesAnswersUpToTheLimit) {
+TEST_F(TransportTest, AcceptsAnswersUpToTheLimit) {
   serve(
       {{Kind::answer, answer(std::string(1 << 20, 'x'))},
        {Kind::answer, "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n" + chunk(1 << 20) + "0\r\n\r\n"},
@@ -338,7 +338,7 @@ TEST_F(TransportTest, SendsEachRequestOnceWhenAReusedConnectionDies) {
   }
 }
 
-TEST_F(TransportTest, OpensAnotherConnectionWhenTheOldOneWasLeft) {
+TEST_F(TransportTest, ReconnectsWhenTheServerHasClosedTheConnection) {
   serve({{Kind::close, answer("one")}, {Kind::answer, answer("two")}});
   EXPECT_EQ(post("first"), "one");
   std::this_thread::sleep_for(kSettled);
@@ -359,7 +359,7 @@ TEST_F(TransportTest, SurvivesBrokenPipes) {
   }
 }
 
-TEST_F(TransportTest, AStopEndsTheRequestUnderWayOnly) {
+TEST_F(TransportTest, AStopOnlyEndsTheRequestInProgress) {
   serve({{Kind::silence, ""}, {Kind::answer, answer("ok")}});
   std::stop_source stop;
   auto ended = std::async(std::launch::async, [&] {

@@ -13,7 +13,7 @@ std::string nested(std::size_t depth) {
 }
 
 // The quick reader of answers and the one that tells of every problem must take, and make, the same.
-TEST_F(ValuesTest, AnswersAreReadAsEverythingElse) {
+TEST_F(ValuesTest, AnswersAreReadLikeOtherJson) {
   const std::string texts[] = {
       R"({"b":[1,-2,0.5,1e-3,true,false,null,{}],"a":"x\n\u00e9\ud83d\ude00","A":{"z":{},"y":[]}})",
       R"({"a":1,"b":2,"a":3})",
@@ -60,7 +60,7 @@ TEST_F(ValuesTest, AnswersAreReadAsEverythingElse) {
   EXPECT_FALSE(NSJSONSerialization::JSONObjectWithData(data("\"text\""), 0));
 }
 
-TEST_F(ValuesTest, ACopyStaysAsItWasMade) {
+TEST_F(ValuesTest, ACopyDoesNotChange) {
   const auto original = NSMutableDictionary::dictionary();
   for (const char* key : {"m", "c", "x", "a", "y", "b"}) original.setObject(text(key), text(key));
   const NSDictionary first = original.copy();

@@ -116,7 +116,7 @@ class HostileServerTest : public testing::Test {
   Ref<Client> client = make<Client>();
 };
 
-TEST_F(HostileServerTest, EachFaultHasItsOneOutcomeAndTheNextRequestWorks) {
+TEST_F(HostileServerTest, EachFaultHasItsOutcomeAndTheNextRequestWorks) {
   const server::Misbehaviour good{server::Misbehaviour::Kind::answer, goodAnswer()};
   const Outcome registered{"onRegisterToken: t", "onRegisterToken: t"};
   const server::RefusingPort refusing;
@@ -155,7 +155,7 @@ TEST_F(HostileServerTest, EachFaultHasItsOneOutcomeAndTheNextRequestWorks) {
   }
 }
 
-TEST_F(HostileServerTest, TheServersListenOnLoopbackAlone) {
+TEST_F(HostileServerTest, TheServersListenOnlyOnLoopback) {
   const server::PushServer good(authority, {.hashKey = scenario::kHashKey, .host = scenario::kPushHost});
   for (const std::uint16_t port : {good.port(), healthy.port()}) {
     std::array<char, 8> suffix{};
@@ -174,7 +174,7 @@ TEST_F(HostileServerTest, TheServersListenOnLoopbackAlone) {
   }
 }
 
-TEST_F(HostileServerTest, TheDocumentTellsOfEachFault) {
+TEST_F(HostileServerTest, TheDocumentListsEachFault) {
   std::string expected;
   for (const Fault& fault : allFaults(authority)) {
     expected += "| " + fault.name + " | " + fault.outcome.client + " | " + fault.outcome.host + " |\n";

@@ -102,7 +102,7 @@ class RegisteringProcess {
   std::optional<int> last_;
 };
 
-TEST(SettingsFaults, KeepAllThatWasSynchronisedWhenTheProcessIsKilled) {
+TEST(SettingsFaults, KeepWhatWasSynchronisedWhenTheProcessIsKilled) {
   std::mt19937 random(20160913);
   std::optional<ScratchFolder> folder;
   int before = 0;
@@ -164,7 +164,7 @@ class FailingDiskTest : public testing::Test {
   json::Dictionary old;
 };
 
-TEST_F(FailingDiskTest, LosesNothingOfTheOldStateAndSaysSo) {
+TEST_F(FailingDiskTest, KeepsTheOldStateAndReportsTheFailure) {
   const json::Dictionary next = stored(2, old.at("deviceUuid"));
   for (const DiskFault fault : {DiskFault::write, DiskFault::full, DiskFault::shortWrite, DiskFault::sync}) {
     int survived = 0;
@@ -204,7 +204,7 @@ TEST_F(FailingDiskTest, LosesNothingOfTheOldStateAndSaysSo) {
   }
 }
 
-TEST_F(FailingDiskTest, NoFileIsHalfMadeOrHalfOpened) {
+TEST_F(FailingDiskTest, NoFileIsHalfCreatedOrHalfOpened) {
   for (const DiskFault fault : {DiskFault::write, DiskFault::full, DiskFault::shortWrite, DiskFault::sync}) {
     for (const bool isNew : {true, false}) {
       for (int operation = 1;; ++operation) {

@@ -62,7 +62,7 @@ class ThreadsTest : public testing::Test {
   const server::Authority authority;
 };
 
-TEST_F(ThreadsTest, SettingsAreWrittenWhileNotificationsComeIn) {
+TEST_F(ThreadsTest, SettingsAreWrittenWhileNotificationsArrive) {
   constexpr int kRounds = 60;
   device::Device device(folder.path() / "settings.sqlite");
   Host host;
@@ -135,7 +135,7 @@ TEST_F(ThreadsTest, EachRequestEndsOnceWheneverItIsCancelled) {
   EXPECT_EQ(listener->heard[0].first, "onRegisterToken:");
 }
 
-TEST_F(ThreadsTest, NothingIsLeftOfRequestsWhoseServerOrClientGoes) {
+TEST_F(ThreadsTest, RequestsLeaveNothingBehindWhenTheServerOrTheClientEnds) {
   constexpr int kRounds = 60;
   std::mt19937 random(2045);
   for (int round = 0; round < kRounds; ++round) {

@@ -303,7 +303,7 @@ TEST_F(ObjectiveC, SendsNothingToNil) {
   [[Push shared] setDelegate:nil];
 }
 
-TEST_F(ObjectiveC, PassesTheVeryObjects) {
+TEST_F(ObjectiveC, PassesTheSameObjects) {
   TestDelegate* delegate = [[[TestDelegate alloc] init] autorelease];
   [[Push shared] setDelegate:delegate];
   const Replaced set([[NSUserDefaults standardUserDefaults] class], @selector(setObject:forKey:),
@@ -364,7 +364,7 @@ TEST_F(ObjectiveC, TheRequestClientRetainsItsDelegate) {
   EXPECT_EQ(liveDelegates, 0);
 }
 
-TEST_F(ObjectiveC, TheRequestClientWorksByItself) {
+TEST_F(ObjectiveC, TheRequestClientWorksOnItsOwn) {
   SubRequestData* client = [[[SubRequestData alloc] init] autorelease];
   TestDelegate* delegate = [[[TestDelegate alloc] init] autorelease];
   [delegate->callbacks addObject:@"onError:"];
@@ -404,7 +404,7 @@ TEST_F(ObjectiveC, ReadsTheDelegateOnceAtTheSend) {
 
 // As plain fields: there before init, which touches no more than it must, and nil one after the other at the
 // end.
-TEST_F(ObjectiveC, FieldsAreThereFromTheBeginningToTheEnd) {
+TEST_F(ObjectiveC, FieldsExistFromAllocationToDeallocation) {
   Push* push = [Push alloc];
   TestDelegate* delegate = [[[TestDelegate alloc] init] autorelease];
   [push setAppHash:@"f00d"];
@@ -434,7 +434,7 @@ TEST_F(ObjectiveC, FieldsAreThereFromTheBeginningToTheEnd) {
   [client release];
 }
 
-TEST_F(ObjectiveC, WhatAClientOwnedMaySendItMessagesWhileItEnds) {
+TEST_F(ObjectiveC, FieldsMaySendMessagesDuringAClientsDestruction) {
   PushRequestData* client = [[PushRequestData alloc] init];
   PartingDelegate* parting = [[PartingDelegate alloc] init];
   parting->client = client;
@@ -453,7 +453,7 @@ TEST_F(ObjectiveC, WhatAClientOwnedMaySendItMessagesWhileItEnds) {
   drain();
 }
 
-TEST_F(ObjectiveC, ClientsPassACancelOn) {
+TEST_F(ObjectiveC, ClientsForwardACancel) {
   PushRequestData* client = [[[PushRequestData alloc] init] autorelease];
   const Replaced cancel(NSClassFromString(@"DeviceConnexion"), @selector(cancel),
                         reinterpret_cast<IMP>(&countCancel));
@@ -515,7 +515,7 @@ TEST_F(ObjectiveC, SharedIsOfTheReceivingClassAndSendsItselfMessages) {
   EXPECT_EQ(device.record.take().at(0).at("tag"), "[A subclass]");
 }
 
-TEST_F(ObjectiveC, ASecondInstanceIsItsOwn) {
+TEST_F(ObjectiveC, ASecondInstanceIsIndependent) {
   Push* second = [[[Push alloc] init] autorelease];
   EXPECT_NE(second, [Push shared]);
   [second setAppHash:@"second"];
@@ -564,7 +564,7 @@ TEST_F(ObjectiveC, HopsToTheMainQueue) {
   EXPECT_EQ(turns, std::vector<Events>{{"opened"}});
 }
 
-TEST_F(ObjectiveC, HasTheDeclaredSurface) {
+TEST_F(ObjectiveC, HasTheDeclaredInterface) {
   EXPECT_FALSE([Push instancesRespondToSelector:@selector(window)]);
   EXPECT_FALSE([Push instancesRespondToSelector:@selector(setWindow:)]);
   EXPECT_EQ(QuorvantisPushVersionNumber, 1.0);

@@ -179,7 +179,7 @@ TEST_F(SampleHost, ShowsALinkInItsScene) {
   EXPECT_TRUE(device.screen.alerts().empty()) << "a link that is no text";
 }
 
-TEST_F(SampleHost, WithoutScenesTheLibrarysAlertShows) {
+TEST_F(SampleHost, WithoutScenesTheLibrarysAlertIsVisible) {
   launch();
   settle();
   deliverInForeground(linkPayload());
