@@ -129,6 +129,16 @@ def one_after_the_other(stand, key):
     client.close()
 
 
+def without_a_key(program, folder):
+    """Signatures are not looked at, all else of a provider token is."""
+    with Stand(program, folder) as stand:
+        key = Key()
+        for token, status in ((key.token(), 200), (key.token(algorithm="HS256", key="secret"), 403),
+                              (key.token(crit=["iat"]), 403), (key.token()[:-8], 403)):
+            check(send(stand, key, {"token": token}).status_code == status, token)
+        stand.stop()
+
+
 def openssl(*words):
     subprocess.run(["openssl", *words], check=True, capture_output=True)
 
@@ -169,6 +179,7 @@ def main():
                 each_reason(stand, key)
                 one_after_the_other(stand, key)
                 stand.stop()
+        without_a_key(sys.argv[1], folder)
         certificates(sys.argv[1], folder)
 
 

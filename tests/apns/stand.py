@@ -110,7 +110,7 @@ class Client:
         plain.settimeout(PATIENCE)
         plain.connect(("127.0.0.1", stand.port))
         plain.setsockopt(socket.IPPROTO_TCP, socket.TCP_NODELAY, 1)
-        self.wire = context.wrap_socket(plain, server_hostname="api.push.apple.com")
+        self.wire = context.wrap_socket(plain, suppress_ragged_eofs=False, server_hostname="api.push.apple.com")
         self.token = token
         self.http = h2.connection.H2Connection(
             h2.config.H2Configuration(header_encoding="utf-8", validate_outbound_headers=False,
@@ -118,14 +118,14 @@ class Client:
         self.http.initiate_connection()
         self.answers = {}  # stream: (headers, body)
         self.events = []
-        self.closed = False
+        self.closed = self.is_cut = False
         self.flush()
 
     def flush(self):
         try:
             self.wire.sendall(self.http.data_to_send())
         except (BrokenPipeError, ConnectionResetError, ssl.SSLEOFError):
-            pass  # `read` finds out
+            self.is_cut = True  # `read` finds the end
 
     def headers(self, **changed):
         fields = {":method": "POST", ":scheme": "https", ":path": "/3/device/" + TOKEN, "host": "api.push.apple.com",
@@ -150,7 +150,9 @@ class Client:
         """Handles what comes next; False at the end of the connection."""
         try:
             bytes_read = self.wire.recv(65536)
-        except (ConnectionResetError, ssl.SSLEOFError, ssl.SSLZeroReturnError):
+        except (ConnectionResetError, ssl.SSLEOFError):
+            bytes_read, self.is_cut = b"", True
+        except ssl.SSLZeroReturnError:
             bytes_read = b""
         if not bytes_read:
             self.closed = True
