@@ -126,6 +126,10 @@ void Phone::prepare() {
     if (world_->device.network.isInAirplaneMode() && !serverIsElsewhere()) ++world_->refusals;
     world_->device.record.add({{"screen", "requestFailed"}, {"reason", reason}});
   });
+  if (serverIsElsewhere()) {
+    // There is no other sign that a request's turn has come.
+    world_->device.network.setBeforeRequest([this] { world_->device.record.add({{"screen", "sent"}}); });
+  }
   tokens_.begin(world_->device.facts.token);
   transcript_.begin(start_ + '-' + std::to_string(++phones_));
 

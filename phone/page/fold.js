@@ -28,7 +28,9 @@ export const start = {
   server: {
     answers: [], // queued
     waiting: [], // requests that the library has handed over, and whose turn has not come
-    last: null, // {body, answer, failure} of the last one that was read; a null answer is the server's own
+    // {body, answer, failure, isElsewhere} of the last one that was read, or sent to a server that runs elsewhere;
+    // a null answer is the server's own
+    last: null,
   },
   isRegistering: false, // the registration framework is to report
   settings: {},
@@ -144,7 +146,7 @@ const events = {
     server: {
       answers: answers.slice(1),
       waiting: waiting.slice(1),
-      last: { body, answer: answers[0] ?? null, failure: null },
+      last: { body, answer: answers[0] ?? null, failure: null, isElsewhere: false },
     },
   }),
   badge: (_, { number }) => ({ badge: number }),
@@ -171,7 +173,8 @@ const failsWhenRead = (answer) => answer !== null && !(answer.status >= 200 && a
 /** Either the server has read the request and answered so that it fails, or the request never reached it. */
 function requestFailed({ server, airplane }, { reason }) {
   const { answers, waiting, last } = server;
-  const wasRead = last !== null && last.failure === null && failsWhenRead(last.answer);
+  const mayFail = last !== null && (last.isElsewhere ? !airplane : failsWhenRead(last.answer));
+  const wasRead = mayFail && last.failure === null;
   if (wasRead) return { server: { ...server, last: { ...last, failure: reason } } };
   const isTaken = !airplane && isUnread(answers[0]);
   return { server: { answers: isTaken ? answers.slice(1) : answers, waiting: waiting.slice(1), last } };
@@ -194,6 +197,13 @@ const screens = {
   }),
   badge: (_, { number }) => ({ badge: number }),
   stored: (_, { values }) => ({ settings: values }),
+  sent: ({ server }) => ({
+    server: {
+      ...server,
+      waiting: server.waiting.slice(1),
+      last: { body: server.waiting[0]?.body ?? "", answer: null, failure: null, isElsewhere: true },
+    },
+  }),
   requestFailed,
   ended: ({ alerts, list }, { selector }) => ({
     running: false,

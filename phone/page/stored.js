@@ -44,7 +44,7 @@ function serverFacts({ answers, waiting, last }) {
     sent
       ? pairs([
           ...fields(sent.body).map(([name, value]) => [name, abridged(value)]),
-          ...(last ? [["answered", answered]] : []),
+          ...(last && !last.isElsewhere ? [["answered", answered]] : []),
         ])
       : none("No request has come yet."),
     waiting.length > 0 ? none(`Sent, with no answer seen yet: ${waiting.length}`) : null,

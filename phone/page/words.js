@@ -177,6 +177,7 @@ const screens = {
   oversized: ({ bytes, largest }) =>
     said(system, user, `${bytes} bytes: Apple’s service takes at most ${largest} of a notification`),
   stored: ({ values }) => said(system, user, `found on the phone: ${Object.keys(values).join(", ")}`),
+  sent: () => said(system, server, "sends the request to a push server that runs elsewhere"),
   requestFailed: ({ reason }) => said(system, library, `the request failed: ${reason}`),
   settingsFailed: ({ reason }) => said(system, user, `the settings can’t be kept: ${reason}`),
   provider: ({ status, reason, pushType }) =>

@@ -176,9 +176,10 @@ def misbehaves(phone, backend, token):
 def airplane_mode(phone):
     phone.fresh()
     phone.play(*REGISTER, {"phone": "airplaneMode", "on": True}, {"do": "deliverToken", "hex": "aa"}, {"do": "settle"})
-    events = texts(phone.lines())
+    events, shown = texts(phone.lines()), screens(phone.lines())
+    check(shown == ["prompt", "sent", "requestFailed"], shown)
     phone.fresh(phone.scenario())
-    check(texts(phone.lines()) == events and "requestFailed" in screens(phone.lines()), phone.lines())
+    check(texts(phone.lines()) == events and screens(phone.lines()) == shown[1:], phone.lines())
 
 
 def main():

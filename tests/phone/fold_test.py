@@ -261,6 +261,17 @@ def check_requests(ask, bodies, session):
     check(json.loads(ask("ownAnswer", change))["token"] == reported, "the new token is the one that is answered")
 
 
+def check_elsewhere(ask):
+    """A push server that runs elsewhere tells nothing: what was sent to it no longer waits, and may fail."""
+    asked = [{"event": "request", "task": "t", "url": "u", "body": body} for body in "abc"]
+    failed = [{"screen": "requestFailed", "reason": reason} for reason in ("late", "airplane mode is on")]
+    lines = [*asked, {"screen": "sent"}, failed[0], {"screen": "sent"}, {"phone": "airplaneMode", "on": True}, failed[1]]
+    states = ask("states", json.dumps({"lines": [{"line": line} for line in lines]}), list(range(len(lines))), [4, 5, 8])
+    servers = [json.loads(state)["server"] for state in states]
+    found = [(server["last"]["body"], server["last"]["failure"], len(server["waiting"])) for server in servers]
+    check(found == [("a", None, 2), ("a", "late", 2), ("b", None, 0)], found)
+
+
 def check_history(ask, answers):
     moments = [random.randrange(1 << 20) for _ in range(100)]
     check(ask("misremembered", answers, moments, 37) == [], f"a history at moments {moments}")
@@ -296,6 +307,7 @@ def main():
         check_json(ask, answers)
         check_words(ask, answers)
         check_requests(ask, bodies, next(session for session in found if session.name == LIVE))
+        check_elsewhere(ask)
         check_history(ask, answers)
     print(f"{len(found)} sessions, {sum(len(session.moments) for session in found)} states")
 
