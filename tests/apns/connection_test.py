@@ -57,12 +57,14 @@ def oddities(program, folder, key):
         check(client.answers[good][2][0].stream_ended is not None, "200 ends with its headers")
         body = client.answers[bad][2][1:]
         check(len(body) == 1 and body[0].stream_ended is not None, "an error's body is one frame, and the last")
+        unfinished = client.begin()
         client.http.ping(b"12345678")
         client.flush()
         while not any(isinstance(event, h2.events.PingAckReceived) for event in client.events):
             check(client.read(), "PING is answered")
         lines = stand.stop()
         check(client.until_end() == "Shutdown", "a client is told that the service stops")
+        check(client.answer(unfinished)[:2] == (503, "Shutdown"), "and of what it had begun, too")
         check(key.private.split("\n")[1] not in str(lines) and client.token not in str(lines), "nothing secret shows")
 
 
