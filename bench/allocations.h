@@ -1,5 +1,5 @@
-// How much memory a piece of work takes, in the program that links allocations.cpp. Any thread; what other
-// threads allocate meanwhile counts too.
+// How much memory a task allocates, in a program that links allocations.cpp. Any thread; concurrent
+// allocations of other threads count, too.
 #pragma once
 
 #include <cstddef>

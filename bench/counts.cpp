@@ -1,6 +1,6 @@
 // Counts what repeats exactly. `quorvantis_counts exact`: allocations, and under callgrind the instructions,
-// of the works that bench/budgets lists. `quorvantis_counts effects`: fsyncs, and what goes over the wire.
-// Prints one line for each figure: its value and its name.
+// of the tasks in bench/budgets. `quorvantis_counts effects`: fsyncs, and network traffic. Prints one line
+// per figure: its value and its name.
 #include <unistd.h>
 #include <valgrind/callgrind.h>
 
@@ -31,7 +31,7 @@ void print(const std::string& name, std::size_t value) {
   std::printf("%zu %s\n", value, name.c_str());
 }
 
-/// Callgrind writes a file for each work, with its name in it.
+/// Callgrind writes a file for each task, which contains its name.
 template <class Work>
 void count(const std::string& name, Work work) {
   const Allocations taken = allocationsOf([&] {
@@ -137,7 +137,7 @@ std::size_t microseconds(clockid_t clock) {
   return static_cast<std::size_t>(time.tv_sec) * 1'000'000 + static_cast<std::size_t>(time.tv_nsec) / 1000;
 }
 
-/// What the launch of an application with an activated library costs the server, by what became of the token.
+/// The server's cost of the launch of an application with an activated library, depending on the token.
 void countLaunches() {
   Loopback& loopback = Loopback::only();
   loopback.keepRegistrations = true;

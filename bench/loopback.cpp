@@ -68,7 +68,7 @@ void registerByLibrary(bool reuseConnection) {
 }
 
 BareClient::BareClient() : easy_(curl_easy_init()), transport_(Phone::only().device.network) {
-  // The second one tells of a change of token, as all later ones do.
+  // The second one reports a changed token, as all later ones do.
   registerByLibrary(true);
   registerByLibrary(true);
   sealed_ = jose::seal(Loopback::only().lastBody(), scenario::kHashKey);

@@ -1,5 +1,5 @@
-// A push server on loopback, and the two ways to tell it of a token: the library's whole road from the token
-// to the host's callback, and a bare libcurl program that posts the same bytes. Main thread.
+// A push server on loopback, and two ways to register a token with it: the library, from the token to the
+// host's callback, and a bare libcurl program that posts the same bytes. Main thread.
 #pragma once
 
 #include <atomic>
@@ -20,12 +20,12 @@ class Loopback {
 
   [[nodiscard]] std::uint16_t port() const { return server_->port(); }
   [[nodiscard]] const std::string& trusted() const { return trusted_; }
-  /// The bytes of the body that the library posted last, as the server saw them come out of the protection.
+  /// The bytes of the body that the library posted last, as the server decrypted them.
   [[nodiscard]] const std::string& lastBody() const { return lastBody_; }
 
   /// Whether the server answers from its registrations; it accepts everything otherwise.
   bool keepRegistrations = false;
-  /// Counted until somebody sets it back.
+  /// Counted until it is reset.
   std::atomic<std::size_t> requests = 0;
   /// Where the phone and the bare program connect to: the server itself at first.
   std::uint16_t target;
@@ -39,14 +39,14 @@ class Loopback {
   std::unique_ptr<server::PushServer> server_;
 };
 
-/// Hands the phone a token and plays what follows. A request that is not to reuse the connection finds the
-/// phone with other trust than before.
+/// Gives the phone a token and plays what follows. To prevent the reuse of a connection, the phone's trusted
+/// authorities are changed.
 void handOver(const std::string& token, bool reuseConnection);
 
-/// The same with a token that differs from the last one. Throws if the host hears nothing.
+/// The same with a token that differs from the last one. Throws if the host gets no callback.
 void registerByLibrary(bool reuseConnection);
 
-/// A libcurl handle with the options that one has to set.
+/// A libcurl handle with the necessary options.
 class BareClient {
  public:
   BareClient();
@@ -56,7 +56,7 @@ class BareClient {
 
   /// Posts what the library posted last. Throws if there is no answer.
   void post(bool reuseConnection);
-  /// The same by the device's transport, on a connection that is reused.
+  /// The same with the device's transport, on a reused connection.
   void postByTransport();
 
  private:

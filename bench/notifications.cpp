@@ -34,7 +34,7 @@ void prepare(const Payload& payload) {
   phone.push.activePushNotificationsInForegroundApp(payload.showInForeground);
 }
 
-/// Keeps what the device remembers from growing without end; both sides pay for it alike.
+/// Keeps the device's record from growing without bounds, at the same cost for both sides.
 void forgetNowAndThen() {
   static int rounds = 0;
   if (++rounds % 64 == 0) Phone::only().forget();
@@ -56,7 +56,7 @@ struct Plain {
   PlainHandler handler;
 };
 
-/// Registers one variant whose work is made when it first runs.
+/// Registers one variant, which is created when it first runs.
 template <class Make>
 void measurePayload(const Payload& payload, const std::string& row, const std::string& variant, Make make) {
   benchmark::RegisterBenchmark((row + "|" + variant).c_str(), [payload, make](benchmark::State& state) {

@@ -1,5 +1,5 @@
-// A row of the table: the same work done by the library, by what one would use instead, and at best. The
-// programs run with random interleaving, so that a drift of the machine meets all of them.
+// A row of the table: the same task done by the library, by alternatives, and the limit. The variants run
+// with random interleaving, so that a drift of the machine affects all of them.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -19,8 +19,8 @@ void measure(const std::string& row, const std::string& variant, Work work) {
   });
 }
 
-/// The same for work that waits for the disk or a server: a fixed number of rounds after one that opens what
-/// is to be open.
+/// The same for tasks that wait for the disk or a server: a fixed number of rounds after one that opens files
+/// and connections.
 template <class Work>
 void measureWaiting(const std::string& row, const std::string& variant, Work work) {
   constexpr int kRounds = 20;

@@ -8,7 +8,7 @@
 
 namespace quorvantis::bench {
 
-/// Takes what the library tells, and does nothing with it.
+/// Receives the library's callbacks, and does nothing.
 class Host {
  public:
   void onReceiveNotification(const platform::NSDictionary& report) { last = report; }
@@ -29,7 +29,7 @@ class Phone {
   /// The process's one phone, made on the first call.
   static Phone& only();
 
-  /// Empties what the device keeps of the past, so that no round is dearer than the one before.
+  /// Clears the device's record, so that no round costs more than the one before.
   void forget();
   void settle();
 

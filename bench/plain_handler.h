@@ -1,4 +1,4 @@
-// What a developer would write without the library: a payload in nlohmann's JSON values handled on the same
+// What a developer would write without the library: handles a payload of nlohmann's JSON values on the same
 // device, with the same effects. Main thread.
 #pragma once
 

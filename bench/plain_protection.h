@@ -1,5 +1,5 @@
-// The library's protection of bodies written straight on OpenSSL's cipher, MAC and base64: the least that the
-// format asks for, without the checks of what comes from outside. Any thread.
+// The library's encryption of bodies written directly with OpenSSL's cipher, MAC and base64: the minimum for
+// the format, without validating input. Any thread.
 #pragma once
 
 #include <string>

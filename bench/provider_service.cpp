@@ -1,5 +1,6 @@
-// provider_service TOPIC TOKEN: Apple's service, stood in for, in front of the library on one thread of its
-// own. Prints its port; ends with its standard input, and prints how many notifications the library handled.
+// provider_service TOPIC TOKEN: the stand-in for Apple's service, with the library on a separate thread.
+// Prints its port; at the end of standard input it prints how many notifications the library handled, and
+// exits.
 #include <condition_variable>
 #include <deque>
 #include <iostream>

@@ -1,6 +1,6 @@
-// Passes bytes on between a client and the push server, both on loopback, and counts them.
+// Relays bytes between a client and the push server, both on loopback, and counts them.
 //
-// Threads: made, asked and destroyed by one thread; it passes bytes on in threads of its own.
+// Threads: made, asked and destroyed by one thread; it relays on its own threads.
 #pragma once
 
 #include <atomic>
@@ -12,7 +12,7 @@ namespace quorvantis::bench {
 
 struct Traffic {
   int connections = 0;
-  int turns = 0;  ///< how often the client began to speak: one round trip each
+  int turns = 0;  ///< how often the client started to send: one round trip each
   std::size_t up = 0, down = 0;
 };
 
@@ -26,7 +26,7 @@ class Relay {
 
   [[nodiscard]] std::uint16_t port() const { return port_; }
 
-  /// What has passed since the last call.
+  /// The traffic since the last call.
   Traffic take();
 
  private:

@@ -286,7 +286,7 @@ void Transport::Connection::configure(const Target& target, const std::string& a
 void Transport::Connection::perform(const std::stop_token& stop) {
   struct Added {
     Added(CURLM* theMulti, CURL* theEasy) : multi(theMulti), easy(theEasy) {
-      if (curl_multi_add_handle(multi, easy) != CURLM_OK) throw Failure("the request does not start");
+      if (curl_multi_add_handle(multi, easy) != CURLM_OK) throw Failure("the request could not be started");
     }
     ~Added() { curl_multi_remove_handle(multi, easy); }
     Added(const Added&) = delete;
@@ -299,9 +299,9 @@ void Transport::Connection::perform(const std::stop_token& stop) {
   const std::stop_callback wake(stop, [this] { curl_multi_wakeup(multi.get()); });
   for (int running = 1; running > 0;) {
     if (stop.stop_requested()) throw Failure("cancelled");
-    if (curl_multi_perform(multi.get(), &running) != CURLM_OK) throw Failure("the request does not go on");
+    if (curl_multi_perform(multi.get(), &running) != CURLM_OK) throw Failure("the request failed to proceed");
     if (running > 0 && curl_multi_poll(multi.get(), nullptr, 0, 1000, nullptr) != CURLM_OK) {
-      throw Failure("the request does not go on");
+      throw Failure("the request failed to proceed");
     }
   }
   curl_easy_getinfo(easy.get(), CURLINFO_ACTIVESOCKET, &keptSocket);

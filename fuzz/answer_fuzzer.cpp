@@ -20,7 +20,7 @@ struct Task {
 constexpr Task kRegister{"pushlibRegistrarToken", "onRegisterToken:", "Error --> registerToken"};
 constexpr Task kChange{"pushlibCambioToken", "onUpdateToken:", "Error --> changeToken"};
 
-/// The member of an answer; null when there is none, or no answer that has members.
+/// The member of an answer; null when there is none, or the answer is not an object.
 Value member(const Value* answer, std::string_view name) {
   const Value* found = answer == nullptr ? nullptr : answer->find(name);
   return found == nullptr ? Value() : *found;
@@ -30,7 +30,7 @@ bool isFailure(const Event& event) {
   return textOf(event, "event") == "log" && textOf(event, "message").starts_with("ENTRA AL ONERROR, error: ");
 }
 
-/// What the library tells of one request, and nothing else, follows from its body.
+/// The library reports what follows from the answer's body, and nothing else.
 void checkOutcome(const Task& task, const std::string& body, const Event& event) {
   if (body.empty() || body == "error") {
     check(isFailure(event) && textOf(event, "message").ends_with(task.unusable), "an unusable answer");
@@ -43,7 +43,7 @@ void checkOutcome(const Task& task, const std::string& body, const Event& event)
   check(event.at("argument") == member(answer, "token"), "the token passes through as it came");
 }
 
-/// The application gets a token, and the library tells the push server.
+/// The application gets a token, and the library registers it.
 void registerToken(Phone& phone, const Task& task, const std::string& token, const std::string& body) {
   phone.host->perform([&] { phone.host->deliverToken(token); });
   std::size_t requests = 0;
@@ -75,7 +75,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   registerToken(phone, kRegister, "first", body);
   registerToken(phone, kChange, "second", body);
 
-  // An answer that came is not taken for the next request's.
+  // An answer is not used for the next request.
   answerRequestsWith(std::nullopt);
   registerToken(phone, kChange, "third", "");
   return 0;

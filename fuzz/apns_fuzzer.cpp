@@ -23,14 +23,14 @@ PayloadReport reportOn(const std::string& text) {
   return lint::explained(lint::checkText(text), text.size() % 2 == 0 ? "17.0" : "12.4");
 }
 
-/// What is said to end the application ends it, and nothing else does.
+/// Findings predict exactly the payloads that end the application.
 void checkRaises(const PayloadReport& report) {
   if (report.explanation.empty() || report.findings.leftOut != 0) return;
-  const bool foretold = std::any_of(report.findings.shown.begin(), report.findings.shown.end(),
-                                    [](const Finding& finding) { return finding.endsApplication; });
+  const bool predicted = std::any_of(report.findings.shown.begin(), report.findings.shown.end(),
+                                     [](const Finding& finding) { return finding.endsApplication; });
   const bool raised = std::any_of(report.explanation.begin(), report.explanation.end(),
                                   [](const Explained& explained) { return explained.outcome.raised; });
-  check(foretold == raised, "a finding foretells every raise");
+  check(predicted == raised, "a finding predicts every raise");
 }
 
 void checkFindings(const std::string& text, const PayloadReport& report) {

@@ -1,4 +1,4 @@
-// How a fuzzer says that something is not as it must be.
+// How a fuzzer reports a broken invariant.
 #pragma once
 
 #include <cstdio>
@@ -6,7 +6,7 @@
 
 namespace quorvantis::fuzz {
 
-/// Ends the run, which keeps the input, unless it holds.
+/// Unless the condition holds, ends the run, which keeps the input.
 inline void check(bool holds, const char* what) {
   if (holds) return;
   std::fprintf(stderr, "not so: %s\n", what);

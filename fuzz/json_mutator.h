@@ -1,5 +1,5 @@
-// Mutates JSON as JSON, so that more inputs get past the reader, and into what the protocol's words lead to.
-// Any thread.
+// Mutates JSON structurally, so that more inputs get past the reader and into the handling of the protocol's
+// keys. Any thread.
 #pragma once
 
 #include <cstddef>
@@ -8,7 +8,7 @@
 
 namespace quorvantis::fuzz {
 
-/// The text with one value in it replaced, added, moved or removed; nothing is done to what is no JSON.
+/// The text with one value in it replaced, added, moved or removed; text that is not JSON is unchanged.
 std::string mutateJSON(const std::string& text, unsigned seed);
 
 }  // namespace quorvantis::fuzz

@@ -21,8 +21,8 @@ class Phone {
   Phone(const Phone&) = delete;
   Phone& operator=(const Phone&) = delete;
 
-  /// The process on the phone starts anew, with the library as the notification center's delegate and no
-  /// token asked for. The settings stay.
+  /// Restarts the process on the phone, with the library as the notification center's delegate and without
+  /// requesting a token. The settings are kept.
   void relaunch() {
     device.queue.clear();
     device.screen.clear();

@@ -1,4 +1,4 @@
-// What a provider sends on its connection, behind HTTP/2's preface: frames in any order, headers, bodies.
+// What a provider sends on its connection, after HTTP/2's preface: frames in any order, headers, bodies.
 #include <cstdint>
 #include <set>
 #include <string>
@@ -28,7 +28,7 @@ class FuzzPhone final : public apns::Phone {
   void refused(const apns::Report&) override {}
 };
 
-/// Judges each request, and holds it to what must be true of every one.
+/// Judges each request, and checks what must be true of every one.
 class Judge final : public apns::Http2Session::Owner {
   using Stream = apns::Http2Session::Stream;
 
@@ -43,7 +43,7 @@ class Judge final : public apns::Http2Session::Owner {
     fuzz::check(isTaken == (judgement.answer.status == 200) && isTaken == judgement.answer.reason.empty(),
                 "200 says that it is taken, and nothing else does");
     fuzz::check(judgement.answer.id == request.header(apns::Header::id).value_or(judgement.answer.id),
-                "the id is told back");
+                "the id is returned");
     const auto* const reason = apns::findReason(judgement.answer.reason);
     fuzz::check(isTaken || judgement.answer.status == 431 || (reason != nullptr && reason->holds != nullptr),
                 "the reason is one of the table");
@@ -72,7 +72,7 @@ void orderFaults(std::string_view text) {
   if (value.index() != 0) return;
   const auto faults = apns::readFaults(std::get<0>(value));
   const auto* const read = std::get_if<0>(&faults);
-  if (read == nullptr) return fuzz::check(!std::get<1>(faults).empty(), "a problem is told");
+  if (read == nullptr) return fuzz::check(!std::get<1>(faults).empty(), "a problem is reported");
   for (const apns::Fault& fault : *read) {
     fuzz::check(fault.times > 0 && fault.delay.count() >= 0, "a fault can be carried out");
     if (fault.kind == apns::Fault::Kind::answer)

@@ -1,4 +1,4 @@
-// A provider token, as it stands in a request's header.
+// A provider token, as in a request's header.
 #include <cstdint>
 #include <string>
 
@@ -30,7 +30,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto decoded = jose::decodeBase64url(token);
   fuzz::check(decoded.has_value() == jose::decodedSize(token).has_value() &&
                   (!decoded || decoded->size() == *jose::decodedSize(token)),
-              "the size that is told is the size that comes");
+              "the predicted size is the actual size");
   const auto read = apns::readProviderToken(token);
   fuzz::check(!read || (read->keyId.size() == 10 && read->team.size() == 10 && read->issuedAt >= 0),
               "what is read has its form");

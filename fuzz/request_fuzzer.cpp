@@ -11,7 +11,7 @@ namespace {
 using namespace quorvantis;
 using server::PushRequest;
 
-/// The fields put back together: nothing of a body is lost or made up.
+/// The fields put back together: nothing of a body is lost or invented.
 std::string bodyOf(const PushRequest& request) {
   const std::string tokens = request.task == server::kChangeTask
                                  ? "&tokenAntiguo=" + request.oldToken + "&tokenNuevo=" + request.newToken
@@ -48,7 +48,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
               "a problem fits on a line");
   if (!parsed.request) return 0;
   fuzz::check(bodyOf(*parsed.request) == body, "the fields are the whole body");
-  // The database makes up most of the time; a part of the inputs is enough for it.
+  // The database takes most of the time; some of the inputs are enough for it.
   if (size % 8 == 0) enter(*parsed.request);
   return 0;
 }

@@ -1,4 +1,4 @@
-// Sealed bodies as a stranger writes them, and as one alters them on their way.
+// Encrypted bodies that were forged, or changed in transit.
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -13,7 +13,7 @@ constexpr std::size_t kAuthenticatingBytes = 16;  // of the key; the rest deciph
 
 using namespace quorvantis;
 
-/// What opens is what was sealed, and no other text opens: not with another key, not altered in one place.
+/// Decrypting gives the encrypted text, and fails with another key or with a changed body.
 void sealAndAlter(std::string_view body, std::size_t place, char replacement) {
   std::string sealed = jose::seal(body, kKey);
   fuzz::check(jose::open(sealed, kKey) == body, "what was sealed opens");
@@ -34,7 +34,7 @@ void sealAndAlter(std::string_view body, std::size_t place, char replacement) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);
-  // Only who has the key seals; of the seeds one is sealed with it.
+  // Without the key nothing can be encrypted; one of the seeds is.
   if (const auto body = jose::open(text, kKey)) {
     fuzz::check(jose::open(jose::seal(*body, kKey), kKey) == body, "what opened can be sealed again");
   }

@@ -1,4 +1,4 @@
-// What is posted to a live phone, a line at a time: nothing ends the process, and what is saved gives the
+// Lines posted to a running phone, one at a time: nothing ends the process, and the saved scenario gives the
 // same events on a fresh phone.
 #include <cstdint>
 #include <string>

@@ -1,4 +1,4 @@
-// Stands in for the device's transport where it is linked in: requests end at once, without a network. Main
+// Replaces the device's transport in programs that link it: requests end at once, without a network. Main
 // thread.
 #pragma once
 
@@ -7,7 +7,7 @@
 
 namespace quorvantis::fuzz {
 
-/// What every request gets from now on; nothing, as at first: it fails.
+/// The answer to every request from now on; nothing, the default: requests fail.
 void answerRequestsWith(std::optional<std::string> body);
 
 }  // namespace quorvantis::fuzz

@@ -43,7 +43,8 @@ void judgeSystemValue(Place place, const std::string& key, const std::string& po
   reporter.report(rules::systemValue, pointer, std::move(wording));
 }
 
-/// Short words of Apple's are an application's own with another letter ("round"); their case alone tells.
+/// Short keys of Apple's become other words with one letter changed ("round"), so only their case is
+/// compared.
 std::optional<std::string_view> nearestSystemKey(Place place, const std::string& key) {
   constexpr std::size_t kShort = 8;
   const auto meant = console::nearestTo(key, systemKeys(place));

@@ -33,7 +33,7 @@ void reportUnknown(const std::string& type, Reporter& reporter) {
 }
 
 /// Without the flag that has the system wake the application. With another value the library never hears of
-/// it, which is a finding of its own.
+/// it, which is a separate finding.
 bool isForForegroundOnly(const Dictionary& aps) {
   return !aps.contains(payload::contentAvailable.text());
 }

@@ -43,7 +43,7 @@ const json::Dictionary* userInfoOf(const scenario::Step& step) {
   throw NotNow(R"(the permission prompt is on the screen; answer it first, with {"do":"authorization"})");
 }
 
-/// Whether a notification comes to the phone with this step, and not only to the application.
+/// Whether this step delivers a notification to the phone, and not only to the application.
 bool isArrival(const scenario::Step& step) {
   const json::Value* arrives = step.find("arrives");
   return step.name() == "deliver" ||
@@ -76,12 +76,12 @@ struct Phone::World {
   bool isDecided = false;  // whether the application may notify
   bool hasEnded = false;
   bool isInAirplaneMode = false;
-  std::optional<std::string> raised = {};           // the application ends of it
+  std::optional<std::string> raised = {};           // the exception that ends the application
   std::size_t refusals = 0;                         // of requests in airplane mode, during this step
-  std::optional<std::string> settingsFailure = {};  // why they can't be kept any more
+  std::optional<std::string> settingsFailure = {};  // why they can no longer be kept
 
   NotificationList list;
-  CollapseId collapseId = {};       // of the notification that is on its way to the application
+  CollapseId collapseId = {};       // of the notification that is being delivered
   std::optional<Arrive> kept = {};  // the last one that came in airplane mode
   std::deque<Arrive> waiting;       // until the prompt is answered
 };
@@ -122,7 +122,7 @@ void Phone::makeWorld() {
 void Phone::prepare() {
   makeWorld();
   world_->device.network.setOnFailure([this](const std::string& reason) {
-    // A push server elsewhere can't be told to refuse; a phone that plays them has its airplane mode.
+    // An external push server can't be made to refuse; a phone that replays these uses its airplane mode.
     if (world_->device.network.isInAirplaneMode() && !serverIsElsewhere()) ++world_->refusals;
     world_->device.record.add({{"screen", "requestFailed"}, {"reason", reason}});
   });
@@ -146,7 +146,7 @@ void Phone::goLive() {
   isReplaying_ = false;
   endIfRaised();
   applyAirplaneMode();
-  // From now on a person answers the prompt.
+  // From here on a person answers the prompt.
   if (!world_->isDecided) world_->device.authorization.reset();
   flush();
 }
@@ -276,7 +276,7 @@ void Phone::perform(const AirplaneMode& act) {
 }
 
 void Phone::applyAirplaneMode() {
-  // What is replayed says of each request that it found no way out, where it can be said.
+  // With the embedded server, the answers in a replay already refuse what failed in airplane mode.
   world_->device.network.setAirplaneMode(world_->isInAirplaneMode && (!isReplaying_ || serverIsElsewhere()));
 }
 
@@ -292,7 +292,7 @@ void Phone::perform(const Arrive& act) {
 
 void Phone::perform(const Remove& act) {
   if (!world_->list.remove(act.notification)) {
-    if (isReplaying_) return;  // the one that took its place did it
+    if (isReplaying_) return;  // a notification that replaced it has removed it
     throw NotNow("notification " + std::to_string(act.notification) + " is not in the list");
   }
   record(act);
@@ -304,7 +304,7 @@ void Phone::reach(const Arrive& notification) {
   if (world_->hasEnded) {
     reportOversize(notification.userInfo);
     notify(notification.userInfo);
-  } else if (!isReplaying_) {  // what is replayed has the steps themselves
+  } else if (!isReplaying_) {  // a replay contains the resulting steps
     perform(scenario::readStep({{"do", "deliver"}, {"userInfo", notification.userInfo}}));
     if (!world_->hasEnded) perform(scenario::readStep({{"do", "settle"}}));
   }

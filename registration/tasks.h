@@ -9,7 +9,7 @@ using platform::ConstantString;
 
 inline constinit const ConstantString registrarToken{"pushlibRegistrarToken"};
 inline constinit const ConstantString cambioToken{"pushlibCambioToken"};
-/// Never sent by the library; an answer to it is handled all the same.
+/// Never sent by the library, but an answer to it is handled.
 inline constinit const ConstantString actualizarDatosTerminal{"pushlibActualizarDatosTerminal"};
 
 }  // namespace quorvantis::tasks

@@ -22,7 +22,7 @@ using platform::simulated::objectFrom;
 using platform::simulated::stringFrom;
 using platform::simulated::valueFrom;
 
-/// Records what it is told; which callbacks it answers to can be changed.
+/// Records its callbacks; the set of callbacks that it responds to can be changed.
 class RecordingDelegate {
  public:
   explicit RecordingDelegate(device::Record& record) : record_(record) {}

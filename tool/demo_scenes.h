@@ -1,4 +1,4 @@
-// The scenes of the demo: what happens in each, as the steps of a scenario, and what must come of it.
+// The scenes of the demo: the steps of each, as in a scenario, and their expected results.
 #pragma once
 
 #include <string>

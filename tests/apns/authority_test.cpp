@@ -1,4 +1,4 @@
-// Somebody will put the authority among their trusted ones: it must not be good for more than it is for.
+// People will trust the authority on their machines: it must not be able to sign for anything else.
 #include "server/authority.h"
 
 #include <gtest/gtest.h>
@@ -13,7 +13,7 @@ openssl::Certificate read(const std::string& pem) {
   return openssl::Certificate(PEM_read_bio_X509(memory.get(), nullptr, nullptr, nullptr));
 }
 
-/// Whether a client that trusts the authority takes the certificate for the host.
+/// Whether a client that trusts the authority accepts the certificate for the host.
 bool isTaken(const Authority& authority, const std::string& certificate, const std::string& host) {
   const base::CHandle<X509_STORE, X509_STORE_free> trusted(X509_STORE_new());
   X509_STORE_add_cert(trusted.get(), read(authority.certificate()).get());

@@ -13,7 +13,7 @@ std::optional<DiskFault> planned;
 int operationsLeft = 0;
 bool failed = false;
 
-/// A file of the failing disk; the system's own lies behind it in memory.
+/// A file of the failing disk; the system's file follows it in memory.
 struct File {
   sqlite3_file base;
   sqlite3_io_methods methods;

@@ -1,4 +1,4 @@
-// One thing that goes wrong between the client and the push server, and what must come of it.
+// A fault between the client and the push server, and its expected outcome.
 #pragma once
 
 #include <chrono>
@@ -11,7 +11,7 @@
 
 namespace quorvantis {
 
-/// What the client's delegate is told, and what the host hears of it through Push.
+/// The callback that the client's delegate gets, and the one that the host gets from Push.
 struct Outcome {
   std::string client;
   std::string host;
@@ -26,11 +26,11 @@ struct Fault {
   std::string name;
   Outcome outcome;
   server::Misbehaviour behaviour = {};
-  /// Changes the server before it starts, for what goes wrong before a request was read. The next request
-  /// goes to a server that is well then, otherwise to the same one.
+  /// Changes the server before it starts, for faults before a request was read. The next request then goes to
+  /// a working server, otherwise to the same one.
   std::function<void(server::MisbehavingServerOptions&)> beforehand = nullptr;
   bool isRefusal = false;  ///< no server listens at all
-  bool waits = false;      ///< the fault is that nothing comes: the time for a request is made short
+  bool waits = false;      ///< the fault is that nothing arrives: the request's time limit is shortened
 };
 
 /// The name of the host, other than the push server's, that redirects lead to.
@@ -39,7 +39,7 @@ inline constexpr const char* kElsewhere = "elsewhere.quorvantis.com";
 /// All faults; the certificates are issued by `authority`, which is trusted.
 std::vector<Fault> allFaults(const server::Authority& authority);
 
-/// The answer to a request that nothing is wrong with; its token is "t".
+/// A valid answer; its token is "t".
 std::string goodAnswer();
 
 }  // namespace quorvantis

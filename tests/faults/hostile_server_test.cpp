@@ -19,9 +19,9 @@ using std::chrono::milliseconds;
 
 const std::string kTask = "pushlibRegistrarToken";
 [[maybe_unused]] constexpr long kMostGrowth =
-    64L * 1024;  // KiB; the servers, which hold what they send, included
+    64L * 1024;  // KiB; including the servers, which keep what they send
 
-/// The most memory that the process has had, in KiB.
+/// The process's peak memory, in KiB.
 long peak() {
   rusage usage{};
   getrusage(RUSAGE_SELF, &usage);
@@ -65,7 +65,7 @@ class HostileServerTest : public testing::Test {
 
   ~HostileServerTest() override { emptySharedSlot(); }
 
-  /// What the client tells, and the host hears, of one request to the port.
+  /// The client's and the host's callbacks for one request to the port.
   Outcome outcomeOfRequest(std::uint16_t port, milliseconds limit) {
     device.network.setHost(scenario::kPushHost, {"127.0.0.1", port});
     device.network.setLimits({limit, limit, std::size_t{1} << 20});
@@ -133,7 +133,7 @@ TEST_F(HostileServerTest, EachFaultHasItsOutcomeAndTheNextRequestWorks) {
               fault.outcome);
     EXPECT_EQ(received().size(), isEarly ? 0U : 1U);
 
-    // A reset may be on its way when the next request sets out.
+    // A reset may still be in transit when the next request is sent.
     const bool isGone = isEarly || fault.behaviour.kind == server::Misbehaviour::Kind::cut;
     EXPECT_EQ(outcomeOfRequest(isGone ? healthy.port() : server.port(), milliseconds(20'000)), registered);
     const auto next = received();

@@ -1,5 +1,5 @@
-// Answers that say {"error":"no","token":"forged"}, sealed with the library's key by other implementations
-// (jwcrypto, and AES and HMAC put together by hand). Only the first is of the form that is agreed upon.
+// Answers with {"error":"no","token":"forged"}, encrypted with the library's key by other implementations
+// (jwcrypto, and AES and HMAC combined by hand). Only the first has the specified form.
 #pragma once
 
 namespace quorvantis::sealed {

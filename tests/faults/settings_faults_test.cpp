@@ -24,7 +24,7 @@ constexpr int kKills = 1000;
 #endif
 constexpr int kKillsOfOneFile = 25;
 
-/// What a registration stores, all of it told apart by `number`.
+/// What a registration stores, with all values depending on `number`.
 json::Dictionary stored(int number, const json::Value& identifier) {
   const std::string name = std::to_string(number);
   return {{"deviceUuid", identifier},  {"idioma", "en"},          {"nombreTerminal", name},
@@ -32,7 +32,7 @@ json::Dictionary stored(int number, const json::Value& identifier) {
           {"versionAplicacion", name}, {"versionTerminal", name}, {"zona", "US"}};
 }
 
-/// A token delivered by the system, as the library takes it. Its request fails: no host is known.
+/// The system delivers a token to the library. Its request fails: no host is known.
 bool registerToken(Device& device, PushRequestData& client, int number) {
   const std::string name = std::to_string(number);
   device.facts.name = device.facts.model = device.facts.systemVersion = name;
@@ -230,7 +230,7 @@ TEST_F(FailingDiskTest, NoFileIsHalfCreatedOrHalfOpened) {
   }
 }
 
-// Read halfway through, the store would look like that of a fresh installation.
+// Partly read, the store would look like that of a fresh installation.
 TEST_F(FailingDiskTest, AStoreThatBecomesReadableLateIsNotOverwritten) {
   std::optional<Settings> other(std::in_place, file);
   other->open();

@@ -1,5 +1,5 @@
-// Foundation where GNUstep's differs from the phone's, or has nothing to say: the user defaults, bundles, the
-// locale, URLs, JSON reading, and some of the numbers' and texts' operations.
+// Foundation where GNUstep's differs from the phone's or lacks something: the user defaults, bundles, the
+// locale, URLs, JSON reading, and some operations of numbers and strings.
 #import <QuorvantisPush/QuorvantisPush.h>
 
 #include "base/utf8.h"
@@ -55,7 +55,7 @@ namespace json = quorvantis::json;
 
 @end
 
-/// A bundle that says nothing but its version.
+/// A bundle that only has a version.
 @interface DeviceBundle : NSBundle {
   BOOL _isLibrary;
 }

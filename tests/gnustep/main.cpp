@@ -1,4 +1,4 @@
-// quorvantis-push over the Objective-C framework: the `run` command alone.
+// quorvantis-push over the Objective-C framework: only the `run` command.
 #include "tool/command_line.h"
 
 int main(int argc, char** argv) {

@@ -14,7 +14,7 @@ using quorvantis::standins::stringFrom;
 using quorvantis::standins::textOf;
 using quorvantis::standins::valueFrom;
 
-/// Records what it is told; which callbacks it answers to can be changed.
+/// Records its callbacks; the set of callbacks that it responds to can be changed.
 @interface RecordingDelegate : NSObject <PushDelegate> {
   NSSet* _callbacks;  // nil: all of them
 }
@@ -70,7 +70,7 @@ namespace quorvantis::scenario {
 
 namespace {
 
-// GNUstep tells the message that failed in one of these ways.
+// GNUstep reports the message that failed in one of these ways.
 std::string selectorIn(NSString* reason) {
   const struct {
     NSString* before;

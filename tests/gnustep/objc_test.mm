@@ -1,5 +1,5 @@
-// The Objective-C classes where transcripts can't show what they do: whose objects these are, who holds whom,
-// and what subclasses may override.
+// The Objective-C classes where transcripts can't show their behaviour: object identity, ownership, and what
+// subclasses may override.
 #import <QuorvantisPush/QuorvantisPush.h>
 
 #include <gtest/gtest.h>
@@ -19,7 +19,7 @@ extern "C" BOOL GSDebugAllocationActive(BOOL active);
 extern "C" int GSDebugAllocationCount(Class aClass);
 extern "C" int GSDebugAllocationTotal(Class aClass);
 
-// The runtime's lock, by way of the linker: what is locked is written down.
+// Wraps the runtime's lock with the linker's help: records what is locked.
 static std::vector<id> lockedClasses;
 extern "C" int __real_objc_sync_enter(id object);
 extern "C" int __wrap_objc_sync_enter(id object) {
@@ -125,7 +125,7 @@ std::string raisedBy(Work work) {
 
 @end
 
-/// Gives itself up while it is made, before it is one.
+/// Releases itself in its initialiser.
 @interface UnmadePush : Push
 @end
 
@@ -139,7 +139,7 @@ std::string raisedBy(Work work) {
 
 @end
 
-/// Owned by a client, and sends it messages when it goes.
+/// Owned by a client, and sends it messages when it is deallocated.
 @interface PartingDelegate : TestDelegate {
  @public
   PushRequestData* client;
@@ -159,7 +159,7 @@ std::string raisedBy(Work work) {
 
 @end
 
-/// Puts another object in its place while it is asked.
+/// Replaces itself by another object while it is asked.
 @interface ReplacingDelegate : TestDelegate {
  @public
   PushRequestData* client;
@@ -216,7 +216,7 @@ NSDictionary* replaceTheDelegateWhileAsked(id, SEL) {
 
 void countCancel(id, SEL) { calls.push_back("transport cancel"); }
 
-/// What a class does at a selector, for as long as this lives.
+/// Replaces a class's method as long as this exists.
 class Replaced {
  public:
   Replaced(Class aClass, SEL selector, IMP by)
@@ -402,8 +402,8 @@ TEST_F(ObjectiveC, ReadsTheDelegateOnceAtTheSend) {
   replacing->client = nil;
 }
 
-// As plain fields: there before init, which touches no more than it must, and nil one after the other at the
-// end.
+// Like plain fields: they exist before init, which only sets what it must, and become nil one after the other
+// at the end.
 TEST_F(ObjectiveC, FieldsExistFromAllocationToDeallocation) {
   Push* push = [Push alloc];
   TestDelegate* delegate = [[[TestDelegate alloc] init] autorelease];
@@ -461,7 +461,7 @@ TEST_F(ObjectiveC, ClientsForwardACancel) {
   EXPECT_EQ(calls, Events{"transport cancel"});
 }
 
-// A block that is handed on outlives the place where it was written, and no longer than its handler.
+// A block that is passed on outlives its scope, but not its handler.
 TEST_F(ObjectiveC, HandlersOwnACopyOfTheirBlock) {
   const auto calledTimes = std::make_shared<int>(0);
   const auto handlerOfABlockThatIsGone = [](std::shared_ptr<int> times) {

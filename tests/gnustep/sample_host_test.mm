@@ -1,4 +1,4 @@
-// The host that the documents show, on the simulated phone: each recipe is seen to work.
+// The documents' sample host on the simulated phone: each recipe works.
 #import "docs/sample-host/AppDelegate.m"
 #import "docs/sample-host/SceneDelegate.m"
 

@@ -1,5 +1,5 @@
-// The stand-ins for the phone's frameworks: categories and classes that act on a simulated device. What the
-// device does is decided there; here values are converted. Main thread, but for the log and the defaults.
+// The stand-ins for the phone's frameworks: categories and classes that act on a simulated device. The device
+// has the behaviour; the stand-ins only convert values. Main thread, except for the log and the defaults.
 #pragma once
 
 #import <Foundation/Foundation.h>
@@ -20,13 +20,13 @@ device::Device* deviceInUse();
 /// A new object, autoreleased; JSON's null becomes NSNull.
 id objectFrom(const json::Value& value);
 
-/// The value that an object is; null for nil, nothing for an object that is no value.
+/// The value that an object is; null for nil, nothing for an object that is not a value.
 std::optional<json::Value> valueFrom(id object);
 
-/// A text, autoreleased; nil for nothing.
+/// A string, autoreleased; nil for nothing.
 NSString* stringFrom(const std::optional<std::string>& text);
 
-/// An object's description, a text's own characters; nothing for nil.
+/// An object's description, for a string its characters; nothing for nil.
 std::optional<std::string> textOf(id object);
 
 /// An error whose description is the text; nil for nothing. Autoreleased.
@@ -44,10 +44,10 @@ void callBlock(const std::shared_ptr<void>& block, Arguments... arguments) {
   if (block) reinterpret_cast<void (^)(Arguments...)>(block.get())(arguments...);
 }
 
-/// A notification arrives while the application is in front: the center's delegate, if any, is told.
+/// A notification arrives while the application is in the foreground: calls the center's delegate, if any.
 void deliverInForeground(NSDictionary* userInfo);
 
-/// The user answers a notification: the center's delegate, if any, is told.
+/// The user responds to a notification: calls the center's delegate, if any.
 void deliverResponse(NSDictionary* userInfo, NSString* actionIdentifier);
 
 /// The application connects to a scene, as its delegate configures it, and the scene becomes active.

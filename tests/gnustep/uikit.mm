@@ -228,7 +228,7 @@ static id<UIApplicationDelegate> applicationDelegate = nil;  // not retained
 - (void)presentViewController:(UIViewController*)viewControllerToPresent
                      animated:(BOOL)animated
                    completion:(void (^)(void))completion {
-  if (_window == nil || !_window->_visible) return;  // as on a phone, only what is in a window is seen
+  if (_window == nil || !_window->_visible) return;  // as on a phone, only what is in a window is visible
   const bool hasScenes = [[[UIApplication sharedApplication] connectedScenes] count] != 0;
   if (hasScenes && _window->_scene == nil) return;  // and only windows of a scene, where there are any
 

@@ -1,4 +1,4 @@
-// Scenes over the device: one at a time, in front.
+// Scenes over the device: one at a time, in the foreground.
 #import <UIKit/UIKit.h>
 
 #include "tests/gnustep/standins.h"

@@ -1,5 +1,5 @@
 // An application as an integrator writes it, against the installed package: host SETTINGS_FOLDER. It
-// registers a simulated device, away from any server, and gets a notification.
+// registers a simulated device, without a server, and gets a notification.
 #include <cstdio>
 #include <optional>
 #include <string>

@@ -1,4 +1,4 @@
-// What iOS 10's C++ library lacks. Each line must be refused: that shows that the annotations are on.
+// What iOS 10's C++ library lacks. Each line must be refused, which shows that the annotations are in effect.
 #include <atomic>
 #include <charconv>
 #include <optional>

@@ -28,7 +28,7 @@ __attribute__((visibility("default")))
 /// Posts a request and returns at once.
 ///
 /// @param connexion The request's identity, its task name.
-/// @param postParameters The body, sent as it is.
+/// @param postParameters The body, sent unchanged.
 /// @param url Where it goes; nil for the push server.
 - (void)sendConnexion:(nullable NSString*)connexion
        postParameters:(nullable NSString*)postParameters

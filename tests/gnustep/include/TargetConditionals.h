@@ -1,4 +1,4 @@
-// One binary plays both builds here: the simulated device says which.
+// One binary plays both builds here: the simulated device decides which.
 #pragma once
 
 #ifdef __cplusplus

@@ -1,4 +1,4 @@
-// Included before every Objective-C file: what Apple's Foundation has and GNUstep's has not.
+// Included before every Objective-C file: what Apple's Foundation has and GNUstep's lacks.
 #pragma once
 
 #define NS_SWIFT_NAME(name)

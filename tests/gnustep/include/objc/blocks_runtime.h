@@ -1,2 +1,2 @@
-// GNUstep's headers ask for this; Debian's gcc has it not.
+// GNUstep's headers include this; Debian's gcc does not have it.
 #include <Block.h>
