@@ -63,6 +63,11 @@ def prompt(phone):
     check_saved(phone)
     phone.fresh(json.dumps(BEHIND) + "\n" + json.dumps({"do": "deliver", "userInfo": note(1)}))
     check(screens(phone.lines()) == [], "nor is what nobody was asked for")
+    phone.fresh(json.dumps(YES))
+    check("prompt" not in screens(phone.play(*REGISTER)), "it was decided in the scenario")
+    status, answer = phone.json("POST", "/api/fresh", {"scenario": '\n{"do":"tapOK","alert":1}'})
+    check(status == 400 and answer["line"] == 2, answer)
+    check("prompt" in screens(phone.play(*REGISTER)), "a phone of its own, although the scenario could not go on")
 
     phone.fresh()
     phone.play(*REGISTER[:2], {"do": "advance", "seconds": 0.5})
@@ -81,6 +86,8 @@ def list_rules(phone):
     check({"phone": "remove", "notification": 2} in lines and "unlisted" in screens(lines), lines)
     lines = phone.play({"do": "deliver", "userInfo": note(5)})
     check(screens(lines) == ["listed"], "one that has no collapse id takes nobody's place")
+    for way, shown in (("background", ["listed"]), ("foreground", ["banner"])):
+        check(screens(phone.play({"do": "notification", "arrives": way, "userInfo": note(6)})) == shown, way)
     check(screens(phone.play(arrives({"aps": {"content-available": 1, "extra1": "x"}}))) == [], "a silent one is not shown")
     check(phone.refusal({"phone": "remove", "notification": 2})[0] == 409, "it is off the list")
     phone.play({"phone": "remove", "notification": 3})
@@ -111,18 +118,25 @@ def ends(phone):
     after = [line for line in phone.lines() if "screen" in line]
     check([line for line in before if line != {"screen": "prompt"}] == after, (before, after))
     check(phone.refusal({"do": "settle"})[0] == 409, "it is the phone that it was")
-    phone.fresh("\n".join(json.dumps(step) for step in [*REGISTER, {"do": "deliver", "userInfo": {"aps": 1}}, {"do": "settle"}]))
+    raises = [*REGISTER, {"do": "deliver", "userInfo": {"aps": 1}}]
+    phone.fresh("\n".join(map(json.dumps, raises)))
+    check(phone.refusal({"do": "settle"})[0] == 409 and screens(phone.lines()) == ["ended"], phone.lines())
+    phone.fresh("\n".join(map(json.dumps, [*raises, {"do": "relaunch"}])))
+    check(screens(phone.lines() + phone.play({"do": "settle"})) == ["ended"], "it was launched again")
+    phone.fresh("\n".join(map(json.dumps, [*raises, {"do": "settle"}])))
     check("ended" not in screens(phone.lines() + phone.play({"do": "settle"})), "it went on, as with `run`")
 
 
 def airplane(phone):
     registered(phone)
     phone.play({"do": "server", "answers": [{"status": 503, "body": ""}]}, {"phone": "airplaneMode", "on": True})
+    check("503" in phone.scenario(), "an answer that is not used yet")
     lines = phone.play(arrives(note(1), expires=int(time.time()) + 900), arrives(note(2)),
                        {"do": "deliverToken", "hex": "ff"}, {"do": "settle"})
     check(screens(lines) == ["requestFailed"] and "deliver" not in [line.get("do") for line in lines], lines)
     lines = phone.play({"phone": "airplaneMode", "on": False})
     check([line["userInfo"] for line in lines if line.get("do") == "deliver"] == [note(2)], "the last one was kept")
+    check(len(phone.play({"phone": "airplaneMode", "on": False})) == 1, "and came once")
     phone.play({"do": "deliverToken", "hex": "ee"}, {"do": "settle"})
     saved = check_saved(phone)
     check(saved.index('"refuse"') < saved.index("503"), saved)
@@ -150,7 +164,7 @@ def settings():
             phone.play({"do": "store", "set": {"key": 1}})
             file.unlink()
             file.mkdir()
-            phone.play({"do": "relaunch"})
+            check(screens(phone.play({"do": "relaunch"}, *REGISTER, {"do": "settle"})) == ["settingsFailed"], phone.lines())
             status, answer = phone.json("POST", "/api/steps", {"do": "show"})
             check(status == 500 and str(file) in answer["error"], (status, answer))
             phone.fresh()
