@@ -2,6 +2,7 @@
 """server_test.py TOOL [PART]: the live phone's interface over HTTP: who is let in, what is refused, who reads what.
 With PART many lines are a so-manieth of them."""
 
+import http.client
 import json
 import os
 import pathlib
@@ -191,6 +192,28 @@ def many_lines(phone):
     check(phone.json("GET", f"/api/lines?from={many + 2}")[1]["next"] == many + 3, "from there on")
 
 
+def ends_in_use():
+    """What has not been played yet is refused, and nobody waits for it."""
+    with Phone(TOOL) as phone:
+        def ask(*request):
+            try:
+                while phone.request(*request)[0] == 200:
+                    pass
+            except (OSError, http.client.HTTPException):
+                pass  # it has ended
+        steps = "POST", "/api/steps", json.dumps([{"do": "settle"}] * 1000)
+        threads = [threading.Thread(target=ask, args=request) for request in
+                   [steps] * 8 + [("GET", "/api/wait?event=badge&seconds=600")]]
+        threads.append(threading.Thread(target=phone.process.stdout.read))
+        for thread in threads:
+            thread.start()
+        phone.wait(do="settle", **{"from": "20000"})
+        phone.process.send_signal(signal.SIGTERM)
+        check(phone.process.wait(PATIENCE) == 0, "a clean end")
+        for thread in threads:
+            thread.join()
+
+
 def begin_and_end():
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
@@ -252,6 +275,7 @@ def main():
         check(phone.stop()[1] == 0, "a clean end")
     with Phone(TOOL) as phone:
         many_streams(phone)
+    ends_in_use()
     begin_and_end()
     wrong_arguments()
 
