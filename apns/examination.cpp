@@ -32,7 +32,7 @@ constexpr std::array kPushTypes = {PushType{"alert", ""},
 
 std::optional<json::Value> readObject(const std::string& text) {
   if (!base::isUTF8(text)) return std::nullopt;
-  auto read = json::read(text);
+  auto read = json::read(text, {.deepest = json::kDeepest - 1});  // it becomes a part of a step
   auto* const value = std::get_if<json::Value>(&read);
   if (value == nullptr || value->get<json::Dictionary>() == nullptr) return std::nullopt;
   return std::move(*value);

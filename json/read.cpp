@@ -193,8 +193,8 @@ void Builder::place(Value value) {
 
 bool Builder::begin(Value container) {
   const std::size_t start = stream_.Tell();
-  if (open_.size() == kDeepest) {
-    return refuse({start, "the value is nested deeper than " + std::to_string(kDeepest) + " levels",
+  if (open_.size() == options_.deepest) {
+    return refuse({start, "the value is nested deeper than " + std::to_string(options_.deepest) + " levels",
                    "Nest the values less deeply."});
   }
   observer_.begin(start, container.get<Dictionary>() != nullptr);

@@ -17,6 +17,7 @@ struct ReadOptions {
   bool refuseDuplicateKeys = false;   ///< Otherwise the last one counts.
   bool refuseWideIntegers = false;    ///< Whole numbers beyond signed 64 bits; otherwise they become reals,
   bool keepUnsignedIntegers = false;  ///< but for those that fit into unsigned 64 bits.
+  std::size_t deepest = kDeepest;
 };
 
 struct Problem {

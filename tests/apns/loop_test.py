@@ -156,6 +156,9 @@ def many_at_once(phone, backend, token, folder):
 
 def two_hundred_but(phone, backend, token):
     phone.play({"do": "application", "state": "active"})
+    nested = [functools.reduce(lambda inner, _: [inner], range(depth), 1) for depth in (510, 511)]
+    found = [backend.send(token, {"aps": {}, "deep": value}) for value in nested]
+    check(found == [(200, ""), (400, "PayloadEmpty")], f"what can be a part of a step, and what can't: {found}")
     begun = last(phone)
     check(backend.send(token, {"aps": {"alert": "no dictionary"}}) == (200, ""), "the service takes it")
     ended = phone.wait(screen="ended", **{"from": begun}, seconds=PATIENCE)
