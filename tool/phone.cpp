@@ -179,9 +179,10 @@ void printLines(const phone::Transcript& transcript) {
   }
 }
 
-/// Prints how to reach the phone: one line of JSON for a program, sentences for a person.
-void announce(const PhoneOptions& options, const phone::HttpService& service,
-              const std::optional<Apple>& apple, const std::string& token, Messages& messages) {
+/// Prints how to reach the phone: one line of JSON for a program, sentences for a person. False: nobody could
+/// read it.
+[[nodiscard]] bool announce(const PhoneOptions& options, const phone::HttpService& service,
+                            const std::optional<Apple>& apple, const std::string& token, Messages& messages) {
   if (options.json || !options.hasPage) {
     json::Dictionary line{
         {"address", service.address()}, {"key", service.key()}, {"port", std::int64_t{service.port()}}};
@@ -190,11 +191,12 @@ void announce(const PhoneOptions& options, const phone::HttpService& service,
       line.emplace("token", token);
     }
     std::cout << json::write(line) << std::endl;
-    return;
+    return !std::cout.fail();
   }
   messages.print("The phone is at " + service.address() +
                  "\nOpen this address in a browser. Anyone who has it can use the phone.\n" +
                  (apple ? '\n' + apple->description(token) : "") + "\nStop it with Ctrl-C.\n");
+  return true;
 }
 
 bool run(const PhoneOptions& options) {
@@ -225,7 +227,7 @@ bool run(const PhoneOptions& options) {
                                     .hasPage = options.hasPage,
                                     .keepsKey = options.port != 0},
                                    api);
-  announce(options, service, apple, phone.token().value_or(""), messages);
+  if (!announce(options, service, apple, phone.token().value_or(""), messages)) return false;
 
   const std::jthread printer([&] {
     if (options.json) printLines(transcript);

@@ -259,6 +259,9 @@ def wrong_arguments():
                               (["--server", "127.0.0.1:1"], "--authority"), (["--apns", "x"], "--apns")):
         done = subprocess.run([TOOL, "phone", "--no-page", *arguments], capture_output=True, text=True, timeout=PATIENCE)
         check(done.returncode in (1, 2) and reason in done.stderr and not done.stdout, f"{arguments}: {done}")
+    with open("/dev/full", "w") as full:
+        done = subprocess.run([TOOL, "phone", "--no-page"], stdout=full, stderr=subprocess.PIPE, text=True, timeout=PATIENCE)
+        check(done.returncode == 1 and "standard output" in done.stderr, f"nobody could reach it: {done}")
     with Phone(TOOL, "--listen", "127.0.0.2", "--public-host", "phone.example:80") as phone:
         connection = socket.create_connection(("127.0.0.2", phone.port), timeout=PATIENCE)
         connection.sendall(f"GET /api/status HTTP/1.1\r\nHost: phone.example:80\r\nAuthorization: Bearer {phone.key}\r\n\r\n".encode())
