@@ -1,6 +1,7 @@
 // The body of the push server's answer to a first registration and to a token's change.
 #include <cstdint>
 
+#include "base/utf8.h"
 #include "fuzz/json_mutator.h"
 #include "fuzz/phone.h"
 #include "fuzz/transport_double.h"
@@ -31,12 +32,13 @@ bool isFailure(const Event& event) {
 }
 
 /// The library reports what follows from the answer's body, and nothing else.
-void checkOutcome(const Task& task, const std::string& body, const Event& event) {
+void checkOutcome(const Task& task, std::string_view body, const Event& event) {
+  body = base::withoutByteOrderMark(body);  // as the system's own decoding
   if (body.empty() || body == "error") {
     check(isFailure(event) && textOf(event, "message").ends_with(task.unusable), "an unusable answer");
     return;
   }
-  const auto read = json::read(body);
+  const auto read = json::read(body, {.keepUnsignedIntegers = true});
   const auto* answer = std::get_if<Value>(&read);
   if (member(answer, "error") == Value("si")) return check(isFailure(event), "a refusal");
   check(textOf(event, "selector") == task.success, "a success");
