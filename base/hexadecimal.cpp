@@ -1,17 +1,8 @@
 #include "base/hexadecimal.h"
 
+#include <charconv>
+
 namespace quorvantis::base {
-
-namespace {
-
-int digitOf(char digit) {
-  if (digit >= '0' && digit <= '9') return digit - '0';
-  if (digit >= 'a' && digit <= 'f') return digit - 'a' + 10;
-  if (digit >= 'A' && digit <= 'F') return digit - 'A' + 10;
-  return -1;
-}
-
-}  // namespace
 
 std::string hexadecimal(std::string_view bytes) {
   constexpr std::string_view kDigits = "0123456789abcdef";
@@ -30,10 +21,10 @@ std::optional<std::string> bytesFromHexadecimal(std::string_view digits) {
   std::string bytes;
   bytes.reserve(digits.size() / 2);
   for (std::size_t i = 0; i < digits.size(); i += 2) {
-    const int high = digitOf(digits[i]);
-    const int low = digitOf(digits[i + 1]);
-    if (high < 0 || low < 0) return std::nullopt;
-    bytes += static_cast<char>(high * 16 + low);
+    const char* const pair = digits.data() + i;
+    unsigned byte = 0;
+    if (std::from_chars(pair, pair + 2, byte, 16).ptr != pair + 2) return std::nullopt;
+    bytes += static_cast<char>(byte);
   }
   return bytes;
 }

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "base/ascii.h"
+#include "base/hexadecimal.h"
 #include "device/text.h"
 
 namespace quorvantis::lint {
@@ -23,10 +24,8 @@ bool isScheme(std::string_view text) {
 }
 
 bool isWeb(std::string_view scheme) {
-  constexpr std::string_view kHTTP = "http";
-  const auto isSameLetter = [](char a, char b) { return (a | 0x20) == b; };
-  if (scheme.size() == kHTTP.size() + 1 && (scheme.back() | 0x20) == 's') scheme.remove_suffix(1);
-  return std::equal(scheme.begin(), scheme.end(), kHTTP.begin(), kHTTP.end(), isSameLetter);
+  const std::string name = base::lowerCase(std::string(scheme));
+  return name == "http" || name == "https";
 }
 
 /// Whether the colon parts a host and its port, as in "www.example.com:8080/x". A scheme may hold dots too,
@@ -53,16 +52,10 @@ bool isASCII(std::string_view text) {
   return std::none_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
 }
 
-bool isHexadecimal(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char c) {
-    return base::isDigit(c) || (base::lowerCase(c) >= 'a' && base::lowerCase(c) <= 'f');
-  });
-}
-
 /// Whether the "%" here has its two digits.
 bool isEncodedAt(std::string_view text, std::size_t percent) {
   const std::string_view digits = text.substr(percent + 1, 2);
-  return digits.size() == 2 && isHexadecimal(digits);
+  return digits.size() == 2 && base::bytesFromHexadecimal(digits);
 }
 
 /// A host name in its ASCII form (RFC 5891), or nothing when it has none.
