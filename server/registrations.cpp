@@ -12,8 +12,10 @@
 #include <string>
 #include <utility>
 
+#include "base/c_handle.h"
 #include "base/sqlite_statement.h"
 #include "server/server_error.h"
+#include "server/socket.h"
 
 namespace quorvantis::server {
 namespace {
@@ -41,26 +43,14 @@ void makePrivate(const std::string& file) {
 /// The open file.
 class DatabaseFile {
  public:
-  explicit DatabaseFile(std::string file) : file_(std::move(file)) {
-    if (!file_.empty()) {
-      makePrivate(file_);
-      takeFile();
-    }
-    const int opened =
-        sqlite3_open_v2(file_.empty() ? ":memory:" : file_.c_str(), &handle_,
+  explicit DatabaseFile(std::string file) : file_(std::move(file)), lock_(takeFile()) {
+    sqlite3* opened = nullptr;
+    const int code =
+        sqlite3_open_v2(file_.empty() ? ":memory:" : file_.c_str(), &opened,
                         SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
-    try {
-      require(opened == SQLITE_OK);
-      sqlite3_busy_timeout(handle_, kBusyMilliseconds);
-    } catch (...) {
-      sqlite3_close(handle_);
-      if (lock_ >= 0) ::close(lock_);
-      throw;
-    }
-  }
-  ~DatabaseFile() {
-    sqlite3_close(handle_);
-    if (lock_ >= 0) ::close(lock_);  // after SQLite: closing any descriptor of the file drops its locks
+    handle_.reset(opened);
+    require(code == SQLITE_OK);
+    sqlite3_busy_timeout(opened, kBusyMilliseconds);
   }
   DatabaseFile(const DatabaseFile&) = delete;
   DatabaseFile& operator=(const DatabaseFile&) = delete;
@@ -71,26 +61,28 @@ class DatabaseFile {
   }
   [[noreturn]] void fail(int /*code*/, const std::string& detail) const { refuse(detail); }
   void require(bool done) const {
-    if (!done) refuse(sqlite3_errmsg(handle_));
+    if (!done) refuse(sqlite3_errmsg(handle()));
   }
   void run(const std::string& sql) const {
-    require(sqlite3_exec(handle_, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK);
+    require(sqlite3_exec(handle(), sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK);
   }
-  [[nodiscard]] sqlite3* handle() const { return handle_; }
+  [[nodiscard]] sqlite3* handle() const { return handle_.get(); }
 
  private:
   /// Other programs may read the file while this server uses it, but no other server may.
-  void takeFile() {
-    lock_ = ::open(file_.c_str(), O_RDONLY | O_CLOEXEC);
-    if (lock_ >= 0 && ::flock(lock_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
-      ::close(std::exchange(lock_, -1));
+  [[nodiscard]] Socket takeFile() const {
+    if (file_.empty()) return Socket(-1);
+    makePrivate(file_);
+    Socket lock(::open(file_.c_str(), O_RDONLY | O_CLOEXEC));
+    if (lock.get() >= 0 && ::flock(lock.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
       refuse("another server is using the file; stop it or choose another file");
     }
+    return lock;
   }
 
   const std::string file_;
-  int lock_ = -1;
-  sqlite3* handle_ = nullptr;
+  const Socket lock_;  // outlives SQLite's handle: closing any descriptor of the file drops SQLite's locks
+  base::CHandle<sqlite3, sqlite3_close> handle_;
 };
 
 using Statement = base::SqliteStatement<DatabaseFile>;
