@@ -3,7 +3,6 @@
 
 #include <chrono>
 #include <map>
-#include <string>
 
 #include "apns/faults.h"
 #include "apns/http2_session.h"

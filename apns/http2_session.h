@@ -2,7 +2,6 @@
 // Independent of sockets. One thread.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>

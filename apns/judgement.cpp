@@ -1,6 +1,5 @@
 #include "apns/judgement.h"
 
-#include <algorithm>
 #include <cstdlib>
 
 #include "apns/examination.h"

@@ -1,6 +1,5 @@
 #include "apns/service.h"
 
-#include <array>
 #include <utility>
 #include <vector>
 

@@ -5,7 +5,6 @@
 #include <httplib.h>
 
 #include <functional>
-#include <optional>
 #include <string>
 
 #include "json/value.h"

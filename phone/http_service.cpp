@@ -3,7 +3,6 @@
 #include <exception>
 #include <latch>
 #include <optional>
-#include <utility>
 
 #include "base/ascii.h"
 #include "phone/embedded_files.h"

@@ -2,7 +2,6 @@
 // application. A saved scenario holds acts as comments, which `run` ignores. Any thread.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>

@@ -9,7 +9,6 @@
 #include <deque>
 #include <functional>
 #include <mutex>
-#include <string>
 
 #include "apns/phone.h"
 #include "lint/report.h"

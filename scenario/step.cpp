@@ -1,7 +1,5 @@
 #include "scenario/step.h"
 
-#include <algorithm>
-
 #include "json/write.h"
 #include "scenario/named_object.h"
 #include "scenario/step_table.h"

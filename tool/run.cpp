@@ -11,7 +11,6 @@
 #include "scenario/player.h"
 #include "scenario/push_service.h"
 #include "scenario/scenario.h"
-#include "server/server_error.h"
 
 namespace quorvantis::tool {
 

@@ -1,9 +1,6 @@
 // The operating system's calls to the application on the simulated device that pass an object. Main thread.
 #pragma once
 
-#include <string>
-
-#include "json/value.h"
 #include "platform/NSDictionary.h"
 
 namespace quorvantis::platform::simulated {
