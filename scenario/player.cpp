@@ -19,10 +19,6 @@ void Player::play(const Step& step) {
   }
 }
 
-void Player::settle() {
-  world_.device.queue.settle(world_.runner());
-}
-
 void Player::goOn() {
   world_.device.queue.goOn(world_.runner());
 }

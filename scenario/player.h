@@ -25,9 +25,6 @@ class Player {
   /// Throws ScenarioError for a step that turns out impossible.
   void play(const Step& step);
 
-  /// Runs everything that is due, as the step "settle" does.
-  void settle();
-
   /// Whether the step that was played last stopped before the answer to a request for permission.
   [[nodiscard]] bool isStopped() const { return world_.device.queue.isStopped(); }
 
