@@ -48,30 +48,6 @@ std::size_t bytesOf(std::string_view text, std::size_t width) {
   return bytes;
 }
 
-std::string_view codeOf(Style style) {
-  switch (style) {
-    case Style::plain:
-      return "0";
-    case Style::bold:
-      return "1";
-    case Style::dim:
-      return "2";
-    case Style::red:
-      return "31";
-    case Style::green:
-      return "32";
-    case Style::yellow:
-      return "33";
-    case Style::blue:
-      return "34";
-    case Style::magenta:
-      return "35";
-    case Style::cyan:
-      return "36";
-  }
-  return "0";
-}
-
 }  // namespace
 
 Terminal Terminal::ofStandardOutput() {
@@ -87,7 +63,7 @@ Terminal Terminal::ofStandardOutput() {
 
 std::string Terminal::styled(Style style, std::string_view text) const {
   if (!colour_ || style == Style::plain) return std::string(text);
-  return "\x1b[" + std::string(codeOf(style)) + "m" + std::string(text) + "\x1b[0m";
+  return "\x1b[" + std::to_string(static_cast<int>(style)) + "m" + std::string(text) + "\x1b[0m";
 }
 
 std::size_t columns(std::string_view text) {

@@ -8,7 +8,8 @@
 
 namespace quorvantis::console {
 
-enum class Style { plain, bold, dim, red, green, yellow, blue, magenta, cyan };
+/// With the codes of ANSI terminals (ECMA-48, "select graphic rendition").
+enum class Style { plain = 0, bold = 1, dim = 2, red = 31, green, yellow, blue, magenta, cyan };
 
 class Terminal {
  public:
