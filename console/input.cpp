@@ -5,18 +5,14 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
-#include <memory>
 #include <system_error>
 
+#include "base/c_handle.h"
 #include "console/wording.h"
 
 namespace quorvantis::console {
 
 namespace {
-
-struct Closer {
-  void operator()(std::FILE* stream) const { static_cast<void>(std::fclose(stream)); }
-};
 
 Input readFrom(std::FILE* stream, std::size_t most) {
   Input input;
@@ -35,7 +31,7 @@ Input readInput(const std::string& file, std::size_t most) {
   if (file == "-") return readFrom(stdin, most);
   std::error_code ignored;
   if (std::filesystem::is_directory(file, ignored)) return {{}, "it is a folder"};
-  const std::unique_ptr<std::FILE, Closer> stream(std::fopen(file.c_str(), "rbe"));
+  const base::CHandle<std::FILE, std::fclose> stream(std::fopen(file.c_str(), "rbe"));
   if (stream == nullptr) return {{}, std::strerror(errno)};
   return readFrom(stream.get(), most);
 }

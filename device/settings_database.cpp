@@ -86,10 +86,6 @@ void syncFolder(const fs::path& folder) {
 
 }  // namespace
 
-void SettingsDatabase::Close::operator()(sqlite3* connection) const {
-  sqlite3_close_v2(connection);
-}
-
 SettingsDatabase::SettingsDatabase(fs::path file) : file_(std::move(file)) {
   std::error_code error;
   const fs::file_status status = fs::status(file_, error);

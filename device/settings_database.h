@@ -7,11 +7,11 @@
 #include <array>
 #include <filesystem>
 #include <map>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "base/c_handle.h"
 #include "base/sqlite_statement.h"
 
 namespace quorvantis::device {
@@ -50,10 +50,7 @@ class SettingsDatabase {
   using Digest = std::array<unsigned char, 32>;
   using Statement = base::SqliteStatement<SettingsDatabase>;
   friend Statement;
-  struct Close {
-    void operator()(sqlite3* connection) const;
-  };
-  using Connection = std::unique_ptr<sqlite3, Close>;
+  using Connection = base::CHandle<sqlite3, sqlite3_close_v2>;
 
   void create() const;
   Connection connect(const std::filesystem::path& file, int flags) const;
