@@ -37,6 +37,14 @@ constexpr auto kDigitsOfBytes = [] {
   return pairs;
 }();
 
+/// Whether the system is too old, which the delegate is told.
+bool refusesSystem(const PushDelegate& delegate) {
+  if (!systemIsOlderThan(kOldestSystem)) return false;
+  const NSString& text = kSystemTooOld;
+  delegate.performSelector(callbacks::onError, text);
+  return true;
+}
+
 NSString withoutPunctuation(const NSString& description) {
   const NSString nothing = NSString::stringWithUTF8String("");
   NSString text = description;
@@ -49,11 +57,7 @@ NSString withoutPunctuation(const NSString& description) {
 }  // namespace
 
 void Push::activePushNotifications(std::uint8_t activate) {
-  if (systemIsOlderThan(kOldestSystem)) {
-    const NSString& text = kSystemTooOld;
-    delegate_.performSelector(callbacks::onError, text);
-    return;
-  }
+  if (refusesSystem(delegate_)) return;
   if (activate != 1) return;
 
   registerLib = platform::QuorvantisRegisterLib::init();
@@ -64,11 +68,7 @@ void Push::activePushNotifications(std::uint8_t activate) {
 }
 
 void Push::registerFinish() {
-  if (systemIsOlderThan(kOldestSystem)) {
-    const NSString& text = kSystemTooOld;
-    delegate_.performSelector(callbacks::onError, text);
-    return;
-  }
+  if (refusesSystem(delegate_)) return;
   const UNUserNotificationCenter center = UNUserNotificationCenter::currentNotificationCenter();
   center.setDelegate(self());
   center.requestAuthorizationWithOptions(
