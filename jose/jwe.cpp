@@ -1,6 +1,5 @@
 #include "jose/jwe.h"
 
-#include <cjose/base64.h>
 #include <cjose/header.h>
 #include <cjose/jwe.h>
 #include <cjose/jwk.h>
@@ -66,12 +65,9 @@ bool isText(const json_t* value, const char* expected) {
 /// cjose would accept any algorithm that it supports.
 bool isOurHeader(std::string_view part) {
   if (part == kUsualHeader) return true;
-  std::uint8_t* raw = nullptr;
-  std::size_t size = 0;
-  if (!cjose_base64url_decode(part.data(), part.size(), &raw, &size, nullptr)) return false;
-  const Bytes decoded(raw);
-  const Json header(
-      json_loadb(reinterpret_cast<const char*>(decoded.get()), size, JSON_REJECT_DUPLICATES, nullptr));
+  const auto decoded = decodeBase64url(part);
+  if (!decoded) return false;
+  const Json header(json_loadb(decoded->data(), decoded->size(), JSON_REJECT_DUPLICATES, nullptr));
   return json_is_object(header.get()) && isText(json_object_get(header.get(), "alg"), CJOSE_HDR_ALG_DIR) &&
          isText(json_object_get(header.get(), "enc"), CJOSE_HDR_ENC_A128CBC_HS256) &&
          json_object_get(header.get(), "crit") == nullptr && json_object_get(header.get(), "zip") == nullptr;
