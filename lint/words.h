@@ -2,8 +2,20 @@
 #pragma once
 
 #include "lint/explanation.h"
-#include "lint/findings.h"
+#include "lint/rules.h"
 #include "scenario/names.h"
+
+namespace quorvantis::scenario {
+
+template <>
+inline constexpr std::array<Named<lint::Severity>, 3> kNamed<lint::Severity> = {
+    {{lint::Severity::error, "error"}, {lint::Severity::warning, "warning"}, {lint::Severity::note, "note"}}};
+
+template <>
+inline constexpr std::array<Named<lint::Outcome::When>, 2> kNamed<lint::Outcome::When> = {
+    {{lint::Outcome::When::onOK, "onOK"}, {lint::Outcome::When::oneSecondLater, "oneSecondLater"}}};
+
+}  // namespace quorvantis::scenario
 
 namespace quorvantis::lint {
 
@@ -11,7 +23,5 @@ namespace quorvantis::lint {
 inline constexpr const char* kSecondCall = "application:didReceiveRemoteNotification:fetchCompletionHandler:";
 
 using scenario::nameOf;
-const char* nameOf(Severity severity);
-const char* nameOf(Outcome::When when);
 
 }  // namespace quorvantis::lint
