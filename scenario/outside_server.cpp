@@ -1,13 +1,12 @@
 #include "scenario/outside_server.h"
 
-#include <arpa/inet.h>
-
 #include <charconv>
 #include <fstream>
 #include <iterator>
 
 #include "console/usage_error.h"
 #include "scenario/push_service.h"
+#include "server/socket.h"
 
 namespace quorvantis::scenario {
 
@@ -29,11 +28,8 @@ device::Endpoint endpointFrom(const std::string& hostAndPort) {
   device::Endpoint endpoint{host == "localhost" ? "127.0.0.1" : host == "[::1]" ? "::1" : host, 0};
   const std::string port = colon == std::string::npos ? "" : hostAndPort.substr(colon + 1);
   const auto [end, error] = std::from_chars(port.data(), port.data() + port.size(), endpoint.port);
-  in_addr v4{};
-  const bool isLoopback =
-      (inet_pton(AF_INET, endpoint.address.c_str(), &v4) == 1 && ntohl(v4.s_addr) >> 24 == 127) ||
-      endpoint.address == "::1";
-  if (!isLoopback || error != std::errc() || end != port.data() + port.size() || endpoint.port == 0) {
+  if (!server::isLoopback(endpoint.address) || error != std::errc() || end != port.data() + port.size() ||
+      endpoint.port == 0) {
     throw console::UsageError("--server must be a HOST:PORT on this machine, such as 127.0.0.1:8443, not \"" +
                               hostAndPort + '"');
   }

@@ -65,6 +65,12 @@ Pipe openPipe() {
   return {Socket(ends[0]), Socket(ends[1])};
 }
 
+bool isLoopback(const std::string& address) {
+  in_addr v4{};
+  return (::inet_pton(AF_INET, address.c_str(), &v4) == 1 && ntohl(v4.s_addr) >> 24 == 127) ||
+         address == "::1";
+}
+
 Socket bindTo(const std::string& text, std::uint16_t port) {
   const Address address = read(text, port);
   Socket bound(base::openSocket(address.storage.ss_family));

@@ -33,6 +33,9 @@ Pipe openPipe();
 /// Only this machine can reach a listener here.
 inline constexpr const char* kLoopback = "127.0.0.1";
 
+/// Whether a numeric address is one that only this machine can reach.
+bool isLoopback(const std::string& address);
+
 /// A TCP socket bound to a numeric address of this machine, and to a free port for 0. Throws ServerError,
 /// which says what to do.
 Socket bindTo(const std::string& address, std::uint16_t port);

@@ -23,6 +23,7 @@
 #include "phone/provider_side.h"
 #include "scenario/names.h"
 #include "server/authority_file.h"
+#include "server/socket.h"
 
 namespace quorvantis::tool {
 
@@ -40,11 +41,6 @@ std::string contentsOf(const std::string& path, const char* option) {
   return text;
 }
 
-bool isLoopback(const std::string& address) {
-  in_addr v4{};
-  return (inet_pton(AF_INET, address.c_str(), &v4) == 1 && ntohl(v4.s_addr) >> 24 == 127) || address == "::1";
-}
-
 bool isNumeric(const std::string& address) {
   in6_addr any{};
   return inet_pton(AF_INET, address.c_str(), &any) == 1 || inet_pton(AF_INET6, address.c_str(), &any) == 1;
@@ -55,7 +51,7 @@ void checkWhereToListen(const PhoneOptions& options) {
     throw console::UsageError("--listen must be a numeric address, such as 127.0.0.1 or ::, not \"" +
                               options.listen + '"');
   }
-  if (isLoopback(options.listen)) return;
+  if (server::isLoopback(options.listen)) return;
   if (options.publicHost.empty()) {
     throw console::UsageError(
         "--listen " + options.listen +
