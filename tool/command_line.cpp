@@ -69,7 +69,7 @@ void addPayload(CLI::App& app, PayloadOptions& options, int (*payload)(const Pay
       std::string("\"switch\" in the output stands for activePushNotificationsInForegroundApp:. ") +
       kStatuses);
   using Format = PayloadOptions::Format;
-  options.version = kVersion + std::string_view(kVersion).find(' ') + 1;
+  options.version = QUORVANTIS_VERSION;
   auto* json = command->add_flag_callback(
       "--json", [&options] { options.format = Format::json; }, "print one JSON document, for other programs");
   command
@@ -146,7 +146,7 @@ void addRun(CLI::App& app, RunOptions& options, int (*run)(const RunOptions&)) {
 void addPhone(CLI::App& app, PhoneOptions& options, int (*phone)(const PhoneOptions&)) {
   CLI::App* command =
       addCommand(app, "phone", "Run a simulated phone to use in a browser, from tests or from a backend");
-  options.version = kVersion + std::string_view(kVersion).find(' ') + 1;
+  options.version = QUORVANTIS_VERSION;
   addPort(
       *command, "--port", options.port,
       "the page's port; any free one by default. With a fixed port, an open page reconnects when the phone "
