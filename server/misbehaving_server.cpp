@@ -88,30 +88,14 @@ bool repeat(Connection& connection, std::string_view bytes) {
 
 /// Returns whether the connection is kept.
 bool play(Connection& connection, const Misbehaviour& behaviour) {
-  switch (behaviour.kind) {
-    case Misbehaviour::Kind::answer:
-      return connection.write(behaviour.bytes, kPatience);
-    case Misbehaviour::Kind::close:
-      connection.write(behaviour.bytes, kPatience);
-      connection.finish();
-      return false;
-    case Misbehaviour::Kind::drop:
-      connection.write(behaviour.bytes, kPatience);
-      return false;
-    case Misbehaviour::Kind::cut:
-      connection.write(behaviour.bytes, kPatience);
-      connection.cut();
-      return false;
-    case Misbehaviour::Kind::silence:
-      connection.write(behaviour.bytes, kPatience);
-      waitUntilClientLeaves(connection);
-      return false;
-    case Misbehaviour::Kind::trickle:
-      return trickle(connection, behaviour.bytes);
-    case Misbehaviour::Kind::endless:
-      return repeat(connection, behaviour.bytes);
-  }
-  return false;
+  using Kind = Misbehaviour::Kind;
+  if (behaviour.kind == Kind::trickle) return trickle(connection, behaviour.bytes);
+  if (behaviour.kind == Kind::endless) return repeat(connection, behaviour.bytes);
+  const bool sent = connection.write(behaviour.bytes, kPatience);
+  if (behaviour.kind == Kind::close) connection.finish();
+  if (behaviour.kind == Kind::cut) connection.cut();
+  if (behaviour.kind == Kind::silence) waitUntilClientLeaves(connection);
+  return sent && behaviour.kind == Kind::answer;
 }
 
 }  // namespace
