@@ -1,5 +1,6 @@
 #include "device/settings.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <mutex>
@@ -226,13 +227,11 @@ void Settings::close() {
 
 bool isPropertyList(const json::Value& value) {
   if (const auto* array = value.get<json::Array>()) {
-    for (const json::Value& element : *array) {
-      if (!isPropertyList(element)) return false;
-    }
-  } else if (const auto* dictionary = value.get<json::Dictionary>()) {
-    for (const auto& entry : *dictionary) {
-      if (!isPropertyList(entry.second)) return false;
-    }
+    return std::all_of(array->begin(), array->end(), isPropertyList);
+  }
+  if (const auto* dictionary = value.get<json::Dictionary>()) {
+    return std::all_of(dictionary->begin(), dictionary->end(),
+                       [](const auto& entry) { return isPropertyList(entry.second); });
   }
   return !value.isNull();
 }
