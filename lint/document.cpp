@@ -110,6 +110,8 @@ class PayloadDocument::Reader : public json::Observer {
   void forget() {
     auto& parts = document_.parts_;
     parts.erase(pointer_);
+    std::string& nested = document_.nestedAps_;
+    if ((nested + '/').starts_with(pointer_ + '/')) nested.clear();
     parts.erase(parts.lower_bound(pointer_ + '/'), parts.lower_bound(pointer_ + static_cast<char>('/' + 1)));
   }
 

@@ -76,5 +76,13 @@ TEST(Findings, MarkTheRightRange) {
   EXPECT_EQ(marked, (std::vector<std::string>{"\"Badge\": 1", "\"extra9\""}));
 }
 
+// Of a repeated key the last value counts, and what was inside an earlier one is nowhere.
+TEST(Findings, AreNotInsideALostValue) {
+  const lint::Findings findings = lint::findIn(lint::PayloadDocument(R"({"data": {"aps": {}}, "data": 1})"));
+  std::vector<std::string_view> codes;
+  for (const lint::Finding& finding : findings.shown) codes.push_back(finding.rule->code);
+  EXPECT_EQ(codes, (std::vector<std::string_view>{"no-aps", "duplicate-key"}));
+}
+
 }  // namespace
 }  // namespace quorvantis
