@@ -81,17 +81,9 @@ class PayloadDocument::Reader : public json::Observer {
 
   /// Whether the library, or a finding, looks at this part.
   [[nodiscard]] bool isLookedAt() const {
-    switch (levels_.size()) {
-      case 0:
-      case 1:
-        return true;
-      case 2:
-        return pointer_.starts_with("/aps/");
-      case 3:
-        return pointer_.starts_with("/aps/alert/");
-      default:
-        return false;
-    }
+    const std::size_t depth = levels_.size();
+    return depth < 2 || (depth == 2 && pointer_.starts_with("/aps/")) ||
+           (depth == 3 && pointer_.starts_with("/aps/alert/"));
   }
 
   [[nodiscard]] bool isFirstInExtra() const {
@@ -143,12 +135,8 @@ const std::string* PayloadDocument::firstNullIn(const std::string& pointer) cons
 
 const PayloadDocument::Part& PayloadDocument::partAt(std::string_view pointer) const {
   static const Part whole;
-  for (;;) {
-    const auto part = parts_.find(pointer);
-    if (part != parts_.end()) return part->second;
-    if (pointer.empty()) return whole;
-    pointer = pointer.substr(0, pointer.rfind('/'));
-  }
+  const auto part = parts_.find(pointer);
+  return part != parts_.end() ? part->second : whole;
 }
 
 std::size_t PayloadDocument::valueOf(const Part& part) const {
