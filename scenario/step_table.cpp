@@ -55,21 +55,27 @@ void show(const World& world) {
   world.device.record.add(device::events::settings(storedValues(world.device)));
 }
 
-/// The row of an operation that the step "call" sends.
-template <class Send, class... Keys>
-StepRow call(const char* operation, const char* about, Send send, Keys... keys) {
-  const auto act = [send](const World& world, const typename Keys::Argument&... values) {
-    world.host.perform([&] { send(world, values...); });
+/// Sends a message to the host application, with the values of the keys.
+template <class... Values>
+auto sending(void (Host::*message)(Values...)) {
+  return [message](const World& world, const std::remove_cvref_t<Values>&... values) {
+    world.host.perform([&] { (world.host.*message)(values...); });
   };
+}
+
+/// The row of an operation of the step "call".
+template <class Act, class... Keys>
+StepRow call(const char* operation, const char* about, Act act, Keys... keys) {
   return {
       "call", {{"operation", operation}}, about, {does(act, std::move(keys)...)}, Needs::runningApplication};
 }
 
 /// The row of an operation that returns a value.
-template <class Send>
-StepRow question(const char* operation, const char* about, Send send) {
-  return call(operation, about, [operation, send](const World& world) {
-    world.device.record.add(device::events::returned(operation, send(world.host)));
+template <class Ask>
+StepRow question(const char* operation, const char* about, Ask ask) {
+  return call(operation, about, [operation, ask](const World& world) {
+    world.host.perform(
+        [&] { world.device.record.add(device::events::returned(operation, ask(world.host))); });
   });
 }
 
@@ -119,12 +125,9 @@ std::vector<StepRow> makeTable() {
       {"host",
        {},
        "the application configures the library",
-       {sets("appHash", orNull(text()),
-             [](const World& world, const Text& hash) { world.host.setAppHash(hash); }),
-        sets("deactivateGPS", boolean(),
-             [](const World& world, bool deactivate) { world.host.setDeactivateGPS(deactivate); }),
-        sets("foreground", boolean(),
-             [](const World& world, bool active) { world.host.setActiveInForeground(active); }),
+       {sets("appHash", orNull(text()), sending(&Host::setAppHash)),
+        sets("deactivateGPS", boolean(), sending(&Host::setDeactivateGPS)),
+        sets("foreground", boolean(), sending(&Host::setActiveInForeground)),
         sets("delegate",
              orNull(someOf(callbackNames(), "an array of callbacks (" + alternatives(callbackNames()) + ")")),
              setDelegate)},
@@ -154,16 +157,12 @@ std::vector<StepRow> makeTable() {
       {"activate",
        {},
        "the application switches notifications on or off",
-       {does([](const World& world,
-                std::uint8_t value) { world.host.perform([&] { world.host.activate(value); }); },
-             required("value", byte()))},
+       {does(sending(&Host::activate), required("value", byte()))},
        Needs::runningApplication},
       {"deliverToken",
        {},
        "the system hands a device token to the application",
-       {does([](const World& world,
-                const std::string& token) { world.host.perform([&] { world.host.deliverToken(token); }); },
-             required("hex", hexadecimal()))},
+       {does(sending(&Host::deliverToken), required("hex", hexadecimal()))},
        Needs::runningApplication},
       question("checkAppHash", "asks whether the hash is set",
                [](Host& host) { return host.checkAppHash(); }),
@@ -172,19 +171,15 @@ std::vector<StepRow> makeTable() {
                  const Text version = host.getVersion();
                  return version ? json::Value(*version) : json::Value();
                }),
-      call("resetBadge", "takes the badge off the icon", [](const World& world) { world.host.resetBadge(); }),
+      call("resetBadge", "takes the badge off the icon", sending(&Host::resetBadge)),
       call("registerFinish", "says that the registration of the user is done",
-           [](const World& world) { world.host.registerFinish(); }),
-      call(
-          "application:didRegisterForRemoteNotificationsWithDeviceToken:",
-          "says to the library itself that the system gave a token",
-          [](const World& world, const std::string& token) { world.host.didRegister(token); },
-          required("hex", hexadecimal())),
-      call(
-          "application:didFailToRegisterForRemoteNotificationsWithError:",
-          "says to the library itself that the system gave none",
-          [](const World& world, const std::string& error) { world.host.didFailToRegister(error); },
-          required("error", text())),
+           sending(&Host::registerFinish)),
+      call("application:didRegisterForRemoteNotificationsWithDeviceToken:",
+           "says to the library itself that the system gave a token", sending(&Host::didRegister),
+           required("hex", hexadecimal())),
+      call("application:didFailToRegisterForRemoteNotificationsWithError:",
+           "says to the library itself that the system gave none", sending(&Host::didFailToRegister),
+           required("error", text())),
       notification(Arrival::foreground, "the system asks whether to show a notification"),
       notification(Arrival::background, "the system hands over a notification in the background"),
       {"notification",
