@@ -5,6 +5,7 @@
 namespace quorvantis::platform {
 namespace {
 
+using simulated::objectFrom;
 using simulated::valueFrom;
 using ValuesTest = PhoneTest;
 
@@ -77,6 +78,25 @@ TEST_F(ValuesTest, ACopyDoesNotChange) {
   std::string keys;
   original.enumerateKeys([&](const NSString& key) { keys += *read(key); });
   EXPECT_EQ(keys, "abckmxy");
+}
+
+// A description is what a log line shows of a refusal's reason that is not a string.
+TEST_F(ValuesTest, ContainersAreDescribedWithTheirValues) {
+  const Object reason = objectFrom(
+      json::Dictionary{{"a", json::Array{1, true, nullptr, 2.5}}, {"b", json::Data{"\x01\x02\x03\x04\xFF"}}});
+  EXPECT_EQ(simulated::textOf(reason),
+            "{\n    a = (\n    1,\n    1,\n    <null>,\n    2.5,\n);\n    b = <01020304 ff>;\n}");
+}
+
+TEST_F(ValuesTest, NumbersAreComparedByValueAndDataByBytes) {
+  const auto areEqual = [](const json::Value& a, const json::Value& b) {
+    return objectFrom(a).isEqual(objectFrom(b));
+  };
+  EXPECT_TRUE(areEqual(1, 1.0) && areEqual(true, 1) && areEqual(nullptr, nullptr));
+  EXPECT_FALSE(areEqual(1, 2) || areEqual(1, "1") || areEqual(0, nullptr));
+  EXPECT_FALSE(areEqual(std::int64_t{9007199254740992}, std::int64_t{9007199254740993}));
+  EXPECT_TRUE(areEqual(json::Data{"ab"}, json::Data{"ab"}));
+  EXPECT_FALSE(areEqual(json::Data{"ab"}, json::Data{"ac"}) || areEqual(json::Data{"ab"}, "ab"));
 }
 
 }  // namespace
