@@ -159,6 +159,7 @@ def two_hundred_but(phone, backend, token):
     nested = [functools.reduce(lambda inner, _: [inner], range(depth), 1) for depth in (510, 511)]
     found = [backend.send(token, {"aps": {}, "deep": value}) for value in nested]
     check(found == [(200, ""), (400, "PayloadEmpty")], f"what can be a part of a step, and what can't: {found}")
+    phone.wait(screen="provider", reason="PayloadEmpty", seconds=PATIENCE)
     begun = last(phone)
     check(backend.send(token, {"aps": {"alert": "no dictionary"}}) == (200, ""), "the service takes it")
     ended = phone.wait(screen="ended", **{"from": begun}, seconds=PATIENCE)

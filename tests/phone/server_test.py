@@ -202,6 +202,7 @@ def ends_in_use():
             except (OSError, http.client.HTTPException):
                 pass  # it has ended
         steps = "POST", "/api/steps", json.dumps([{"do": "settle"}] * 1000)
+        phone.fresh()  # alone: the thread sanitizer does not see how the HTTP library guards what it makes at first
         threads = [threading.Thread(target=ask, args=request) for request in
                    [steps] * 8 + [("GET", "/api/wait?event=badge&seconds=600")]]
         threads.append(threading.Thread(target=phone.process.stdout.read))
