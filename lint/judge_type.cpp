@@ -32,8 +32,8 @@ void reportUnknown(const std::string& type, Reporter& reporter) {
   reporter.report(rules::unknownType, pointerOfType(), std::move(wording));
 }
 
-/// Without the flag that has the system wake the application. With another value the library never hears of
-/// it, which is a separate finding.
+/// Without the flag that has the system wake the application. With another value the library is never called,
+/// which is a separate finding.
 bool isForForegroundOnly(const Dictionary& aps) {
   return !aps.contains(payload::contentAvailable.text());
 }

@@ -41,8 +41,8 @@ class Connection {
   bool handshake(std::chrono::milliseconds patience);
   /// Waits until there is something to read, the end included. False when nothing came or the listener stops.
   bool readable(std::chrono::milliseconds patience);
-  /// How many bytes were read, at least one; 0 when the client has left in good order; -1 when the connection
-  /// failed, nothing came or the listener stops.
+  /// How many bytes were read, at least one; 0 when the client has closed the connection; -1 when the
+  /// connection failed, nothing came or the listener stops.
   std::ptrdiff_t read(char* into, std::size_t size, std::chrono::milliseconds patience);
   /// Returns whether everything was sent. Continues for a moment when the listener stops, to finish the
   /// current answer.

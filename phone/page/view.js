@@ -7,7 +7,7 @@ import { Stored } from "./stored.js";
 import { Timeline } from "./timeline.js";
 
 /**
- * Shows the history in the document's places for it. `told` is what the phone tells; `drawn` hears of each
+ * Shows the history in the document's places for it. `told` is what the phone tells; `drawn` is called with each
  * drawing.
  */
 export function show(history, told, drawn = () => {}) {

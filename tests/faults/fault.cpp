@@ -180,7 +180,7 @@ void addEncodings(std::vector<Fault>& faults) {
   add("chunks and a length", kToken,
       "HTTP/1.1 200 OK\r\nContent-Length: 3\r\nTransfer-Encoding: chunked\r\n\r\n" + chunk(kGoodBody) +
           "0\r\n\r\n");
-  add("chunks whose size is no number", kUnusable, chunks("xyz\r\n{}\r\n0\r\n\r\n"));
+  add("chunks whose size is not a number", kUnusable, chunks("xyz\r\n{}\r\n0\r\n\r\n"));
   add("chunks of a negative size", kUnusable, chunks("-5\r\n{}\r\n0\r\n\r\n"));
   add("chunks larger than 64 bits", kUnusable, chunks("fffffffffffffffff\r\n{}\r\n0\r\n\r\n"));
   add("chunks of 8 EiB", kUnusable, chunks("7fffffffffffffff\r\n{}"), Kind::close);
