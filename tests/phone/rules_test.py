@@ -139,7 +139,7 @@ def airplane(phone):
     check(len(phone.play({"phone": "airplaneMode", "on": False})) == 1, "and came once")
     phone.play({"do": "deliverToken", "hex": "ee"}, {"do": "settle"})
     saved = check_saved(phone)
-    check(saved.index('"refuse"') < saved.index("503"), saved)
+    check(saved.index('"refuse"') < saved.index('"status":503'), saved)
     phone.play({"phone": "airplaneMode", "on": True}, arrives(note(3), expires=1), {"phone": "airplaneMode", "on": False})
     check("note 3" not in json.dumps([line for line in phone.lines() if "phone" not in line]), "it had expired")
     phone.play({"phone": "airplaneMode", "on": True})
