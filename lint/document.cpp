@@ -6,6 +6,7 @@
 #include "console/wording.h"
 #include "json/write.h"
 #include "lint/json_text.h"
+#include "notifications/payload_keys.h"
 
 namespace quorvantis::lint {
 
@@ -87,9 +88,10 @@ class PayloadDocument::Reader : public json::Observer {
   }
 
   [[nodiscard]] bool isFirstInExtra() const {
-    constexpr std::string_view kExtra = "/aps/extra1/";
-    const std::string extra = pointer_.substr(0, kExtra.size());
-    return extra.starts_with("/aps/extra") && extra.ends_with('/') && document_.firstNullIn(extra) == nullptr;
+    return std::any_of(payload::extras.begin(), payload::extras.end(), [this](const auto& extra) {
+      const std::string inside = "/aps" + pointerPart(extra.key.text()) + '/';
+      return pointer_.starts_with(inside) && document_.firstNullIn(inside) == nullptr;
+    });
   }
 
   [[nodiscard]] bool isNestedAps() const {

@@ -1,6 +1,6 @@
 #include <algorithm>
-#include <array>
 #include <optional>
+#include <vector>
 
 #include "base/ascii.h"
 #include "console/near_text.h"
@@ -117,11 +117,13 @@ void judgeKeysOfAlert(const Dictionary& aps, const Dictionary& alert, Reporter& 
 }  // namespace
 
 std::span<const std::string_view> libraryKeys() {
-  static const std::array<std::string_view, 10> keys{
-      payload::alert.text(),     payload::badge.text(),     payload::contentAvailable.text(),
-      payload::type.text(),      payload::urlnoti.text(),   payload::extras[0].text(),
-      payload::extras[1].text(), payload::extras[2].text(), payload::extras[3].text(),
-      payload::extras[4].text()};
+  static const std::vector<std::string_view> keys = [] {
+    std::vector<std::string_view> all{payload::alert.text(), payload::badge.text(),
+                                      payload::contentAvailable.text(), payload::type.text(),
+                                      payload::urlnoti.text()};
+    for (const payload::Extra& extra : payload::extras) all.push_back(extra.key.text());
+    return all;
+  }();
   return keys;
 }
 

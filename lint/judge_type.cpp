@@ -50,13 +50,13 @@ Reporter::Wording wordingOfForegroundOnly(const std::string& message, const std:
 void judgeStoredExtras(const Dictionary& aps, Reporter& reporter) {
   bool isOneThere = false;
   bool areStored = true;
-  for (const auto& extra : payload::extras) {
-    const auto entry = aps.find(extra.text());
+  for (const auto& [key, settingsKey] : payload::extras) {
+    const auto entry = aps.find(key.text());
     if (entry == aps.end()) continue;
     isOneThere = true;
     if (device::isPropertyList(entry->second)) continue;
     areStored = false;
-    const std::string pointer = inAps(extra.text());
+    const std::string pointer = inAps(key.text());
     const std::string* null = reporter.document().firstNullIn(pointer + '/');
     reporter.report(rules::extraRejected, null != nullptr ? *null : pointer,
                     {"a null in a value to be stored", reporter.raising("The settings can't store null"),
@@ -78,9 +78,9 @@ void judgeStoredExtras(const Dictionary& aps, Reporter& reporter) {
 
 void judgeUntyped(const Dictionary& aps, Reporter& reporter) {
   const auto extra = std::find_if(payload::extras.begin(), payload::extras.end(),
-                                  [&](const auto& key) { return aps.contains(key.text()); });
+                                  [&](const auto& each) { return aps.contains(each.key.text()); });
   if (extra == payload::extras.end() || !isForForegroundOnly(aps)) return;
-  reporter.report(rules::reportedInForegroundOnly, inAps(extra->text()),
+  reporter.report(rules::reportedInForegroundOnly, inAps(extra->key.text()),
                   wordingOfForegroundOnly(
                       "the extras are reported only in the foreground",
                       "Only an application that is in the foreground when it arrives gets them.", reporter));
@@ -95,14 +95,14 @@ void judgeUnusedLink(const Dictionary& aps, Reporter& reporter) {
 }
 
 void judgeUnusedExtras(const Dictionary& aps, const std::string& type, Reporter& reporter) {
-  for (const auto& extra : payload::extras) {
-    if (!aps.contains(extra.text())) continue;
-    reporter.report(rules::unusedExtra, inAps(extra.text()),
-                    {json::write(extra.text()) + " in a notification of the type " +
-                         json::write(console::shortened(type)),
-                     "It is ignored: neither stored nor reported to the host.",
-                     "Leave \"type\" out to have it reported, or use " +
-                         json::write(payload::typeExtras.text()) + " to have it stored."});
+  for (const auto& [key, settingsKey] : payload::extras) {
+    if (!aps.contains(key.text())) continue;
+    reporter.report(
+        rules::unusedExtra, inAps(key.text()),
+        {json::write(key.text()) + " in a notification of the type " + json::write(console::shortened(type)),
+         "It is ignored: neither stored nor reported to the host.",
+         "Leave \"type\" out to have it reported, or use " + json::write(payload::typeExtras.text()) +
+             " to have it stored."});
   }
 }
 

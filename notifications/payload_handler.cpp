@@ -5,11 +5,9 @@
 #include "platform/NSUserDefaults.h"
 #include "platform/TargetConditionals.h"
 #include "platform/UIApplication.h"
-#include "registration/settings_keys.h"
 
 namespace quorvantis {
 
-using platform::ConstantString;
 using platform::NSDictionary;
 using platform::NSMutableDictionary;
 using platform::NSNumber;
@@ -39,13 +37,9 @@ void applyBadge(const NSDictionary& aps, const NSMutableDictionary& report) {
 }
 
 void storeExtras(const NSDictionary& aps) {
-  const ConstantString* const keys[] = {&settings_keys::pushExtra1, &settings_keys::pushExtra2,
-                                        &settings_keys::pushExtra3, &settings_keys::pushExtra4,
-                                        &settings_keys::pushExtra5};
   const NSUserDefaults defaults = NSUserDefaults::standardUserDefaults();
-  for (std::size_t i = 0; i < payload::extras.size(); ++i) {
-    const Object extra = aps.objectForKey(payload::extras[i]);
-    if (extra) defaults.setObject(extra, *keys[i]);
+  for (const payload::Extra& extra : payload::extras) {
+    if (Object value = aps.objectForKey(extra.key)) defaults.setObject(value, extra.settingsKey);
   }
   defaults.synchronize();
 }
@@ -79,7 +73,7 @@ void Push::reportOn(const NSDictionary& aps, const NSMutableDictionary& report) 
 
   const auto type = aps.objectForKey(payload::type).as<NSString>();
   if (!type) {
-    for (const ConstantString& extra : payload::extras) copyEntry(aps, extra, report);
+    for (const payload::Extra& extra : payload::extras) copyEntry(aps, extra.key, report);
     return;
   }
   report.setObject(type, payload::type);

@@ -4,7 +4,7 @@
 #include <array>
 #include <string_view>
 
-#include "platform/NSString.h"
+#include "registration/settings_keys.h"
 
 namespace quorvantis::payload {
 
@@ -18,9 +18,17 @@ inline constinit const ConstantString badge{"badge"};
 inline constinit const ConstantString contentAvailable{"content-available"};
 inline constinit const ConstantString type{"type"};
 inline constinit const ConstantString urlnoti{"urlnoti"};
-inline constinit const std::array<ConstantString, 5> extras{
-    ConstantString{"extra1"}, ConstantString{"extra2"}, ConstantString{"extra3"}, ConstantString{"extra4"},
-    ConstantString{"extra5"}};
+
+/// A custom value: its key in the payload and in the report, and the one in the settings.
+struct Extra {
+  ConstantString key;
+  const ConstantString& settingsKey;
+};
+inline constinit const std::array<Extra, 5> extras{{{ConstantString{"extra1"}, settings_keys::pushExtra1},
+                                                    {ConstantString{"extra2"}, settings_keys::pushExtra2},
+                                                    {ConstantString{"extra3"}, settings_keys::pushExtra3},
+                                                    {ConstantString{"extra4"}, settings_keys::pushExtra4},
+                                                    {ConstantString{"extra5"}, settings_keys::pushExtra5}}};
 
 /// The values of "type" that the library acts on.
 inline constexpr std::array<std::string_view, 4> types{"pushlib-normal", "pushlib-abrirapp",
