@@ -7,7 +7,7 @@
 namespace quorvantis::phone {
 
 struct EmbeddedFile {
-  std::string_view path;  ///< as a browser requests it: "/page/main.js"
+  std::string_view path;  ///< as a browser requests it: "/page/state/fold.js"
   std::string_view bytes;
 };
 

@@ -1,17 +1,17 @@
 // The live page.
 
-import { Actions } from "./actions.js";
-import { ApplicationControls } from "./application_controls.js";
-import { Connection } from "./connection.js";
-import { Editor } from "./editor.js";
-import { answerPrompt, arrives, register, takeOff, tap, tapOK, toBackground, toFront } from "./gestures.js";
-import { History } from "./history.js";
-import { takeKey } from "./key.js";
-import { Message } from "./message.js";
-import { Panels } from "./panels.js";
-import { sessionControls } from "./session.js";
-import { Transport } from "./transport.js";
-import { show } from "./view.js";
+import { Actions } from "./controls/actions.js";
+import { ApplicationControls } from "./controls/application_controls.js";
+import { Connection } from "./views/connection.js";
+import { Editor } from "./editor/editor.js";
+import { answerPrompt, arrives, register, takeOff, tap, tapOK, toBackground, toFront } from "./controls/gestures.js";
+import { History } from "./state/history.js";
+import { takeKey } from "./transport/key.js";
+import { Message } from "./views/message.js";
+import { Panels } from "./controls/panels.js";
+import { sessionControls } from "./controls/session.js";
+import { Transport } from "./transport/transport.js";
+import { show } from "./views/view.js";
 
 const at = (id) => document.getElementById(id);
 

@@ -1,8 +1,8 @@
 // A saved page: the lines are in the document itself.
 
-import { History } from "./history.js";
-import { parse } from "./json.js";
-import { show } from "./view.js";
+import { History } from "./state/history.js";
+import { parse } from "./state/json.js";
+import { show } from "./views/view.js";
 
 const history = new History();
 show(history);

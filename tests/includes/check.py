@@ -1,15 +1,19 @@
 #!/usr/bin/env python3
-"""check.py ROOT: holds every include of the tree against folders.txt, which stands beside this file, and the
-table in docs/architecture.md against the same; and sees that what a source's "using" brings is used there."""
+"""check.py ROOT: holds every include of the tree, and every import of the page's modules, against folders.txt, which
+stands beside this file, and the tables in docs/architecture.md against the same; and sees that what a source's "using"
+brings is used there."""
 import pathlib
+import posixpath
 import re
 import sys
 
 HERE = pathlib.Path(__file__).parent
 INCLUDE = re.compile(r'^\s*#\s*(?:include|import)\s+(?:"([^"]+)"|<(QuorvantisPush)/[^>]+>)', re.MULTILINE)
+IMPORT = re.compile(r'^import [^"]*"(\.[^"]+)";$', re.MULTILINE)
 AROUND = re.compile(r"^(tests|fuzz|bench|docs)(/|$)|\.cpp$")
 USING = re.compile(r"^using (?:\w+::)+(\w+);", re.MULTILINE)
 SOURCES = {".h", ".cpp", ".mm", ".m"}
+PAGE = "phone/page"
 NOT_OURS = ("build/", "tests/apple_sdk/", "tests/ios_framework/sdk/", "platform/ios/declarations/")
 
 
@@ -70,6 +74,16 @@ def wrong_includes(root, table):
                 yield f"{name}:{line}: {own}/ may not include {other}/"
 
 
+def wrong_imports(root, table):
+    """The same for the page's modules, which name each other by their path from where they are."""
+    for path in sorted((root / PAGE).rglob("*.js")):
+        name = path.relative_to(root).as_posix()
+        for match in IMPORT.finditer(path.read_text()):
+            other = folder_of(posixpath.normpath(f"{posixpath.dirname(name)}/{match.group(1)}"), table)
+            if other != folder_of(name, table) and other not in table[folder_of(name, table)]:
+                yield f"{name}: {folder_of(name, table)}/ may not import {match.group(1)}"
+
+
 def needless_usings(root):
     for name, path in sources(root):
         text = path.read_text()
@@ -96,7 +110,8 @@ def wrong_table(root, table):
 def main():
     root = pathlib.Path(sys.argv[1])
     table = read_table(HERE / "folders.txt")
-    wrong = [*wrong_table(root, table), *wrong_includes(root, table), *needless_usings(root)]
+    wrong = [*wrong_table(root, table), *wrong_includes(root, table), *wrong_imports(root, table),
+             *needless_usings(root)]
     print("\n".join(wrong) or f"{len(table)} folders, every include as the list has it")
     sys.exit(1 if wrong else 0)
 

@@ -2,7 +2,7 @@
 // there before, since all states are frozen to their depth.
 
 const [fold, json, request, words, past] = await Promise.all(
-  ["fold", "json", "request", "words", "history"].map((name) => import(`/${name}.js`)),
+  ["fold", "json", "request", "words", "history"].map((name) => import(`/state/${name}.js`)),
 );
 
 function frozen(value) {

@@ -1,6 +1,6 @@
 // Files: saved, chosen, and dropped on a part of the page.
 
-import { button, element } from "./element.js";
+import { button, element } from "../views/element.js";
 
 /** Hands a text to the browser as a file to keep. */
 export function save(text, name, type) {

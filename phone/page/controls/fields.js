@@ -1,7 +1,7 @@
 // Fields of a form, one for each kind of value that a step's key takes. A field reads as the JSON text of its
 // value.
 
-import { element } from "./element.js";
+import { element } from "../views/element.js";
 
 /**
  * {input, read(), write(value)}: the element to fill in, the JSON text of what is in it, and what it is to

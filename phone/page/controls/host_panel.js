@@ -1,6 +1,6 @@
 // The application's own code: how it configures the library, and what it asks of it.
 
-import { button, element } from "./element.js";
+import { button, element } from "../views/element.js";
 import { StepForm } from "./form.js";
 
 const settle = { do: "settle" };

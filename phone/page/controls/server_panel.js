@@ -1,7 +1,7 @@
 // What the push server is to answer next.
 
-import { button, element, refill } from "./element.js";
-import { answerInWords } from "./request.js";
+import { button, element, refill } from "../views/element.js";
+import { answerInWords } from "../state/request.js";
 
 const answer = (status, body) => ({ status, body });
 

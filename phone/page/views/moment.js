@@ -1,7 +1,7 @@
 // Any moment again: a slider over all that happened.
 
 import { button, element } from "./element.js";
-import { inWords } from "./words.js";
+import { inWords } from "../state/words.js";
 
 export class Moment {
   #history;

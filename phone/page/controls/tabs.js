@@ -1,6 +1,6 @@
 // Panels of which one is shown, as the tab pattern has it: arrow keys go from tab to tab.
 
-import { button, element } from "./element.js";
+import { button, element } from "../views/element.js";
 
 /**
  * Fills `root` with a tab for each of `panels`: [id, label, elements]. `shown(id)` hears which one is open.

@@ -2,8 +2,8 @@
 
 import { element, pairs } from "./element.js";
 import { findingsList } from "./findings.js";
-import { shown, written } from "./json.js";
-import { answerInWords, fields, ownAnswer } from "./request.js";
+import { shown, written } from "../state/json.js";
+import { answerInWords, fields, ownAnswer } from "../state/request.js";
 
 /** What differs between two settings: [key, value in words]. */
 function changes(before, after) {

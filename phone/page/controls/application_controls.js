@@ -1,6 +1,6 @@
 // What a person does with the application as a whole: below the phone.
 
-import { button, element } from "./element.js";
+import { button, element } from "../views/element.js";
 import { beInactive, endApplication, relaunch, toBackground, toFront } from "./gestures.js";
 
 const states = { active: "active", inactive: "inactive", background: "in the background" };

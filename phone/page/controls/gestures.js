@@ -1,6 +1,6 @@
 // What a person does to a phone, as the lines that say it. A line is an object, or its text already.
 
-import { parse, written } from "./json.js";
+import { parse, written } from "../state/json.js";
 
 const settle = { do: "settle" };
 const state = (name) => ({ do: "application", state: name });

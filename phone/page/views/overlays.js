@@ -1,7 +1,7 @@
 // What comes up above the phone's screen: an address, the library's alerts, the system's question.
 
 import { button, element } from "./element.js";
-import { shown } from "./json.js";
+import { shown } from "../state/json.js";
 
 const isSafe = (url) => /^(https?|mailto|tel|sms):/i.test(url);
 

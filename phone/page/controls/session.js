@@ -1,8 +1,8 @@
 // The session as a whole: begun again, opened from a file, and kept as one.
 
-import { button } from "./element.js";
+import { button } from "../views/element.js";
 import { openButton, save, takeDropped } from "./files.js";
-import { pageOf } from "./saved_page.js";
+import { pageOf } from "../transport/saved_page.js";
 
 export function sessionControls(root, transport, actions) {
   const open = (text) => actions.fresh(text);

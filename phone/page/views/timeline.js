@@ -3,7 +3,7 @@
 
 import { details } from "./details.js";
 import { button, element, toggle } from "./element.js";
-import { actors, inWordsTogether } from "./words.js";
+import { actors, inWordsTogether } from "../state/words.js";
 
 const overscan = 8; // rows beyond each edge
 

@@ -1,6 +1,6 @@
 // What the stand-in for Apple's service does with the next requests of a backend.
 
-import { button, element } from "./element.js";
+import { button, element } from "../views/element.js";
 
 const answer = (status, reason) => ({ fault: "answer", status, reason });
 

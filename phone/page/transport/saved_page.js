@@ -1,35 +1,10 @@
-// Makes one HTML file of the page and the lines, that shows the same phone without any server. Its modules
-// become one script, each a function, since a page from the disk may import nothing.
-
-const sheets = ["base", "layout", "phone", "screens", "overlays", "timeline", "findings"];
-const first = "saved.js";
+// Makes one HTML file of the page and the lines, that shows the same phone without any server. A page from the
+// disk may import nothing: its script and its style were bundled, each into one file, when the tool was built.
 
 async function read(name) {
   const response = await fetch(`/page/${name}`);
   if (!response.ok) throw new Error(`${name} of this page can’t be read: ${response.status}.`);
   return response.text();
-}
-
-const imports = /^import \{([^}]*)\} from "\.\/([\w.]+)";$/gm;
-const exported = /^export (?=(?:async )?(?:const|class|function\*?) (\w+))/gm;
-
-/** The modules that a module needs, by name, those first that others need; itself last. */
-async function modules(name, found = new Map()) {
-  if (found.has(name)) return found;
-  found.set(name, null);
-  const text = await read(name);
-  for (const [, , other] of text.matchAll(imports)) await modules(other, found);
-  found.delete(name);
-  return found.set(name, text);
-}
-
-/** A module's text as a call of a function, which leaves what it exports in `modules`. */
-function asFunction(name, text) {
-  const names = [...text.matchAll(exported)].map(([, exportedName]) => exportedName);
-  const body = text
-    .replace(imports, (_, list, other) => `const {${list.replace(/ as /g, ": ")}} = modules["${other}"];`)
-    .replace(exported, "");
-  return `modules["${name}"] = (() => {\n${body}\nreturn { ${names.join(", ")} };\n})();\n`;
 }
 
 async function hashOf(text) {
@@ -42,10 +17,7 @@ async function hashOf(text) {
 
 /** The file. `lines` is the JSON text of all lines, as the server gives it; `version` the tool's. */
 export async function pageOf(lines, version) {
-  const found = await modules(first);
-  const parts = [...found].map(([name, text]) => asFunction(name, text));
-  const script = `"use strict";\nconst modules = {};\n${parts.join("")}`.replaceAll("</script", "<\\/script");
-  const style = (await Promise.all(sheets.map((name) => read(`${name}.css`)))).join("\n");
+  const [script, style] = await Promise.all([read("saved.js"), read("saved.css")]);
   const policy =
     `default-src 'none'; script-src ${await hashOf(script)}; style-src ${await hashOf(style)}; ` +
     "base-uri 'none'; form-action 'none'";

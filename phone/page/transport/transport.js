@@ -1,7 +1,7 @@
 // Speaks to the server that holds the phone.
 
 import { messages } from "./event_stream.js";
-import { parse } from "./json.js";
+import { parse } from "../state/json.js";
 
 const firstPause = 250; // milliseconds between attempts to connect
 const longestPause = 4000;

@@ -1,8 +1,8 @@
 // The payload editor: the text with its findings, and beside it what the payload will do.
 
-import { button, element } from "./element.js";
-import { openButton, save, takeDropped } from "./files.js";
-import { counted, findingsList } from "./findings.js";
+import { button, element } from "../views/element.js";
+import { openButton, save, takeDropped } from "../controls/files.js";
+import { counted, findingsList } from "../views/findings.js";
 import { outcomeCards } from "./outcomes.js";
 import { templates } from "./templates.js";
 

@@ -1,6 +1,6 @@
 // Any step of a scenario: a form for each row of the table of steps.
 
-import { element } from "./element.js";
+import { element } from "../views/element.js";
 import { StepForm } from "./form.js";
 
 const nameOf = (row) => (row.variant ? `${row.name}: ${row.variant.value}` : row.name);

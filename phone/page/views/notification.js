@@ -1,7 +1,7 @@
 // A notification as the system shows it.
 
 import { button, element } from "./element.js";
-import { textsOf } from "./fold.js";
+import { textsOf } from "../state/fold.js";
 
 /** As an item of a list. `act` has what tapping it and taking it off do; without it one can only look. */
 export function notification(entry, act) {

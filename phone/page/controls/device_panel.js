@@ -1,6 +1,6 @@
 // The phone around the application: its network, its clock, its token and its facts.
 
-import { button, element, toggle } from "./element.js";
+import { button, element, toggle } from "../views/element.js";
 import { StepForm } from "./form.js";
 import { advance, airplaneMode, newToken } from "./gestures.js";
 

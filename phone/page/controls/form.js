@@ -1,6 +1,6 @@
 // A form for a step, made from the table of steps: what is filled in becomes the step's text.
 
-import { button, element } from "./element.js";
+import { button, element } from "../views/element.js";
 import { field } from "./fields.js";
 
 export class StepForm {

@@ -1,9 +1,9 @@
 // Beside the timeline: what is stored on the phone, and what the push server has been told and will answer.
 
 import { element, pairs, refill } from "./element.js";
-import { shown } from "./json.js";
-import { answerInWords, fields, ownAnswer } from "./request.js";
-import { abridged } from "./words.js";
+import { shown } from "../state/json.js";
+import { answerInWords, fields, ownAnswer } from "../state/request.js";
+import { abridged } from "../state/words.js";
 
 const none = (text) => element("p", { className: "none" }, text);
 

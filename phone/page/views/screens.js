@@ -1,10 +1,10 @@
 // What fills the phone's screen: the application, the home screen, or the list of notifications.
 
 import { button, element } from "./element.js";
-import { textsOf } from "./fold.js";
-import { shown } from "./json.js";
+import { textsOf } from "../state/fold.js";
+import { shown } from "../state/json.js";
 import { notification } from "./notification.js";
-import { abridged } from "./words.js";
+import { abridged } from "../state/words.js";
 
 const morning = 9 * 60 * 60; // when the phone's clock starts, in seconds
 const neighbours = 11; // icons of other applications

@@ -1,7 +1,7 @@
 // What a payload will do, in words: one card for each situation that makes a difference.
 
-import { element } from "./element.js";
-import { shown } from "./json.js";
+import { element } from "../views/element.js";
+import { shown } from "../state/json.js";
 
 /** When a notification comes to the application: "foreground", "secondCall", "background" or "tap". */
 function momentOf({ arrives, applicationState }) {
