@@ -6,16 +6,13 @@
 #include <string_view>
 
 #include "apns/judgement.h"
+#include "apns/push_type.h"
 #include "json/value.h"
 
 namespace quorvantis::apns {
 
 /// What follows "/3/device/" in a path; nothing for another path.
 std::optional<std::string_view> deviceTokenIn(std::string_view path);
-
-/// The suffix that the documentation adds to the bundle identifier for this push type; empty for most,
-/// nothing for an unknown type.
-std::optional<std::string_view> topicSuffixOf(std::string_view pushType);
 
 struct Examination {
   Examination(const Request& given, const Provider& from, const Rules& by, const Phone& phone,
@@ -28,14 +25,15 @@ struct Examination {
 
   std::optional<std::string_view> deviceToken;
   std::optional<KnownToken> known;
-  std::string pushType;
-  std::string topic;  ///< the bundle identifier; empty: none was sent
+  const PushType* pushType;  ///< null: there is no such type
+  std::string topic;         ///< the certificate's when none was sent; empty: it has none, either
   std::optional<json::Value> payload;
   std::string_view tokenText;  ///< empty: none was sent
   std::optional<ProviderToken> token;
   bool isTokenGood = false;
 
  private:
+  void readTopic();
   void readProviderToken();
 };
 

@@ -9,7 +9,6 @@
 namespace quorvantis::apns {
 namespace {
 
-constexpr int kTooManyHeaders = 431;
 constexpr int kGone = 410;
 constexpr std::int64_t kMillisecondsInASecond = 1000;
 
@@ -22,8 +21,7 @@ Notification notificationOf(Examination& seen) {
   const auto& expiration = seen.request.header(Header::expiration);
   return {.payload = std::move(*seen.payload->get<json::Dictionary>()),
           .text = seen.request.body(),
-          .pushType = seen.pushType,
-          .topic = seen.topic,
+          .pushType = std::string(seen.pushType->name),
           .collapseId = seen.request.header(Header::collapseId).value_or(""),
           .expires = expiration ? std::optional<std::int64_t>(std::strtoll(expiration->c_str(), nullptr, 10))
                                 : std::nullopt};
@@ -41,7 +39,7 @@ Judgement refused(const Request& request, int status, std::string_view reason, s
 
 Judgement taken(Examination& seen) {
   Answer answer{.id = idFor(seen.request)};
-  Report report{.reason = {}, .detail = {}, .id = answer.id, .pushType = seen.pushType};
+  Report report{.reason = {}, .detail = {}, .id = answer.id, .pushType = std::string(seen.pushType->name)};
   return {std::move(answer), std::move(report), notificationOf(seen)};
 }
 
@@ -61,10 +59,6 @@ Judgement judge(const Request& request, Provider& provider, const Rules& rules, 
     Judgement judgement = refusalFor(request, reason, now);
     if (judgement.answer.timestamp) judgement.answer.timestamp = seen.known->invalidSince;
     return judgement;
-  }
-  if (request.hasTooManyHeaders()) {
-    return refused(request, kTooManyHeaders, "RequestHeaderFieldsTooLarge",
-                   "the headers have more than 32 KiB in all");
   }
   remember(provider, seen);
   return taken(seen);

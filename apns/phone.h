@@ -30,9 +30,8 @@ struct Report {
 
 struct Notification {
   json::Dictionary payload;
-  std::string text;      ///< the payload as received
-  std::string pushType;  ///< "alert" by default
-  std::string topic;
+  std::string text;                     ///< the payload as received
+  std::string pushType;                 ///< "alert" by default
   std::string collapseId;               ///< empty: none
   std::optional<std::int64_t> expires;  ///< seconds since 1970; 0: deliver now or never; nothing: not set
 };

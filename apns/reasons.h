@@ -1,5 +1,6 @@
-// The reasons for which Apple's service refuses a request, in its documentation's order, which is the order
-// in which they are checked. Plain values.
+// The reasons for which Apple's service refuses a request, and one for which it documents none, in the order
+// in which they are checked: who may not send learns nothing of device tokens, and nobody is told that a
+// token is bad when only the sender's key is. Plain values.
 #pragma once
 
 #include <span>
@@ -20,7 +21,7 @@ struct Reason {
 
 std::span<const Reason> reasons();
 
-/// Null for an unknown name.
+/// The first one of this name; null for an unknown name.
 const Reason* findReason(std::string_view name);
 
 }  // namespace quorvantis::apns

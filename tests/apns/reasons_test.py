@@ -12,10 +12,17 @@ from stand import KEY_ID, OLD_TOKEN, OLD_TOKEN_ENDED, TOKEN, TOPIC, Client, Key,
 
 GOOD = b'{"aps":{"alert":{"body":"b"}}}'
 DEVICE = "/3/device/"
+SUFFIXES = {"alert": "", "background": "", "location": ".location-query", "voip": ".voip", "complication": ".complication",
+            "fileprovider": ".pushkit.fileprovider", "liveactivity": ".push-type.liveactivity", "pushtotalk": ".voip-ptt",
+            "controls": ".push-type.controls", "widgets": ".push-type.widgets"}
 
 
 def sized(size):
     return b'{"a":"' + b"x" * (size - 8) + b'"}'
+
+
+def of_type(name):
+    return {"apns-push-type": name, "apns-topic": TOPIC + SUFFIXES[name]}
 
 
 def cases(key, stranger):
@@ -28,10 +35,16 @@ def cases(key, stranger):
             (400, "BadExpirationDate", {"apns-expiration": "soon"}, {"apns-expiration": "-1"},
              {"apns-expiration": "9" * 40}, {"apns-expiration": "1.5"}, {"apns-expiration": ""}),
             (400, "BadMessageId", {"apns-id": "zz"}, {"apns-id": "x" * 36}, {"apns-id": ""}),
-            (400, "BadPriority", {"apns-priority": "7"}, {"apns-push-type": "background", "apns-priority": "10"}),
-            (400, "BadTopic", {"apns-topic": "com example"}, {"apns-topic": ""}),
-            (400, "DeviceTokenNotForTopic", {"apns-topic": "com.example.other"},
-             {"apns-topic": TOPIC + ".voip"}),
+            (400, "BadPriority", {"apns-priority": "7"}, {"apns-push-type": "background", "apns-priority": "10"},
+             {"apns-push-type": "background"},
+             {"apns-push-type": "liveactivity", "apns-topic": TOPIC + ".push-type.liveactivity", "apns-priority": "1"}),
+            (400, "BadTopic", {"apns-topic": "com example"}, {"apns-topic": ""}, {"apns-push-type": "mdm"},
+             {"apns-push-type": "mdm", "apns-topic": "com.apple.mgmt.External"}, {"apns-topic": TOPIC + ".voip"},
+             *({"apns-push-type": name} for name, suffix in SUFFIXES.items() if suffix),
+             {"apns-push-type": "voip", "apns-topic": TOPIC + ".voip-ptt"},
+             {"apns-push-type": "background", "apns-priority": "5", "apns-topic": TOPIC + ".push-type.widgets"}),
+            (400, "DeviceTokenNotForTopic", {"apns-topic": "com.example.other"}, {"apns-topic": TOPIC + ".watchkitapp"},
+             {"apns-topic": "com.example.other.voip", "apns-push-type": "voip"}, {"apns-topic": TOPIC[:-1]}),
             (400, "DuplicateHeaders", {"apns-priority": "10", "again": ("apns-priority", "10")}, {"again": ("apns-topic", TOPIC)}),
             (400, "InvalidPushType", {"apns-push-type": "Alert"},
              *({"apns-push-type": "background", "apns-priority": "5", "body": b'{"aps":{"%s":1}}' % name}
@@ -50,11 +63,12 @@ def cases(key, stranger):
             (405, "MethodNotAllowed", {"method": "PUT"}),
             (410, "Unregistered", {"path": DEVICE + OLD_TOKEN.upper()}),
             (413, "PayloadTooLarge", {"body": sized(4097)}, {"body": sized(1000000)},
-             {"body": sized(5121), "apns-push-type": "voip"}),
+             {"body": sized(5121), **of_type("voip")}),
             (431, "RequestHeaderFieldsTooLarge", {"x-large": "x" * 40000}),
-            (200, "", {}, {"body": sized(4096)}, {"body": sized(5120), "apns-push-type": "voip"},
+            (200, "", {}, {"body": sized(4096)}, {"body": sized(5120), **of_type("voip")},
              {"path": DEVICE + TOKEN.upper()}, {"apns-expiration": "0"}, {"apns-priority": "1"}, {"apns-collapse-id": "x" * 64},
-             {"apns-topic": TOPIC + ".voip", "apns-push-type": "voip"}, {"again": ("x-own", "2"), "x-own": "1"},
+             *(of_type(name) for name in SUFFIXES if name != "background"),
+             of_type("liveactivity") | {"apns-priority": "5"}, {"again": ("x-own", "2"), "x-own": "1"},
              {"apns-push-type": "background", "apns-priority": "5", "body": b'{"aps":{"content-available":1}}'},
              {"token": key.token(age=3500)}, {"token": key.token(iat=time.time() + 0.5)},
              {"authorization": "Bearer " + key.token()})):
@@ -86,27 +100,29 @@ def each_reason(stand, key):
 
 
 def one_after_the_other(stand, key):
-    """All that can be wrong at once is mended step by step: what is told is the first in the table's order."""
+    """All that can be wrong at once is mended step by step: who asks comes before what for, and the payload last."""
     client = Client(stand, key.token())
     good = client.token
     check(client.exchange()[0] == 200, "the connection's first request is taken")
     stand.next()
-    wrong = {"apns-collapse-id": "x" * 65, ":path": DEVICE + "00", "apns-expiration": "x", "apns-id": "zz",
-             "apns-priority": "7", "apns-topic": "a b", "apns-push-type": "zz", ":method": "PUT",
-             "authorization": "bearer " + key.token(age=7200, kid="X" * 10)}
+    other_key = {"authorization": "bearer " + key.token(kid="X" * 10)}
+    wrong = {":method": "GET", ":path": "/", "authorization": "bearer " + key.token(age=7200, kid="X" * 10),
+             "apns-topic": "a b", "apns-collapse-id": "x" * 65, "apns-expiration": "x", "apns-id": "zz",
+             "apns-priority": "7", "apns-push-type": "zz", "x-large": "x" * 40000}
     body, again = b"", True
     for reason, mended in (
-            ("BadCollapseId", {"apns-collapse-id": "x"}), ("BadDeviceToken", {":path": DEVICE + OLD_TOKEN}),
-            ("BadExpirationDate", {"apns-expiration": "0"}), ("BadMessageId", {"apns-id": "0" * 8 + "-0000" * 3 + "-" + "0" * 12}),
-            ("BadPriority", {"apns-priority": "10"}), ("BadTopic", {"apns-topic": "com.other"}),
-            ("DeviceTokenNotForTopic", {"apns-topic": TOPIC}), ("DuplicateHeaders", {":path": DEVICE}),
-            ("InvalidPushType", {"apns-push-type": "alert"}), ("MissingDeviceToken", {":path": "/", "apns-topic": None}),
-            ("MissingTopic", {"apns-topic": TOPIC}), ("PayloadEmpty", {}),
+            ("MethodNotAllowed", {":method": "POST"}), ("BadPath", {":path": DEVICE + "00"}),
             ("ExpiredProviderToken", {"authorization": "bearer a.b.c"}), ("InvalidProviderToken", {"authorization": None}),
-            ("MissingProviderToken", {"authorization": "bearer " + key.token(kid="X" * 10)}),
-            ("UnrelatedKeyIdInToken", {"authorization": "bearer " + key.token(age=60)}),
-            ("BadPath", {":path": DEVICE + OLD_TOKEN}), ("MethodNotAllowed", {":method": "POST"}),
-            ("Unregistered", {":path": DEVICE + TOKEN}), ("PayloadTooLarge", {}), ("TooManyProviderTokenUpdates", None)):
+            ("MissingProviderToken", other_key), ("UnrelatedKeyIdInToken", {"authorization": "bearer " + key.token(age=60)}),
+            ("TooManyProviderTokenUpdates", {"authorization": "bearer " + good}),
+            ("BadTopic", {"apns-topic": "com.other"}), ("DeviceTokenNotForTopic", {"apns-topic": None}),
+            ("MissingTopic", {"apns-topic": TOPIC}), ("BadCollapseId", {"apns-collapse-id": "x"}),
+            ("BadExpirationDate", {"apns-expiration": "0"}),
+            ("BadMessageId", {"apns-id": "0" * 8 + "-0000" * 3 + "-" + "0" * 12}), ("BadPriority", {"apns-priority": "5"}),
+            ("DuplicateHeaders", {}), ("InvalidPushType", {"apns-push-type": "background"}),
+            ("RequestHeaderFieldsTooLarge", {"x-large": "x"}), ("BadDeviceToken", {":path": DEVICE}),
+            ("MissingDeviceToken", {":path": DEVICE + OLD_TOKEN}), ("Unregistered", {":path": DEVICE + TOKEN}),
+            ("PayloadEmpty", {}), ("PayloadTooLarge", {}), ("InvalidPushType", None)):
         stream = client.begin(client.headers(**wrong) + ([("apns-id", "zz")] if again else []), ended=not body)
         if body:
             client.http.send_data(stream, body, end_stream=True)
@@ -115,10 +131,7 @@ def one_after_the_other(stand, key):
         check(found == reason, f"{found} in place of {reason}")
         check(stand.next()["status"] == status, reason)
         again = again and reason != "DuplicateHeaders"
-        if reason == "PayloadEmpty":
-            body = sized(4097)
-        elif reason == "PayloadTooLarge":
-            body = GOOD
+        body = {"PayloadEmpty": sized(4097), "PayloadTooLarge": b'{"aps":{"alert":"a"}}'}.get(reason, body)
         wrong |= mended or {}
     check(client.exchange(authorization="bearer " + good)[0] == 200, "the first token stays good")
     check(client.exchange(authorization="bearer " + key.token(age=-250))[1] == "TooManyProviderTokenUpdates", "soon")
@@ -159,6 +172,7 @@ def certificates(program, folder):
         for own, headers, reason in (
                 (f"clients-{TOPIC}", {}, ""), (f"clients-{TOPIC}", {"apns-topic": TOPIC}, ""),
                 ("clients-", {"apns-topic": TOPIC}, ""), ("clients-", {}, "MissingTopic"),
+                (f"clients-{TOPIC}", {"apns-push-type": "voip"}, ""), (f"clients-{TOPIC}", {"apns-push-type": "mdm"}, "BadTopic"),
                 ("clients-com.example.other", {"apns-topic": TOPIC}, "TopicDisallowed"),
                 (f"strangers-{TOPIC}", {"apns-topic": TOPIC}, "BadCertificate"),
                 (None, {"apns-topic": TOPIC}, "MissingProviderToken")):

@@ -40,7 +40,6 @@ class WritingPhone final : public apns::Phone {
     json::Dictionary line = lineOf(report);
     line["payload"] = std::move(notification.payload);
     line["collapseId"] = notification.collapseId;
-    line["topic"] = notification.topic;
     if (notification.expires) line["expires"] = *notification.expires;
     write(line);
   }
