@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "json/write.h"
+#include "lint/sentences.h"
 #include "lint/words.h"
 
 namespace quorvantis::lint {
@@ -17,7 +18,7 @@ Value jsonOf(const Finding& finding, std::string_view text) {
   const auto units = [&](std::size_t offset) { return utf16Length(text, offset); };
   Array edits;
   for (const Edit& edit : finding.edits) {
-    edits.push_back(
+    edits.emplace_back(
         Dictionary{{"from", units(edit.range.begin)}, {"to", units(edit.range.end)}, {"text", edit.text}});
   }
   return Dictionary{{"code", finding.rule->code},
@@ -60,6 +61,11 @@ Value jsonOf(const SystemEffects& system) {
                     {"playsSound", system.playsSound}};
 }
 
+Value jsonOf(const Sentence& sentence) {
+  const std::string value = sentence.value.empty() ? "" : ' ' + sentence.value;
+  return Dictionary{{"about", nameOf(sentence.about)}, {"text", sentence.text + value}};
+}
+
 Value jsonOf(const Explained& explained);
 
 template <class T>
@@ -71,7 +77,9 @@ Array arrayOf(const std::vector<T>& all) {
 
 Value jsonOf(const Explained& explained) {
   const Outcome& outcome = explained.outcome;
-  return Dictionary{{"situations", arrayOf(explained.situations)},
+  return Dictionary{{"title", titleOf(explained)},
+                    {"sentences", arrayOf(sentencesOf(explained))},
+                    {"situations", arrayOf(explained.situations)},
                     {"events", Array(outcome.events.begin(), outcome.events.end())},
                     {"system", jsonOf(outcome.system)},
                     {"presented", outcome.presented},
@@ -97,7 +105,8 @@ Value jsonOf(const PayloadReport& report) {
                     {"largest", kLargestPayload},
                     {"findings", std::move(findings)},
                     {"findingsLeftOut", report.findings.leftOut},
-                    {"outcomes", arrayOf(report.explanation)}};
+                    {"outcomes", arrayOf(report.explanation)},
+                    {"footnote", report.explanation.empty() ? Value() : Value(kFootnote)}};
 }
 
 std::string jsonReport(const std::string& version, const std::string& systemVersion,

@@ -1,15 +1,81 @@
 #include "lint/report_text.h"
 
+#include <optional>
 #include <string>
 
+#include "console/alert_box.h"
 #include "console/wording.h"
-#include "lint/explanation_text.h"
 #include "lint/printer.h"
+#include "lint/sentences.h"
 #include "lint/words.h"
 
 namespace quorvantis::lint {
 
 namespace {
+
+constexpr std::size_t kSituationIndent = 2;
+constexpr std::size_t kEffectIndent = 6;
+
+/// What was printed already need not be printed again.
+struct Printed {
+  std::optional<json::Value> report;
+  std::vector<std::string> alert;
+};
+
+std::string shownInAlert(const json::Value& value) {
+  return value.isNull() ? "" : shown(value);
+}
+
+void printAlert(const std::string& text, const Outcome::Alert& alert, Printer& printer, Printed& printed) {
+  constexpr std::size_t kBoxIndent = kEffectIndent + 2;
+  const std::vector<std::string> box =
+      console::alertBox(shownInAlert(alert.title), shownInAlert(alert.message), alert.buttons,
+                        printer.terminal().width() - kBoxIndent);
+  if (box == printed.alert) {
+    printer.paragraph(kEffectIndent, "The library shows the same alert.");
+    return;
+  }
+  printer.paragraph(kEffectIndent, text);
+  for (const std::string& row : box) printer.line(std::string(kBoxIndent, ' ') + row);
+  printed.alert = box;
+}
+
+void printReport(const std::string& text, const json::Value& report, Printer& printer, Printed& printed) {
+  if (report == printed.report) {
+    printer.paragraph(kEffectIndent, "The host gets the same report.");
+    return;
+  }
+  printer.paragraph(kEffectIndent, text);
+  printer.paragraph(kEffectIndent + 2, shown(report));
+  printed.report = report;
+}
+
+void printSentence(const Sentence& sentence, const Outcome& outcome, Printer& printer, Printed& printed) {
+  switch (sentence.about) {
+    case Sentence::About::alert:
+      return printAlert(sentence.text, *outcome.alert, printer, printed);
+    case Sentence::About::report:
+      return printReport(sentence.text, *outcome.report, printer, printed);
+    case Sentence::About::end:
+      return printer.paragraph(kEffectIndent, sentence.text, console::Style::red);
+    case Sentence::About::other:
+      if (!sentence.value.empty()) return printer.labelled(kEffectIndent, sentence.text, sentence.value);
+      return printer.paragraph(kEffectIndent, sentence.text);
+  }
+}
+
+void printExplanation(const std::vector<Explained>& explanation, Printer& printer) {
+  Printed printed;
+  for (const Explained& explained : explanation) {
+    printer.paragraph(kSituationIndent, titleOf(explained), console::Style::bold);
+    for (const Sentence& sentence : sentencesOf(explained))
+      printSentence(sentence, explained.outcome, printer, printed);
+    printer.line();
+  }
+  if (explanation.empty()) return;
+  printer.paragraph(kSituationIndent, kFootnote, console::Style::dim);
+  printer.line();
+}
 
 console::Style styleOf(Severity severity) {
   switch (severity) {
@@ -66,7 +132,7 @@ void print(const PayloadReport& report, const console::Terminal& terminal, std::
     printer.line();
     if (!report.explanation.empty()) printer.paragraph(kSituationIndent, "If it were delivered:");
   }
-  print(report.explanation, printer);
+  printExplanation(report.explanation, printer);
   for (const Finding& finding : report.findings.shown) {
     if (!isRefusal(finding)) printFinding(report, finding, printer);
   }

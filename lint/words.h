@@ -3,6 +3,7 @@
 
 #include "lint/explanation.h"
 #include "lint/rules.h"
+#include "lint/sentences.h"
 #include "scenario/names.h"
 
 namespace quorvantis::scenario {
@@ -14,6 +15,13 @@ inline constexpr std::array<Named<lint::Severity>, 3> kNamed<lint::Severity> = {
 template <>
 inline constexpr std::array<Named<lint::Outcome::When>, 2> kNamed<lint::Outcome::When> = {
     {{lint::Outcome::When::onOK, "onOK"}, {lint::Outcome::When::oneSecondLater, "oneSecondLater"}}};
+
+template <>
+inline constexpr std::array<Named<lint::Sentence::About>, 4> kNamed<lint::Sentence::About> = {
+    {{lint::Sentence::About::other, "other"},
+     {lint::Sentence::About::alert, "alert"},
+     {lint::Sentence::About::report, "report"},
+     {lint::Sentence::About::end, "end"}}};
 
 }  // namespace quorvantis::scenario
 

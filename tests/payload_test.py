@@ -41,11 +41,21 @@ def code_of(path):
     return path.name.split(".")[0]
 
 
+def closed(schema):
+    """The schema, allowing no members but those that it describes."""
+    if isinstance(schema, list):
+        return [closed(part) for part in schema]
+    if not isinstance(schema, dict):
+        return schema
+    parts = {key: closed(part) for key, part in schema.items()}
+    return {"additionalProperties": False, **parts} if isinstance(schema.get("properties"), dict) else parts
+
+
 def report(files, *options):
     """The JSON document on the files, held to its schema."""
     done = run("payload", "--json", *options, *files)
     document = json.loads(done.stdout)
-    jsonschema.validate(document, json.loads((DOCS / "payload-report.schema.json").read_text()))
+    jsonschema.validate(document, closed(json.loads((DOCS / "payload-report.schema.json").read_text())))
     errors, unreadable = document["summary"]["errors"], document["summary"]["unreadable"]
     expected_status = 2 if unreadable else 1 if errors else 0
     assert done.returncode == expected_status and not done.stderr, (done.returncode, done.stderr)
@@ -248,6 +258,20 @@ class Payloads(unittest.TestCase):
                     explained.append([event for call in calls for event in call["events"]])
             for case, events, shown in zip(cases, explained, played(cases, version), strict=True):
                 self.assertEqual(events, shown, case)
+
+    def test_every_report_tells_the_same(self):
+        def unbroken(text):
+            return "".join(text.split())
+
+        for path in payload_files():
+            text = unbroken(run("payload", path).stdout.decode())
+            found, = report([path])
+            told = [outcome["title"] for outcome in found["outcomes"]]
+            told += [sentence["text"] for outcome in found["outcomes"] for sentence in outcome["sentences"]]
+            self.assertEqual([sentence for sentence in told if unbroken(sentence) not in text], [], path.name)
+            says_switch = any(", switch o" in outcome["title"] for outcome in found["outcomes"])
+            self.assertEqual(found["footnote"] is not None, says_switch, path.name)
+            self.assertEqual(unbroken('"switch" is the value of') in text, says_switch, path.name)
 
     def test_what_the_system_itself_does(self):
         aps = {"alert": {"body": "x"}, "badge": 3, "sound": "default", "type": "pushlib-extras", "extra1": 1}

@@ -200,7 +200,7 @@ export class Editor {
 
   #drawOutcomes() {
     if (!this.#report || !this.#phone) return;
-    const cards = outcomeCards(this.#report.outcomes, this.#phone);
+    const cards = outcomeCards(this.#report, this.#phone);
     this.outcomes.replaceChildren(
       ...(cards.length > 0
         ? cards
