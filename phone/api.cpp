@@ -104,13 +104,25 @@ json::Dictionary wantedOf(const Request& request) {
   return wanted;
 }
 
+/// The member of this name, or, for a name with dots, one inside an object inside this one.
+const json::Value* memberNamed(std::string_view name, const json::Dictionary& object) {
+  if (const auto entry = object.find(name); entry != object.end()) return &entry->second;
+  for (auto dot = name.find('.'); dot != std::string_view::npos; dot = name.find('.', dot + 1)) {
+    const auto entry = object.find(name.substr(0, dot));
+    const auto* inner = entry == object.end() ? nullptr : entry->second.get<json::Dictionary>();
+    const auto* found = inner == nullptr ? nullptr : memberNamed(name.substr(dot + 1), *inner);
+    if (found != nullptr) return found;
+  }
+  return nullptr;
+}
+
 bool isWanted(const std::string& line, const json::Dictionary& wanted) {
   const json::Dictionary object = scenario::readObject(line);
   return std::all_of(wanted.begin(), wanted.end(), [&](const auto& member) {
-    const auto entry = object.find(member.first);
-    if (entry == object.end()) return false;
-    return entry->second == member.second ||
-           json::Value(json::write(entry->second)) == member.second;  // a number, true, false or null
+    const json::Value* found = memberNamed(member.first, object);
+    return found != nullptr &&
+           (*found == member.second ||
+            json::Value(json::write(*found)) == member.second);  // a number, true, false or null
   });
 }
 

@@ -154,6 +154,8 @@ void addPhone(CLI::App& app, PhoneOptions& options, int (*phone)(const PhoneOpti
   command->add_flag("!--no-page", options.hasPage,
                     "serve only the interface for tests, and print how to reach it as one line of JSON");
   command->add_flag("--json", options.json, "print each line of the transcript as it happens");
+  command->add_flag("--until-eof", options.untilEof,
+                    "end when standard input does, as it does when the program that started this has ended");
   addBuild(*command, options.build);
   addNonEmpty(*command, "--settings", options.settings, "keep the phone's settings in this file", "FILE");
   addOutsideServer(*command, options.server, options.authority);
@@ -190,7 +192,12 @@ void addPhone(CLI::App& app, PhoneOptions& options, int (*phone)(const PhoneOpti
       ->needs(apns);
   command->add_option("FILE", options.scenario, "a scenario to play first; - for standard input")
       ->type_name(" ");
-  command->callback([&options, phone] { throw CommandStatus(phone(options)); });
+  command->callback([&options, phone] {
+    if (options.untilEof && options.scenario == "-") {
+      throw CLI::ValidationError("FILE", "can't be standard input (-) with --until-eof; name a file");
+    }
+    throw CommandStatus(phone(options));
+  });
 }
 
 void addServe(CLI::App& app, ServeOptions& options, int (*serve)(const ServeOptions&)) {

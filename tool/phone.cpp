@@ -1,15 +1,18 @@
 #include "tool/phone.h"
 
 #include <arpa/inet.h>
-#include <unistd.h>
 
 #include <csignal>
 #include <fstream>
+#include <functional>
+#include <future>
 #include <iostream>
 #include <iterator>
 #include <memory>
 #include <mutex>
+#include <stdexcept>
 #include <thread>
+#include <utility>
 
 #include "apns/service.h"
 #include "console/input.h"
@@ -24,6 +27,7 @@
 #include "scenario/names.h"
 #include "server/authority_file.h"
 #include "server/socket.h"
+#include "tool/standard_streams.h"
 
 namespace quorvantis::tool {
 
@@ -76,6 +80,30 @@ phone::PhoneOptions phoneOptions(const PhoneOptions& options) {
   if (options.server) made.server = scenario::outsideServer(*options.server, options.authority.value_or(""));
   return made;
 }
+
+/// Waits for a signal to stop on a thread of its own, and calls `stop` there, once.
+class Stopper {
+ public:
+  /// The signals are blocked in all threads.
+  Stopper(sigset_t signals, std::function<void()> stop)
+      : thread_([signals, stop = std::move(stop)] {
+          int signal = 0;
+          sigwait(&signals, &signal);
+          stop();
+        }) {}
+  ~Stopper() {
+    wake();
+    thread_.join();
+  }
+  Stopper(const Stopper&) = delete;
+  Stopper& operator=(const Stopper&) = delete;
+
+  /// As a signal from outside does, but never the second one, which ends the process at once.
+  void wake() { pthread_kill(thread_.native_handle(), SIGTERM); }
+
+ private:
+  std::thread thread_;
+};
 
 /// Messages to a person, one at a time: on standard error when a program reads standard output.
 class Messages {
@@ -156,8 +184,9 @@ class Apple {
   std::optional<apns::Service> service_;
 };
 
-/// Prints the lines as they are added, until the transcript is over.
-void printLines(const phone::Transcript& transcript) {
+/// Prints the lines as they are added, until the transcript is over. False: some of them could not be
+/// printed.
+[[nodiscard]] bool printLines(const phone::Transcript& transcript, StandardStreams& streams) {
   std::string phone;
   std::size_t next = 1;
   for (;;) {
@@ -168,10 +197,11 @@ void printLines(const phone::Transcript& transcript) {
       next = 1;
       continue;
     }
-    for (const std::string& line : reading.lines) std::cout << line << '\n';
-    std::cout << std::flush;
+    std::string text;
+    for (const std::string& line : reading.lines) text.append(line).append("\n");
+    if (!streams.write(text)) return false;
     next += reading.lines.size();
-    if (reading.isOver && reading.lines.empty()) return;
+    if (reading.isOver && reading.lines.empty()) return true;
   }
 }
 
@@ -203,6 +233,11 @@ bool run(const PhoneOptions& options) {
 
   phone::Transcript transcript;
   phone::Worker worker;
+  StandardStreams streams;
+  Stopper stopper(stop, [&] {
+    worker.stop();
+    streams.stop();
+  });
   phone::Phone phone(phoneOptions(options), transcript, lines);
 
   Messages messages(options);
@@ -210,7 +245,7 @@ bool run(const PhoneOptions& options) {
   if (options.apns) apple.emplace(options, phone, worker, messages);
   json::Dictionary about{
       {"tool", "quorvantis-push"}, {"version", options.version}, {"build", scenario::nameOf(options.build)}};
-  phone::ApiOptions apiOptions{.about = {}, .stop = [] { ::kill(::getpid(), SIGTERM); }, .orderFaults = {}};
+  phone::ApiOptions apiOptions{.about = {}, .stop = [&stopper] { stopper.wake(); }, .orderFaults = {}};
   if (apple) {
     about.emplace("apns", apple->facts());
     apiOptions.orderFaults = [&apple](const json::Value& order) { return apple->orderFaults(order); };
@@ -225,24 +260,25 @@ bool run(const PhoneOptions& options) {
                                    api);
   if (!announce(options, service, apple, phone.token().value_or(""), messages)) return false;
 
-  const std::jthread printer([&] {
-    if (options.json) printLines(transcript);
+  auto isPrinted = std::async(std::launch::async, [&] {
+    const bool isDone = !options.json || printLines(transcript, streams);
+    if (!isDone) stopper.wake();
+    return isDone;
   });
-  const std::jthread stopper([&] {
-    int signal = 0;
-    sigwait(&stop, &signal);
-    worker.stop();
+  const auto reading = std::async(std::launch::async, [&] {
+    if (options.untilEof && streams.awaitEndOfInput()) stopper.wake();
   });
   try {
     worker.work();
   } catch (...) {
     transcript.end();
-    ::kill(::getpid(), SIGTERM);  // the stopper waits for it
+    stopper.wake();
     throw;
   }
   transcript.end();
   // A second signal ends the process at once, without waiting for requests in progress.
   pthread_sigmask(SIG_UNBLOCK, &stop, nullptr);
+  if (!isPrinted.get()) throw std::runtime_error("standard output was not read to its end");
   return !options.strict || !apple || !apple->acceptedErrors();
 }
 

@@ -21,7 +21,8 @@ struct PhoneOptions {
   std::uint16_t port = 0;            ///< 0: any free one
   std::string publicHost;            ///< a further host name that the page may be reached by; empty: none
   bool hasPage = true;
-  bool json = false;  ///< print the transcript's lines as they happen
+  bool json = false;      ///< print the transcript's lines as they happen
+  bool untilEof = false;  ///< end when standard input does
 
   std::optional<std::uint16_t> apns;  ///< the port of the stand-in for Apple's service; none: no stand-in
   std::string topic;                  ///< the application's bundle identifier
@@ -34,8 +35,8 @@ struct PhoneOptions {
   std::string version;  ///< the tool's
 };
 
-/// Runs until SIGINT, SIGTERM or a request ends it. Returns the exit status. Failures are reported on
-/// standard error.
+/// Runs until SIGINT, SIGTERM or a request ends it, or the end of standard input if asked to. Returns the
+/// exit status. Failures are reported on standard error.
 int phone(const PhoneOptions& options);
 
 }  // namespace quorvantis::tool

@@ -28,7 +28,7 @@ _quorvantis_push() {
     payload) options+=' --json --sarif --system-version' ;;
     run) options+=" $phone_and_run" ;;
     phone)
-      options+=" $phone_and_run --port --no-page --json --listen --public-host --apns --topic --apns-authority"
+      options+=" $phone_and_run --port --no-page --json --until-eof --listen --public-host --apns --topic --apns-authority"
       options+=' --provider-key --client-authority --strict'
       ;;
     serve) options+=' --port --data --authority --seal-answers' ;;

@@ -102,6 +102,10 @@ def waits(phone):
     check(found == [(200, {"id": 2, "line": {"event": "badge", "number": 0}})], found)
     status, answer = phone.wait(event="badge", **{"from": 3}, seconds="0")
     check(status == 408 and answer["next"] == 3, answer)
+    phone.play({"do": "store", "set": {"a.b": {"c": [1]}}}, {"do": "show"})
+    for inner, status in (({"set.a.b.c": "[1]"}, 200), ({"values.a.b.c": "[1]"}, 200), ({"set.a.b": '{"c":[1]}'}, 200),
+                          ({"set.a": "1"}, 408), ({"set.a.b.c.d": "1"}, 408), ({"do.x": "store"}, 408)):
+        check(phone.wait(**inner, seconds="0")[0] == status, inner)
     waiting = threading.Thread(target=lambda: found.append(phone.wait(do="settle", seconds=str(2 * PATIENCE))))
     waiting.start()
     while waiting.is_alive():
@@ -253,11 +257,33 @@ def begin_and_end():
                   "phones of their own")
 
 
+def ends_with_its_surroundings():
+    """With the program that has started it, and whatever becomes of the reader of its output."""
+    with subprocess.Popen([TOOL, "phone", "--no-page", "--until-eof"], stdin=subprocess.PIPE,
+                          stdout=subprocess.PIPE) as process:
+        process.stdout.readline()
+        process.stdin.write(b"more\n" * 10_000)
+        process.stdin.flush()
+        check(process.poll() is None, "what is written is passed over")
+        process.stdin.close()
+        check(process.wait(PATIENCE) == 0, "the end of its input is its own")
+    big = [{"do": "application", "version": "z" * 1000}] * 200
+    with Phone(TOOL) as phone:
+        phone.play(*big)
+        status, _ = phone.json("POST", "/api/stop", {})
+        check(status == 202 and phone.process.wait(PATIENCE) == 1, "nobody reads what it prints")
+        check("standard output" in phone.said(), phone.said())
+    with Phone(TOOL) as phone:
+        phone.process.stdout.close()
+        phone.play({"do": "show"})
+        check(phone.process.wait(PATIENCE) == 1 and "standard output" in phone.said(), "its reader is gone")
+
+
 def wrong_arguments():
     for arguments, reason in ((["--listen", "0.0.0.0"], "--public-host"), (["--listen", "here"], "numeric"),
                               (["--strict"], "--apns"), (["/nothing"], "can't be read"),
                               (["--apns", "--provider-key", "/nothing"], "--provider-key"), (["--port", "99999"], "--port"),
-                              (["--server", "127.0.0.1:1"], "--authority"), (["--apns", "x"], "--apns")):
+                              (["--until-eof", "-"], "standard input"), (["--server", "127.0.0.1:1"], "--authority"), (["--apns", "x"], "--apns")):
         done = subprocess.run([TOOL, "phone", "--no-page", *arguments], capture_output=True, text=True, timeout=PATIENCE)
         check(done.returncode in (1, 2) and reason in done.stderr and not done.stdout, f"{arguments}: {done}")
     with open("/dev/full", "w") as full:
@@ -281,6 +307,7 @@ def main():
         many_streams(phone)
     ends_in_use()
     begin_and_end()
+    ends_with_its_surroundings()
     wrong_arguments()
 
 
