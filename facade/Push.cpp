@@ -87,7 +87,7 @@ bool Push::respondsToSelector(platform::Selector selector) const {
 }
 
 void Push::performSelector(platform::Selector selector, const Object& withObject) {
-  callbacks::All::perform(*this, selector, withObject);
+  callbacks::All::send(*this, selector, withObject);
 }
 
 }  // namespace quorvantis

@@ -37,11 +37,11 @@ constexpr auto kDigitsOfBytes = [] {
   return pairs;
 }();
 
-/// Whether the system is too old, which the delegate is told.
+/// Whether the system is too old, which the delegate is told without being asked.
 bool refusesSystem(const PushDelegate& delegate) {
   if (!systemIsOlderThan(kOldestSystem)) return false;
   const NSString& text = kSystemTooOld;
-  delegate.performSelector(callbacks::onError, text);
+  delegate.send(callbacks::onError, text);
   return true;
 }
 

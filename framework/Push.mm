@@ -57,7 +57,7 @@ constexpr PushDelegate::Table kDelegateTable{
       return [static_cast<id>(object) respondsToSelector:selectorOf(selector)];
     },
     [](void* object, Selector selector, const Object& argument) {
-      [static_cast<id>(object) performSelector:selectorOf(selector) withObject:objectOf(argument)];
+      quorvantis::platform::ios::send(static_cast<id>(object), selector, argument);
     }};
 
 }  // namespace

@@ -75,9 +75,8 @@ class QUORVANTIS_PUSH_API Object {
   /// Asks the object on every call. Nil answers no.
   [[nodiscard]] bool respondsToSelector(Selector selector) const;
 
-  /// Sends a message with one argument (performSelector:withObject:). Raises if the object does not
-  /// understand it.
-  void performSelector(Selector selector, const Object& withObject) const;
+  /// Sends a message with one argument, the message itself. Raises if the object does not understand it.
+  void send(Selector selector, const Object& argument) const;
 
   void swap(Object& other) noexcept { std::swap(pointer_, other.pointer_); }
 

@@ -33,16 +33,16 @@ class RecordingDelegate {
     return !callbacks_ || callbacks_->contains(std::string(selector.name));
   }
 
-  void onGetToken(const NSString& token) { add(callbacks::OnGetToken::selector, token); }
-  void onReceiveNotification(const NSDictionary& report) {
-    add(callbacks::OnReceiveNotification::selector, report);
-  }
-  void onRegisterToken(const Object& token) { add(callbacks::OnRegisterToken::selector, token); }
-  void onUpdateToken(const Object& token) { add(callbacks::OnUpdateToken::selector, token); }
-  void onError(const Object& error) { add(callbacks::OnError::selector, error); }
+  void onGetToken(const NSString& token) { add(callbacks::onGetToken, token); }
+  void onReceiveNotification(const NSDictionary& report) { add(callbacks::onReceiveNotification, report); }
+  void onRegisterToken(const Object& token) { add(callbacks::onRegisterToken, token); }
+  void onUpdateToken(const Object& token) { add(callbacks::onUpdateToken, token); }
+  void onError(const Object& error) { add(callbacks::onError, error); }
 
  private:
+  /// What is sent without asking reaches the class, though this object has no such callback.
   void add(Selector selector, const Object& argument) {
+    if (!respondsToSelector(selector)) platform::doesNotRecognizeSelector(selector);
     record_.add(
         device::events::callback(std::string(selector.name), valueFrom(argument).value_or(json::Value())));
   }

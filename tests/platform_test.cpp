@@ -88,7 +88,7 @@ TEST_F(PlatformTest, AWindowForgetsTheRootThatItReplaces) {
 
 TEST_F(PlatformTest, NilAcceptsEveryMessageAndReturnsNothing) {
   const Object nil;
-  nil.performSelector({"onError:"}, text("x"));
+  nil.send({"onError:"}, text("x"));
   EXPECT_FALSE(nil.respondsToSelector({"onError:"}));
   EXPECT_FALSE(nil.as<NSString>().isEqualToString(nullptr));
   EXPECT_EQ(nil.as<NSString>().compare(text("10.0"), NSNumericSearch), NSComparisonResult::same);
@@ -163,8 +163,8 @@ TEST_F(PlatformTest, OtherObjectsRaiseWhatTheyDoNotUnderstand) {
   EXPECT_EQ(raisedBy([&] { (void)data("t").as<NSNumber>().integerValue(); }), "integerValue");
   EXPECT_EQ(raisedBy([&] { (void)number.as<NSData>().length(); }), "length");
   EXPECT_EQ(raisedBy([&] { (void)number.as<NSData>().bytes(); }), "bytes");
-  EXPECT_EQ(raisedBy([&] { number.performSelector({"onError:"}, nullptr); }), "onError:");
-  EXPECT_EQ(raisedBy([] { make<Thing>()->self().performSelector({"onError:"}, nullptr); }), "onError:");
+  EXPECT_EQ(raisedBy([&] { number.send({"onError:"}, nullptr); }), "onError:");
+  EXPECT_EQ(raisedBy([] { make<Thing>()->self().send({"onError:"}, nullptr); }), "onError:");
 }
 
 TEST_F(PlatformTest, AConstantStringIsOneObjectForAllThreads) {

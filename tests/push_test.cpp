@@ -171,30 +171,57 @@ TEST_F(PushTest, NeitherRetainsNorKeepsTheHostsDelegate) {
   EXPECT_EQ(second.selectors(), std::vector<std::string>{"onRegisterToken:"});
 }
 
-TEST_F(PushTest, AsksTheDelegateBeforeItSendsExceptOnAnOldSystem) {
-  struct Choosy {
+TEST_F(PushTest, AsksTheDelegateOnceBeforeItSendsExceptOnAnOldSystem) {
+  struct Choosy : Host {
     bool respondsToSelector(Selector selector) {
       asked.emplace_back(selector.name);
-      return answers;
+      return std::exchange(willAnswer, false);
     }
-    void onError(const Object&) { ++errors; }
     std::vector<std::string> asked;
-    bool answers = false;
-    int errors = 0;
+    bool willAnswer = false;
   } choosy;
+  const auto sendAllFive = [&](bool answer) {
+    const auto with = [&](auto operation) {
+      choosy.willAnswer = answer;
+      operation();
+    };
+    with([&] { push->checkAppHash(); });
+    push->setAppHash(text("hash"));
+    with([&] { push->registerForRemoteNotificationsWithDeviceToken(data("\x01")); });
+    push->setAppHash(nullptr);
+    with([&] { push->didReceiveRemoteNotification(dictionary({})); });
+    with([&] { push->onRegisterToken(nullptr); });
+    with([&] { push->onUpdateToken(nullptr); });
+  };
+  const std::vector<std::string> all{
+      "onError:", "onGetToken:", "onReceiveNotification:", "onRegisterToken:", "onUpdateToken:"};
   push->setDelegate(choosy);
-  EXPECT_FALSE(push->checkAppHash());
-  push->didReceiveRemoteNotification(dictionary({}));
-  push->onUpdateToken(nullptr);
-  EXPECT_EQ(choosy.asked, (std::vector<std::string>{"onError:", "onReceiveNotification:", "onUpdateToken:"}));
-  choosy.answers = true;
-  push->checkAppHash();
-  EXPECT_EQ(choosy.errors, 1);
+  sendAllFive(false);
+  EXPECT_EQ(std::exchange(choosy.asked, {}), all);
+  EXPECT_TRUE(choosy.heard.empty());
+  // One that says yes is not asked again, though it would say no.
+  sendAllFive(true);
+  EXPECT_EQ(std::exchange(choosy.asked, {}), all);
+  EXPECT_EQ(choosy.selectors(), all);
 
   device.facts.systemVersion = "9.3.5";
-  push->setDelegate(PushDelegate::withoutCallbacks());
-  EXPECT_EQ(raisedBy([&] { push->activePushNotifications(0); }), "onError:");
-  EXPECT_EQ(raisedBy([&] { push->registerFinish(); }), "onError:");
+  choosy.heard.clear();
+  push->activePushNotifications(0);
+  push->registerFinish();
+  EXPECT_EQ(choosy.selectors(), (std::vector<std::string>{"onError:", "onError:"}));
+  EXPECT_TRUE(choosy.asked.empty());
+
+  struct Boastful {
+    bool respondsToSelector(Selector) const { return true; }
+    void onGetToken(const NSString&) {}
+  } boastful;
+  for (const PushDelegate& without : {PushDelegate(boastful), PushDelegate::withoutCallbacks()}) {
+    push->setDelegate(without);
+    EXPECT_EQ(raisedBy([&] { push->activePushNotifications(0); }), "onError:");
+    EXPECT_EQ(raisedBy([&] { push->registerFinish(); }), "onError:");
+  }
+  push->setDelegate(boastful);
+  EXPECT_EQ(raisedBy([&] { push->checkAppHash(); }), "onError:");
   push->setDelegate(nullptr);
   push->activePushNotifications(1);
   push->registerFinish();

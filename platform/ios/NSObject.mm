@@ -13,7 +13,7 @@ Object NSObject::self() const { return Object::retain(front_); }
 bool NSObject::respondsToSelector(Selector selector) const { return self().respondsToSelector(selector); }
 
 void NSObject::performSelector(Selector selector, const Object& withObject) {
-  self().performSelector(selector, withObject);
+  self().send(selector, withObject);
 }
 
 }  // namespace quorvantis::platform

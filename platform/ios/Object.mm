@@ -19,8 +19,8 @@ bool Object::respondsToSelector(Selector selector) const {
   return [objectOf(*this) respondsToSelector:selectorOf(selector)];
 }
 
-void Object::performSelector(Selector selector, const Object& withObject) const {
-  [objectOf(*this) performSelector:selectorOf(selector) withObject:objectOf(withObject)];
+void Object::send(Selector selector, const Object& argument) const {
+  ios::send(objectOf(*this), selector, argument);
 }
 
 void doesNotRecognizeSelector(Selector selector) {

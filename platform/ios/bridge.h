@@ -3,6 +3,7 @@
 #pragma once
 
 #import <Foundation/Foundation.h>
+#include <objc/message.h>
 
 #include "platform/Class.h"
 #include "platform/NSString.h"
@@ -29,6 +30,12 @@ inline id autoreleased(const Object& handle) { return [[objectOf(handle) retain]
 
 /// The runtime's own form of a message's name.
 inline SEL selectorOf(Selector selector) { return sel_registerName(selector.name.data()); }
+
+/// Sends a message with one argument and without a result: the message itself, since a proxy may lack
+/// performSelector:withObject:, and a class override it. Nil gets nothing.
+inline void send(id object, Selector selector, const Object& argument) {
+  reinterpret_cast<void (*)(id, SEL, id)> (&objc_msgSend)(object, selectorOf(selector), objectOf(argument));
+}
 
 /// The library's own class of that name, of which the process may have several. Defined with the classes,
 /// which nothing here knows.

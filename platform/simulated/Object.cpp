@@ -25,8 +25,8 @@ bool Object::respondsToSelector(Selector selector) const {
   return *this && instanceOf(*this)->respondsToSelector(selector);
 }
 
-void Object::performSelector(Selector selector, const Object& withObject) const {
-  if (*this) instanceOf(*this)->performSelector(selector, withObject);
+void Object::send(Selector selector, const Object& argument) const {
+  if (*this) instanceOf(*this)->performSelector(selector, argument);
 }
 
 void doesNotRecognizeSelector(Selector selector) {

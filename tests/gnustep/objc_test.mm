@@ -98,6 +98,19 @@ std::string raisedBy(Work work) {
 
 @end
 
+/// Overrides the operation by which messages are sent that are known at run time only.
+@interface PerformingDelegate : TestDelegate
+@end
+
+@implementation PerformingDelegate
+
+- (id)performSelector:(SEL)selector withObject:(id)object {
+  calls.push_back("performSelector:withObject:");
+  return nil;
+}
+
+@end
+
 /// Overrides what the library sends to itself.
 @interface SubPush : Push
 @end
@@ -287,6 +300,19 @@ TEST_F(ObjectiveC, AsksTheDelegateBeforeEachSend) {
   EXPECT_EQ(calls, (Events{"onReceiveNotification:", "onReceiveNotification:"}));
 }
 
+TEST_F(ObjectiveC, SendsTheDelegateTheCallbackItself) {
+  TestDelegate* delegate = [[[PerformingDelegate alloc] init] autorelease];
+  [[Push shared] setDelegate:delegate];
+  [[Push shared] onRegisterToken:@"f00d"];
+  [[Push shared] setDelegate:nil];
+  PushRequestData* client = [[[PushRequestData alloc] init] autorelease];
+  [delegate->callbacks addObject:@"onError:"];
+  [client setDelegate:delegate];
+  [client downloadFinished:@"pushlibRegistrarToken"];
+  [client setDelegate:nil];
+  EXPECT_EQ(calls, (Events{"onRegisterToken:", "onError:"}));
+}
+
 TEST_F(ObjectiveC, SendsNothingToNil) {
   [[Push shared] setDelegate:nil];
   device.facts.systemVersion = "9.3";
@@ -297,6 +323,8 @@ TEST_F(ObjectiveC, SendsNothingToNil) {
   [[Push shared] setDelegate:delegate];
   EXPECT_FALSE([[Push shared] checkAppHash]);
   EXPECT_EQ(calls, Events{}) << "a delegate without onError: was told";
+  [[Push shared] activePushNotifications:YES];
+  EXPECT_EQ(calls, Events{"onError:"}) << "on a system that is too old the delegate is not asked";
   [[Push shared] setDelegate:[[[NSObject alloc] init] autorelease]];
   EXPECT_NE(raisedBy([] { [[Push shared] activePushNotifications:YES]; }).find("onError:"),
             std::string::npos);
