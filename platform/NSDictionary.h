@@ -29,7 +29,8 @@ class QUORVANTIS_PUSH_API NSMutableDictionary : public NSDictionary {
   /// A new, empty one.
   static NSMutableDictionary dictionary();
 
-  /// Stores the object itself under the key, replacing an earlier one. Neither may be nil.
+  /// Stores the object itself under the key, replacing an earlier one. Neither may be nil. Raises if the
+  /// receiver is not a mutable dictionary.
   void setObject(Object object, const NSString& forKey) const;
 
   /// An immutable dictionary of the same keys and the same objects.

@@ -80,6 +80,20 @@ TEST_F(ValuesTest, ACopyDoesNotChange) {
   EXPECT_EQ(keys, "abckmxy");
 }
 
+TEST_F(ValuesTest, OnlyAMutableDictionaryIsChanged) {
+  const auto original = NSMutableDictionary::dictionary();
+  original.setObject(text("v"), text("k"));
+  const NSDictionary immutable[] = {
+      original.copy(), dictionary({{"k", "v"}}),
+      NSJSONSerialization::JSONObjectWithData(data(R"({"k":"v"})"), 0).as<NSDictionary>()};
+  for (const NSDictionary& each : immutable) {
+    const auto seenAsMutable = each.as<NSMutableDictionary>();
+    EXPECT_EQ(raisedBy([&] { seenAsMutable.setObject(text("new"), text("k")); }), "setObject:forKey:");
+    EXPECT_TRUE(seenAsMutable.copy().isSame(each));
+    EXPECT_EQ(valueFrom(each), json::Value(json::Dictionary{{"k", "v"}}));
+  }
+}
+
 // A description is what a log line shows of a refusal's reason that is not a string.
 TEST_F(ValuesTest, ContainersAreDescribedWithTheirValues) {
   const Object reason = objectFrom(

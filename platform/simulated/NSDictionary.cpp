@@ -32,8 +32,11 @@ NSMutableDictionary NSMutableDictionary::dictionary() {
 }
 
 void NSMutableDictionary::setObject(Object object, const NSString& forKey) const {
-  auto* dictionary = receiver<DictionaryInstance>(*this, {"setObject:forKey:"});
-  if (dictionary != nullptr) dictionary->set(forKey, std::move(object));
+  constexpr Selector kSelector{"setObject:forKey:"};
+  auto* dictionary = receiver<DictionaryInstance>(*this, kSelector);
+  if (dictionary == nullptr) return;
+  if (!dictionary->isMutable()) doesNotRecognizeSelector(kSelector);
+  dictionary->set(forKey, std::move(object));
 }
 
 NSDictionary NSMutableDictionary::copy() const {

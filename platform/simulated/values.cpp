@@ -141,8 +141,9 @@ void DictionaryInstance::set(const NSString& key, Object object) {
 }
 
 Object DictionaryInstance::copy() {
+  if (!isMutable_) return Object::retain(this);
   lent_ = true;
-  return Object::adopt(new DictionaryInstance(entries_));
+  return Object::adopt(new DictionaryInstance(entries_, false));
 }
 
 Object objectFrom(const json::Value& value) {

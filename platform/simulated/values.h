@@ -81,25 +81,31 @@ class DictionaryInstance final : public Instance {
   static constexpr Kind classKind = Kind::dictionary;
   using Entry = std::pair<NSString, Object>;
   using Entries = std::vector<Entry>;
-  DictionaryInstance() : DictionaryInstance(Entries()) {}
+  /// An empty one, mutable.
+  DictionaryInstance() : DictionaryInstance(std::make_shared<Entries>(), true) {}
+  /// An immutable one.
   explicit DictionaryInstance(Entries sorted)
-      : Instance(classKind), entries_(std::make_shared<Entries>(std::move(sorted))) {}
+      : DictionaryInstance(std::make_shared<Entries>(std::move(sorted)), false) {}
 
   [[nodiscard]] std::string description() const override;
 
   [[nodiscard]] const Entries& entries() const { return *entries_; }
   [[nodiscard]] const Object* find(std::string_view key) const;
+  [[nodiscard]] bool isMutable() const { return isMutable_; }
+  /// Only for a mutable one.
   void set(const NSString& key, Object object);
-  /// A copy, which shares the entries until this one is changed.
+  /// An immutable copy, which shares the entries until this one is changed; the same object if this one is
+  /// immutable.
   [[nodiscard]] Object copy();
 
  private:
-  explicit DictionaryInstance(std::shared_ptr<Entries> entries)
-      : Instance(classKind), entries_(std::move(entries)) {}
+  DictionaryInstance(std::shared_ptr<Entries> entries, bool isMutable)
+      : Instance(classKind), entries_(std::move(entries)), isMutable_(isMutable) {}
   /// The position of the key, or where to insert it.
   [[nodiscard]] std::size_t placeOf(std::string_view key) const;
 
   std::shared_ptr<Entries> entries_;
+  const bool isMutable_;
   bool lent_ = false;
   // Keys are mostly read and set in their order.
   mutable std::atomic<std::size_t> expected_{0};
