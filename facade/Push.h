@@ -111,7 +111,8 @@ class QUORVANTIS_PUSH_API Push : public platform::UIResponder,
  protected:
   void emptyFields() override;
 
-  /// The name of the object's class, for log lines.
+  /// The name of the object's class, for the tag of its log lines. A subclass in C++ overrides it with its
+  /// own; otherwise it logs as "[Push]".
   [[nodiscard]] virtual platform::NSString className() const;
 
   /// The initialised registration client.

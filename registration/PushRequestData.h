@@ -53,7 +53,9 @@ class QUORVANTIS_PUSH_API PushRequestData : public platform::NSObject,
  protected:
   void emptyFields() override;
 
-  /// The name of the object's class.
+  /// The name of the object's class, for its tag. A subclass in C++ overrides it with its own; otherwise it
+  /// is
+  /// "[PushRequestData]".
   [[nodiscard]] virtual platform::NSString className() const;
 
   platform::QuorvantisConnexion conexion;
