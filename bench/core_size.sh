@@ -17,6 +17,5 @@ for source in $(for folder in $(cat cmake/core-folders); do echo "$folder"/*.cpp
   MODE=-c EXTRA_FLAGS="-O2 -fvisibility=hidden -fvisibility-inlines-hidden -o $scratch/$(basename "$source" .cpp).ios.o" \
     tests/ios_core/compile.sh "$source"
 done
-size=$(command -v llvm-size || command -v llvm-size-14)
-"$size" --format=berkeley "$scratch"/*.ios.o |
+llvm-size --format=berkeley "$scratch"/*.ios.o |
   awk 'NR > 1 {bytes += $1 + $2} END {print bytes, "core size: arm64-apple-ios10.0"}'

@@ -9,7 +9,7 @@ set -eu
 here=$(cd "$(dirname "$0")" && pwd)
 root=$(cd "$here/../.." && pwd)
 clangxx=${CLANGXX:-clang++}
-libcxx=${LIBCXX:-/usr/lib/llvm-14/include/c++/v1}
+libcxx=${LIBCXX:-$("$clangxx" -print-resource-dir)/../../../include/c++/v1}
 
 if [ ! -e "$libcxx/version" ]; then
   echo "libc++'s headers are not in $libcxx; scripts/setup installs them" >&2

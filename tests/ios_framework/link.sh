@@ -8,8 +8,8 @@ root=$(cd "$here/../.." && pwd)
 folder=$1
 kind=$2
 clangxx=${CLANGXX:-clang++}
-linker=${LD64_LLD:-ld64.lld-14}
-libcxx=${LIBCXX:-/usr/lib/llvm-14/include/c++/v1}
+linker=${LD64_LLD:-$("$clangxx" -print-prog-name=ld64.lld)}
+libcxx=${LIBCXX:-$("$clangxx" -print-resource-dir)/../../../include/c++/v1}
 
 case $kind in
   device) triple=arm64-apple-ios10.0 platform=ios oldest=10.0 ;;

@@ -67,13 +67,13 @@ def protocols(part):
 
 def flavour(folder):
     """Which build the library takes itself for: the function that says so returns a constant."""
-    code = output("llvm-objdump-14", "-d", "--no-show-raw-insn", folder / "TargetConditionals.mm.o")
+    code = output("llvm-objdump", "-d", "--no-show-raw-insn", folder / "TargetConditionals.mm.o")
     return {"#0": "device", "#1": "simulator"}.get(re.search(r"mov\s+w0, (#\d)", code).group(1))
 
 
 def section(binary, symbol):
     """Where the symbol's value is kept."""
-    lines = output("llvm-objdump-14", "--syms", binary).splitlines()
+    lines = output("llvm-objdump", "--syms", binary).splitlines()
     return next(line.split()[-2] for line in lines if line.endswith(" " + symbol))
 
 
@@ -81,12 +81,12 @@ def main():
     folder, kind = Path(sys.argv[1]), sys.argv[2]
     subprocess.run([HERE / "link.sh", folder, kind], check=True)
     binary = folder / "QuorvantisPush"
-    listing = output("llvm-objdump-14", "--macho", "--objc-meta-data", binary)
+    listing = output("llvm-objdump", "--macho", "--objc-meta-data", binary)
     (folder / "metadata.txt").write_text(listing)
     push, client = (classes(listing)[name] for name in ("Push", "PushRequestData"))
-    exported = sorted(line.split()[-1] for line in output("llvm-nm-14", "-gU", binary).splitlines())
+    exported = sorted(line.split()[-1] for line in output("llvm-nm", "-gU", binary).splitlines())
     used = {Path(line.split()[0]).name for line in
-            output("llvm-objdump-14", "--macho", "--dylibs-used", binary).splitlines()[2:]}  # itself comes first
+            output("llvm-objdump", "--macho", "--dylibs-used", binary).splitlines()[2:]}  # itself comes first
     checks = {
         "exported symbols": (exported, EXPORTED),
         "linked frameworks": (sorted(name for name in used if not name.endswith(".dylib")), LINKED),
