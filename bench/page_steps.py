@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""page_steps.py TOOL: what a step costs on the page of `quorvantis-push phone`, from its POST until what came of it is
-drawn, by the page's own measure; what the same step costs in `run`; and the size of the page over the wire."""
+"""page_steps.py TOOL [--brief]: what a step costs on the page of `quorvantis-push phone`, from its POST until what came of
+it is drawn, by the page's own measure; what the same step costs in `run`; and the size of the page over the wire."""
 
 import json
 import pathlib
@@ -14,7 +14,8 @@ from browser import chromium  # noqa: E402
 from live_phone import Phone  # noqa: E402
 from selenium.webdriver.support.ui import WebDriverWait  # noqa: E402
 
-GESTURES, IN_RUN, ROUNDS = 60, 20_000, 5
+BRIEF = "--brief" in sys.argv[2:]
+GESTURES, IN_RUN, ROUNDS = (4, 20, 1) if BRIEF else (60, 20_000, 5)
 INACTIVE = [{"do": "application", "state": "inactive"}, {"do": "settle"}]
 FRONT = [{"do": "application", "state": "active"}, {"do": "settle"}]
 MEASURED = """

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""payload_files.py TOOL PAYLOADS: files per second through `quorvantis-push payload`, beside jq over the same files.
+"""payload_files.py TOOL PAYLOADS [--brief]: files per second through `quorvantis-push payload`, beside jq over the same files.
 
 jq only looks whether a file is JSON: once for each file, as a script with a loop does it, and once for all.
 """
@@ -9,12 +9,12 @@ import sys
 import tempfile
 import time
 
-FILES = 2000
-REPETITIONS = 5
+BRIEF = "--brief" in sys.argv[3:]
+FILES, REPETITIONS = (50, 1) if BRIEF else (2000, 5)
 
 
 def main():
-    tool, payloads = sys.argv[1:]
+    tool, payloads = sys.argv[1:3]
     kinds = [path.read_bytes() for path in sorted(pathlib.Path(payloads).glob("valid.*"))]
     with tempfile.TemporaryDirectory() as folder:
         paths = [pathlib.Path(folder, f"{number:04}.json") for number in range(FILES)]

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""provider_requests.py PROGRAM: requests a second through h2load, with one silent payload, and what nghttpd does in the
+"""provider_requests.py PROGRAM [--brief]: requests a second through h2load, with one silent payload, and what nghttpd does in the
 same run with the same requests and an empty file, both on one connection, on 10 and on 100. Prints two figures a line: ours and nghttpd's."""
 
 import base64
@@ -16,7 +16,9 @@ import time
 TOPIC, TOKEN = "com.example.app", "00fc13ad" * 8
 PATH = "3/device/" + TOKEN
 PAYLOAD = {"aps": {"content-available": 1, "extra1": "value"}}
-REQUESTS, STREAMS, ROUNDS = 30000, 100, 5
+BRIEF = "--brief" in sys.argv[2:]
+STREAMS = 100
+REQUESTS, ROUNDS = (200, 1) if BRIEF else (30000, 5)
 CONNECTIONS = (1, 10, 100)
 
 
