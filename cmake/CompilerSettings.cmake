@@ -66,8 +66,5 @@ set(QUORVANTIS_VERSION "${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}")
 function(quorvantis_target target)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor
     -Wformat=2 -Wimplicit-fallthrough $<$<CXX_COMPILER_ID:Clang>:-Wreserved-identifier>)
-  if(QUORVANTIS_WERROR)
-    target_compile_options(${target} PRIVATE -Werror)
-  endif()
   target_include_directories(${target} PUBLIC "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>")
 endfunction()
