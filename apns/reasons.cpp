@@ -7,13 +7,13 @@
 #include "apns/examination.h"
 #include "apns/uuid.h"
 #include "base/ascii.h"
+#include "device/remote_notification.h"
 
 namespace quorvantis::apns {
 namespace {
 
 constexpr std::size_t kMostCollapseIdBytes = 64;
 constexpr std::size_t kMostExpirationDigits = 18;
-constexpr std::size_t kMostUsualPayloadBytes = 4096;
 constexpr std::int64_t kTokenLife = std::int64_t{60} * 60;     // seconds
 constexpr std::int64_t kTokenAtLeast = std::int64_t{20} * 60;  // seconds between two of them
 constexpr std::int64_t kClockDifference =
@@ -141,7 +141,7 @@ bool isUnregistered(const Examination& seen) {
 
 bool isTooLarge(const Examination& seen) {
   return seen.request.bodyBytes() >
-         (isOf(seen, "voip") ? Request::kMostPayloadBytes : kMostUsualPayloadBytes);
+         (isOf(seen, "voip") ? Request::kMostPayloadBytes : device::kLargestPayload);
 }
 
 bool lacksPayload(const Examination& seen) {

@@ -7,9 +7,9 @@
 #include "fuzz/json_mutator.h"
 #include "json/read.h"
 #include "json/write.h"
-#include "lint/report.h"
-#include "lint/report_json.h"
-#include "lint/report_text.h"
+#include "report/json.h"
+#include "report/payload_report.h"
+#include "report/text.h"
 
 namespace quorvantis::fuzz {
 
@@ -17,10 +17,10 @@ namespace {
 
 using lint::Explained;
 using lint::Finding;
-using lint::PayloadReport;
+using report::PayloadReport;
 
 PayloadReport reportOn(const std::string& text) {
-  return lint::explained(lint::checkText(text), text.size() % 2 == 0 ? "17.0" : "12.4");
+  return report::explained(report::checkText(text), text.size() % 2 == 0 ? "17.0" : "12.4");
 }
 
 /// Findings predict exactly the payloads that end the application.
@@ -48,7 +48,7 @@ void checkFindings(const std::string& text, const PayloadReport& report) {
       behind = edit->range.begin;
       mended.replace(edit->range.begin, edit->range.end - edit->range.begin, edit->text);
     }
-    const bool wasReadable = finding.rule != &lint::rules::notJSON;
+    const bool wasReadable = finding.rule->code != "not-json";
     check(!wasReadable || finding.edits.empty() || std::holds_alternative<json::Value>(json::read(mended)),
           "what is mended is JSON");
   }
@@ -58,7 +58,7 @@ void checkFindings(const std::string& text, const PayloadReport& report) {
 
 void checkText(const PayloadReport& report) {
   std::ostringstream text;
-  lint::print(report, console::Terminal(80, false), text);
+  report::print(report, console::Terminal(80, false), text);
   const std::string printed = text.str();
   check(std::none_of(printed.begin(), printed.end(),
                      [](char c) { return (c >= 0 && c < ' ' && c != '\n') || c == 0x7F; }),
@@ -66,7 +66,7 @@ void checkText(const PayloadReport& report) {
 }
 
 void checkDocument(const PayloadReport& report) {
-  const std::string document = json::write(lint::jsonOf(report));
+  const std::string document = json::write(report::jsonOf(report));
   const auto read = json::read(document);
   const auto* value = std::get_if<json::Value>(&read);
   check(value != nullptr && json::write(*value) == document, "the document is JSON");

@@ -5,7 +5,7 @@
 #include <chrono>
 #include <memory>
 
-#include "lint/link.h"
+#include "lint/judges/link.h"
 #include "notifications/payload_keys.h"
 #include "scenario/delivery.h"
 
@@ -114,15 +114,16 @@ void judgeOpened(bool isDefined, std::vector<Outcome::Opened>& opened) {
     if (!isDefined) {
       opening = {{}, opening.when, false, false};
     } else if (const auto* url = opening.url.get<std::string>()) {
-      opening.opens = judgeLink(*url).problem.empty();
+      opening.opens = linkFrom(*url).problem.empty();
     }
   }
 }
 
-SystemEffects effectsOn(const Situation& situation, const Dictionary& payload, bool presented) {
-  if (situation.arrival == scenario::Arrival::tap) return {hasTextToShow(payload), std::nullopt, false};
-  if (situation.state == ApplicationState::background) return effectsInBackground(payload);
-  return {presented && hasTextToShow(payload), std::nullopt, false};
+device::SystemEffects effectsOn(const Situation& situation, const Dictionary& payload, bool presented) {
+  if (situation.arrival == scenario::Arrival::tap)
+    return {device::hasTextToShow(payload), std::nullopt, false};
+  if (situation.state == ApplicationState::background) return device::effectsInBackground(payload);
+  return {presented && device::hasTextToShow(payload), std::nullopt, false};
 }
 
 Outcome outcomeOf(const Situation& situation, const Dictionary& payload, const std::string& systemVersion) {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "device/device.h"
-#include "lint/system_effects.h"
+#include "device/remote_notification.h"
 #include "scenario/host.h"
 
 namespace quorvantis::lint {
@@ -46,7 +46,7 @@ struct Outcome {
   };
 
   std::vector<device::Event> events;
-  SystemEffects system;
+  device::SystemEffects system;
   bool presented = false;
   std::optional<std::int64_t> badge;
   std::optional<Alert> alert;

@@ -5,9 +5,10 @@
 
 #include "console/near_text.h"
 #include "console/wording.h"
+#include "device/remote_notification.h"
 #include "json/write.h"
-#include "lint/judges.h"
-#include "lint/reporter.h"
+#include "lint/judges/judges.h"
+#include "lint/judges/reporter.h"
 #include "notifications/payload_keys.h"
 
 namespace quorvantis::lint {
@@ -22,7 +23,7 @@ void reportUnreadable(const json::Problem& problem, Reporter& reporter) {
   const auto report = [&](std::size_t offset, const std::string& reason, const std::string& remedy,
                           Edits edits) {
     reporter.reportAt(
-        rules::notJSON, "", offset,
+        "not-json", "", offset,
         {"can't be read as JSON: " + reason,
          "Apple's service or the phone refuses it: the application gets nothing.", remedy, std::move(edits)});
   };
@@ -35,18 +36,18 @@ void reportUnreadable(const json::Problem& problem, Reporter& reporter) {
   if (isUTF16) return report(0, "the text is UTF-16", "Save the text as UTF-8.", {});
   if (!problem.isNumberOutOfRange) return report(problem.offset, problem.reason, problem.remedy, {});
   reporter.reportAt(
-      rules::numberOutOfRange, "", problem.offset,
+      "number-out-of-range", "", problem.offset,
       {problem.reason, "JSON parsers disagree about it; the application may get nothing.", problem.remedy});
 }
 
 void judgeSize(Reporter& reporter) {
   const PayloadDocument& document = reporter.document();
-  if (document.size() <= kLargestPayload) return;
-  const std::size_t excess = document.size() - kLargestPayload;
+  if (document.size() <= device::kLargestPayload) return;
+  const std::size_t excess = document.size() - device::kLargestPayload;
   reporter.report(
-      rules::tooLarge, "",
+      "too-large", "",
       {console::grouped(document.size()) + " bytes, " + console::grouped(excess) + " more than the " +
-           console::grouped(kLargestPayload) + " that Apple's service accepts",
+           console::grouped(device::kLargestPayload) + " that Apple's service accepts",
        "Apple's service refuses it: it reaches no phone.",
        "Remove " + console::counted(excess, "byte") +
            (document.isForSimulator() ? ". " : ". Blanks count. ") + "Link to long content instead."});
@@ -55,19 +56,19 @@ void judgeSize(Reporter& reporter) {
 void judgeRepeated(Reporter& reporter) {
   const PayloadDocument& document = reporter.document();
   for (const PayloadDocument::Repeated& repeated : document.repeated()) {
-    reporter.reportAt(rules::duplicateKey, repeated.pointer, repeated.offset,
+    reporter.reportAt("duplicate-key", repeated.pointer, repeated.offset,
                       {json::write(repeated.key) + " is in this object more than once",
                        "One value is lost. Which one depends on the parser; here the last one counts.",
                        "Keep only one of them."});
   }
-  reporter.leaveOut(rules::duplicateKey, document.repeatedCount() - document.repeated().size());
+  reporter.leaveOut("duplicate-key", document.repeatedCount() - document.repeated().size());
 }
 
 void reportNoAps(const Dictionary& payload, Reporter& reporter) {
   const PayloadDocument& document = reporter.document();
   if (const std::string& nested = document.nestedAps(); !nested.empty()) {
     const std::string around = nested.substr(0, nested.rfind('/'));
-    return reporter.report(rules::apsInEnvelope, nested,
+    return reporter.report("aps-in-envelope", nested,
                            {"\"aps\" is inside another object, at " + around,
                             "A service that forwards notifications may accept this form. Sent to Apple as it "
                             "is, the library finds no "
@@ -88,7 +89,7 @@ void reportNoAps(const Dictionary& payload, Reporter& reporter) {
     wording.remedy = "Write \"aps\" in place of " + json::write(misspelt->first) + ".";
     wording.edits = {document.replaceKey(pointer, payload::aps.text())};
   }
-  reporter.report(rules::noAps, pointer, std::move(wording));
+  reporter.report("no-aps", pointer, std::move(wording));
 }
 
 void judgeObject(const Dictionary& payload, Reporter& reporter) {
@@ -105,7 +106,7 @@ void judgeObject(const Dictionary& payload, Reporter& reporter) {
     judgeAps(*dictionary, reporter);
   } else {
     reporter.report(
-        rules::apsIsNoObject, "/aps",
+        "aps-is-no-object", "/aps",
         {"\"aps\" " + mustBe(aps->second, "an object"), reporter.raising("The library looks for keys in it"),
          R"(Make it an object: "aps": {"alert": {…}}.)"});
   }
@@ -123,7 +124,7 @@ Findings findIn(const PayloadDocument& document) {
   if (const auto* payload = document.value().get<Dictionary>()) {
     judgeObject(*payload, reporter);
   } else {
-    reporter.report(rules::notAnObject, "",
+    reporter.report("not-an-object", "",
                     {"the payload " + mustBe(document.value(), "an object"),
                      "Apple's service refuses it: it reaches no phone.", R"(Begin with {"aps": {…}}.)"});
   }

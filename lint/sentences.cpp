@@ -5,7 +5,6 @@
 
 #include "console/wording.h"
 #include "json/write.h"
-#include "lint/words.h"
 #include "scenario/names.h"
 
 namespace quorvantis::lint {
@@ -45,7 +44,7 @@ Sentence sentenceOn(const Outcome::Opened& opened) {
   return {About::other, asks + ' ' + shown(opened.url) + ", which it can't open."};
 }
 
-std::string shownBySystem(const SystemEffects& system) {
+std::string shownBySystem(const device::SystemEffects& system) {
   std::vector<std::string> effects;
   if (system.showsAlert) effects.emplace_back("shows the notification");
   if (system.badge) effects.push_back("sets the badge to " + std::to_string(*system.badge));
@@ -62,7 +61,8 @@ std::string shownBySystem(const SystemEffects& system) {
 std::vector<std::string> beforehand(const Explained& explained) {
   const Outcome& outcome = explained.outcome;
   const Situation& situation = explained.situations.front();
-  const std::string secondCall = std::string(kSecondCall) + "; if the host passes that on to the library:";
+  const std::string secondCall =
+      std::string(device::kBackgroundCall) + "; if the host passes that on to the library:";
   switch (momentOf(situation)) {
     case Moment::foreground:
       if (!outcome.presented) return {"The system is not told to show it."};

@@ -134,7 +134,7 @@ void refuse(Response& response, int status, const std::string& reason, json::Dic
   send(response, more);
 }
 
-Api::Api(Phone& phone, Worker& worker, const Transcript& transcript, lint::LintService& linter,
+Api::Api(Phone& phone, Worker& worker, const Transcript& transcript, report::LintService& linter,
          ApiOptions options)
     : phone_(phone),
       worker_(worker),

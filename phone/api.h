@@ -8,11 +8,11 @@
 #include <string>
 
 #include "json/value.h"
-#include "lint/lint_service.h"
 #include "phone/phone.h"
 #include "phone/streams.h"
 #include "phone/transcript.h"
 #include "phone/worker.h"
+#include "report/lint_service.h"
 
 namespace quorvantis::phone {
 
@@ -28,7 +28,7 @@ struct ApiOptions {
 class Api {
  public:
   /// References are not owned.
-  Api(Phone& phone, Worker& worker, const Transcript& transcript, lint::LintService& linter,
+  Api(Phone& phone, Worker& worker, const Transcript& transcript, report::LintService& linter,
       ApiOptions options);
 
   /// Answers a request that the gate let in and whose path begins with "/api/".
@@ -46,7 +46,7 @@ class Api {
   Phone& phone_;
   Worker& worker_;
   const Transcript& transcript_;
-  lint::LintService& linter_;
+  report::LintService& linter_;
   const ApiOptions options_;
   Streams streams_;
 };

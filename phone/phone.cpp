@@ -7,9 +7,8 @@
 #include <utility>
 
 #include "base/hexadecimal.h"
+#include "device/remote_notification.h"
 #include "json/write.h"
-#include "lint/document.h"
-#include "lint/system_effects.h"
 #include "phone/notification_list.h"
 #include "scenario/host.h"
 #include "scenario/named_object.h"
@@ -243,8 +242,8 @@ void Phone::recordEvent(const device::Event& event, const json::Dictionary* user
 
 void Phone::reportOversize(const json::Dictionary& userInfo) {
   const std::size_t bytes = json::write(userInfo).size();
-  if (bytes <= lint::kLargestPayload) return;
-  show("oversized", {{"bytes", std::uint64_t{bytes}}, {"largest", std::uint64_t{lint::kLargestPayload}}});
+  if (bytes <= device::kLargestPayload) return;
+  show("oversized", {{"bytes", std::uint64_t{bytes}}, {"largest", std::uint64_t{device::kLargestPayload}}});
 }
 
 void Phone::reportSettingsFailure() {
@@ -313,12 +312,12 @@ void Phone::reach(const Arrive& notification) {
 
 void Phone::notify(const json::Dictionary& userInfo) {
   if (!mayNotify()) return;
-  if (lint::hasTextToShow(userInfo)) list("listed", userInfo);
+  if (device::hasTextToShow(userInfo)) list("listed", userInfo);
   setBadge(userInfo);
 }
 
 void Phone::present(std::int64_t options, const json::Dictionary& userInfo) {
-  if ((options & kAlert) != 0 && mayNotify() && lint::hasTextToShow(userInfo)) list("banner", userInfo);
+  if ((options & kAlert) != 0 && mayNotify() && device::hasTextToShow(userInfo)) list("banner", userInfo);
 }
 
 void Phone::list(const char* how, const json::Dictionary& userInfo) {
@@ -327,7 +326,7 @@ void Phone::list(const char* how, const json::Dictionary& userInfo) {
 }
 
 void Phone::setBadge(const json::Dictionary& userInfo) {
-  const auto badge = lint::effectsInBackground(userInfo).badge;
+  const auto badge = device::effectsInBackground(userInfo).badge;
   if (badge) show("badge", {{"number", *badge}});
 }
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "lint/report_json.h"
+#include "report/json.h"
 
 namespace quorvantis::phone {
 
@@ -19,8 +19,8 @@ json::Dictionary lineOf(const apns::Report& report) {
   return line;
 }
 
-lint::PayloadReport reportOn(std::string text, const std::string& pushType) {
-  lint::PayloadReport report;
+report::PayloadReport reportOn(std::string text, const std::string& pushType) {
+  report::PayloadReport report;
   report.file = "a notification of type " + pushType;
   report.bytes = text.size();
   report.findings = lint::findIn(lint::PayloadDocument(text));
@@ -36,11 +36,11 @@ std::optional<apns::KnownToken> ProviderSide::find(std::string_view token) const
 }
 
 void ProviderSide::arrive(apns::Notification notification, const apns::Report& report) {
-  const lint::PayloadReport payload = reportOn(std::move(notification.text), notification.pushType);
+  const report::PayloadReport payload = reportOn(std::move(notification.text), notification.pushType);
   if (payload.findings.errors > 0) acceptedErrors_ = true;
   onRequest_(report, payload);
   json::Dictionary line = lineOf(report);
-  if (!payload.findings.shown.empty()) line.emplace("findings", *lint::jsonOf(payload).find("findings"));
+  if (!payload.findings.shown.empty()) line.emplace("findings", *report::jsonOf(payload).find("findings"));
 
   std::unique_lock lock(mutex_);
   while (arrivals_.size() >= kMostWaiting) {

@@ -11,9 +11,9 @@
 #include <mutex>
 
 #include "apns/phone.h"
-#include "lint/report.h"
 #include "phone/phone.h"
 #include "phone/worker.h"
+#include "report/payload_report.h"
 
 namespace quorvantis::phone {
 
@@ -21,7 +21,7 @@ class ProviderSide final : public apns::Phone {
  public:
   /// `onRequest` is called for each request, with the linter's findings in an accepted payload, on the
   /// service's threads.
-  using OnRequest = std::function<void(const apns::Report& report, const lint::PayloadReport& payload)>;
+  using OnRequest = std::function<void(const apns::Report& report, const report::PayloadReport& payload)>;
 
   ProviderSide(phone::Phone& phone, Worker& worker, OnRequest onRequest)
       : phone_(phone), worker_(worker), onRequest_(std::move(onRequest)) {}

@@ -1,19 +1,19 @@
 // The linter as a library: what a program gets that holds a simulated phone of its own.
-#include "lint/lint_service.h"
+#include "report/lint_service.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
 
 #include "device/device.h"
 #include "json/read.h"
-#include "lint/document.h"
+#include "lint/document/document.h"
 #include "lint/findings.h"
 
 namespace quorvantis {
 namespace {
 
 TEST(LintService, AnswersInAProcessWithAPhone) {
-  lint::LintService service;
+  report::LintService service;
   // The helper is a copy from before there was a phone.
   const device::Device phone;
   for (const char* systemVersion : {"17.0", "16.4"}) {
@@ -32,7 +32,7 @@ TEST(LintService, AnswersInAProcessWithAPhone) {
 }
 
 TEST(LintService, AnswersAnyBytes) {
-  lint::LintService service;
+  report::LintService service;
   for (const std::string& text :
        {std::string(), std::string("\n"), std::string("\xFF\0{", 3), std::string(1 << 20, '[')}) {
     const auto read = json::read(service.reportOn(text, "17.0"));
@@ -42,7 +42,7 @@ TEST(LintService, AnswersAnyBytes) {
 }
 
 TEST(LintService, ReportsAFailureAndContinues) {
-  lint::HelperProcess helper([](const std::string& request) {
+  base::HelperProcess helper([](const std::string& request) {
     if (request.empty()) throw std::runtime_error("no request");
     return request + request;
   });
@@ -58,7 +58,7 @@ TEST(LintService, ReportsAFailureAndContinues) {
 }
 
 TEST(LintService, ReportsThatItsHelperHasEnded) {
-  lint::HelperProcess helper([](const std::string&) -> std::string { _exit(1); });
+  base::HelperProcess helper([](const std::string&) -> std::string { _exit(1); });
   helper.send("x");
   EXPECT_THROW(helper.receive(), std::runtime_error);
 }

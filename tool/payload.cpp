@@ -4,14 +4,14 @@
 #include <iostream>
 #include <sstream>
 
+#include "base/side_by_side.h"
 #include "json/write.h"
-#include "lint/pieces.h"
-#include "lint/report.h"
-#include "lint/report_json.h"
-#include "lint/report_sarif.h"
-#include "lint/report_text.h"
-#include "lint/side_by_side.h"
-#include "lint/source.h"
+#include "report/json.h"
+#include "report/payload_report.h"
+#include "report/pieces.h"
+#include "report/sarif.h"
+#include "report/source.h"
+#include "report/text.h"
 
 namespace quorvantis::tool {
 
@@ -19,7 +19,7 @@ namespace {
 
 using Format = PayloadOptions::Format;
 
-int statusOf(const lint::PayloadTotals& totals) {
+int statusOf(const report::PayloadTotals& totals) {
   if (totals.unreadable != 0) return 2;
   return totals.errors != 0 ? 1 : 0;
 }
@@ -29,11 +29,11 @@ void append(const json::Value& element, std::string& elements) {
   elements += json::write(element);
 }
 
-lint::Pieces printed(const std::string& file, const PayloadOptions& options,
-                     const console::Terminal& terminal) {
-  lint::Pieces pieces;
-  lint::PayloadReport report = lint::checkFile(file);
-  if (options.format != Format::sarif) report = lint::explained(std::move(report), options.systemVersion);
+report::Pieces printed(const std::string& file, const PayloadOptions& options,
+                       const console::Terminal& terminal) {
+  report::Pieces pieces;
+  report::PayloadReport report = report::checkFile(file);
+  if (options.format != Format::sarif) report = report::explained(std::move(report), options.systemVersion);
   pieces.totals.add(report);
   switch (options.format) {
     case Format::text: {
@@ -43,16 +43,17 @@ lint::Pieces printed(const std::string& file, const PayloadOptions& options,
       break;
     }
     case Format::json:
-      append(lint::jsonOf(report), pieces.reports);
+      append(report::jsonOf(report), pieces.reports);
       break;
     case Format::sarif:
-      for (const json::Value& result : lint::sarifResults(file, report)) append(result, pieces.reports);
-      for (const json::Value& notice : lint::sarifNotifications(file, report)) append(notice, pieces.notices);
+      for (const json::Value& result : report::sarifResults(file, report)) append(result, pieces.reports);
+      for (const json::Value& notice : report::sarifNotifications(file, report))
+        append(notice, pieces.notices);
   }
   return pieces;
 }
 
-void join(const lint::Pieces& more, const char* separator, lint::Pieces& all) {
+void join(const report::Pieces& more, const char* separator, report::Pieces& all) {
   const auto add = [&](const std::string& text, std::string& joined) {
     if (!joined.empty() && !text.empty()) joined += separator;
     joined += text;
@@ -62,18 +63,18 @@ void join(const lint::Pieces& more, const char* separator, lint::Pieces& all) {
   add(more.notices, all.notices);
 }
 
-lint::PayloadTotals report(const std::vector<std::string>& files, const PayloadOptions& options) {
+report::PayloadTotals report(const std::vector<std::string>& files, const PayloadOptions& options) {
   const console::Terminal terminal = console::Terminal::ofStandardOutput();
   const bool isText = options.format == Format::text;
   const char* separator = isText ? "" : ",";
   const auto work = [&](std::size_t first, std::size_t end) {
-    lint::Pieces pieces;
+    report::Pieces pieces;
     for (std::size_t i = first; i < end; ++i) join(printed(files[i], options, terminal), separator, pieces);
     return packed(pieces);
   };
-  lint::Pieces all;
-  lint::sideBySide(files.size(), work, [&](const std::string& bytes) {
-    join(lint::unpacked(bytes), separator, all);
+  report::Pieces all;
+  base::sideBySide(files.size(), work, [&](const std::string& bytes) {
+    join(report::unpacked(bytes), separator, all);
     if (!isText) return;
     std::cout << all.reports << std::flush;
     all.reports.clear();
@@ -84,10 +85,11 @@ lint::PayloadTotals report(const std::vector<std::string>& files, const PayloadO
       if (all.totals.files > 1) print(all.totals, terminal, std::cout);
       break;
     case Format::json:
-      std::cout << lint::jsonReport(options.version, options.systemVersion, all.reports, all.totals) << '\n';
+      std::cout << report::jsonReport(options.version, options.systemVersion, all.reports, all.totals)
+                << '\n';
       break;
     case Format::sarif:
-      std::cout << lint::sarifLog(options.version, all.reports, all.notices, all.totals.unreadable == 0)
+      std::cout << report::sarifLog(options.version, all.reports, all.notices, all.totals.unreadable == 0)
                 << '\n';
   }
   return all.totals;
@@ -97,7 +99,7 @@ lint::PayloadTotals report(const std::vector<std::string>& files, const PayloadO
 
 int explainPayloads(const PayloadOptions& options) {
   try {
-    const lint::PayloadTotals totals = report(lint::payloadFiles(options.files), options);
+    const report::PayloadTotals totals = report(report::payloadFiles(options.files), options);
     return statusOf(totals);
   } catch (const std::exception& error) {
     std::cout.flush();

@@ -21,9 +21,9 @@
 #include "console/usage_error.h"
 #include "console/wording.h"
 #include "json/write.h"
-#include "lint/report_text.h"
 #include "phone/http_service.h"
 #include "phone/provider_side.h"
+#include "report/text.h"
 #include "scenario/names.h"
 #include "server/authority_file.h"
 #include "server/socket.h"
@@ -114,13 +114,13 @@ class Messages {
     std::cerr.tie(nullptr);  // a stalled reader of standard output must not block messages
   }
 
-  void printRequest(const apns::Report& report, const lint::PayloadReport& payload) {
+  void printRequest(const apns::Report& report, const report::PayloadReport& payload) {
     const std::lock_guard lock(mutex_);
     out_ << report.status << ' ' << console::printable(report.status == 200 ? report.pushType : report.reason)
          << "  " << console::printable(report.id);
     if (!report.detail.empty()) out_ << "\n    " << console::printable(report.detail);
     out_ << '\n';
-    if (!payload.findings.shown.empty()) lint::print(payload, terminal_, out_);
+    if (!payload.findings.shown.empty()) report::print(payload, terminal_, out_);
     out_ << std::flush;
   }
 
@@ -228,7 +228,7 @@ class Apple {
 bool run(const PhoneOptions& options) {
   checkWhereToListen(options);
   const sigset_t stop = console::blockStopSignals();
-  lint::LintService linter;
+  report::LintService linter;
   const std::vector<phone::Line> lines = readScenario(options);
 
   phone::Transcript transcript;

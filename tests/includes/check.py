@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """check.py ROOT: holds every include of the tree, and every import of the page's modules, against folders.txt, which
 stands beside this file, and the tables in docs/architecture.md against the same; and sees that what a source's "using"
-brings is used there."""
+brings is used there, that no two files include each other, and that the largest rooms stay small."""
 import pathlib
 import posixpath
 import re
@@ -14,6 +14,8 @@ AROUND = re.compile(r"^(tests|fuzz|bench|docs)(/|$)|\.cpp$")
 USING = re.compile(r"^using (?:\w+::)+(\w+);", re.MULTILINE)
 SOURCES = {".h", ".cpp", ".mm", ".m"}
 PAGE = "phone/page"
+SMALL = ("lint", "report", PAGE)
+MOST_FILES = 20
 NOT_OURS = ("build/", "tests/apple_sdk/", "tests/ios_framework/sdk/", "platform/ios/declarations/")
 
 
@@ -84,6 +86,22 @@ def wrong_imports(root, table):
                 yield f"{name}: {folder_of(name, table)}/ may not import {match.group(1)}"
 
 
+def mutual_includes(root):
+    included = {name: set(match.group(1) for match in INCLUDE.finditer(path.read_text())) for name, path in sources(root)}
+    for name, others in included.items():
+        for other in others:
+            if other is not None and name < other and name in included.get(other, ()):
+                yield f"{name} and {other} include each other"
+
+
+def large_folders(root):
+    for room in SMALL:
+        for folder in (root / room, *(path for path in (root / room).rglob("*") if path.is_dir())):
+            files = sum(path.is_file() for path in folder.iterdir())
+            if files > MOST_FILES:
+                yield f"{folder.relative_to(root)}/ has {files} files; {MOST_FILES} are the most"
+
+
 def needless_usings(root):
     for name, path in sources(root):
         text = path.read_text()
@@ -111,7 +129,7 @@ def main():
     root = pathlib.Path(sys.argv[1])
     table = read_table(HERE / "folders.txt")
     wrong = [*wrong_table(root, table), *wrong_includes(root, table), *wrong_imports(root, table),
-             *needless_usings(root)]
+             *mutual_includes(root), *large_folders(root), *needless_usings(root)]
     print("\n".join(wrong) or f"{len(table)} folders, every include as the list has it")
     sys.exit(1 if wrong else 0)
 
