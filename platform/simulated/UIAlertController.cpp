@@ -14,8 +14,7 @@ UIAlertAction UIAlertAction::actionWithTitle(const NSString& title, UIAlertActio
 
 UIAlertController UIAlertController::alertControllerWithTitle(const NSString& title, const NSString& message,
                                                               UIAlertControllerStyle /*preferredStyle*/) {
-  return makeInstance<UIAlertController, AlertControllerInstance>(valueFrom(title).value_or(json::Value()),
-                                                                  valueFrom(message).value_or(json::Value()));
+  return makeInstance<UIAlertController, AlertControllerInstance>(title, message);
 }
 
 void UIAlertController::addAction(const UIAlertAction& action) const {

@@ -10,6 +10,7 @@
 #include "platform/UIAlertController.h"
 #include "platform/UIWindow.h"
 #include "platform/simulated/Instance.h"
+#include "platform/simulated/values.h"
 
 namespace quorvantis::platform::simulated {
 
@@ -22,8 +23,8 @@ class ViewControllerInstance : public Instance {
 
 class AlertControllerInstance final : public ViewControllerInstance {
  public:
-  AlertControllerInstance(json::Value itsTitle, json::Value itsMessage)
-      : title(std::move(itsTitle)), message(std::move(itsMessage)) {}
+  AlertControllerInstance(const Object& itsTitle, const Object& itsMessage)
+      : title(valueFrom(itsTitle).value_or(nullptr)), message(valueFrom(itsMessage).value_or(nullptr)) {}
 
   json::Value title, message;
   std::vector<UIAlertAction> actions;
