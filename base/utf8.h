@@ -13,9 +13,13 @@ bool isUTF8(std::string_view bytes);
 /// removes one byte and returns nothing.
 std::optional<char32_t> takeCharacter(std::string_view& bytes);
 
+constexpr bool startsWithByteOrderMark(std::string_view bytes) {
+  return bytes.starts_with("\xEF\xBB\xBF");
+}
+
 /// The bytes without a leading byte order mark.
 constexpr std::string_view withoutByteOrderMark(std::string_view bytes) {
-  return bytes.starts_with("\xEF\xBB\xBF") ? bytes.substr(3) : bytes;
+  return startsWithByteOrderMark(bytes) ? bytes.substr(3) : bytes;
 }
 
 /// Whether a byte continues a character that began before it.
