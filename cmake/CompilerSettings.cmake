@@ -50,16 +50,6 @@ if(NOT QUORVANTIS_SANITIZE)
   endif()
 endif()
 
-# libc++ has std::stop_token from version 20 on; before, only with its experimental library.
-include(CheckCXXSourceCompiles)
-set(CMAKE_REQUIRED_FLAGS -std=c++20)
-check_cxx_source_compiles("#include <stop_token>\nint main() { return std::stop_source().stop_requested(); }"
-  QUORVANTIS_HAS_STOP_TOKEN)
-unset(CMAKE_REQUIRED_FLAGS)
-if(NOT QUORVANTIS_HAS_STOP_TOKEN)
-  add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-fexperimental-library>)
-endif()
-
 # The project's version for C++: the bundle's string, and the number of Xcode's two symbols.
 set(QUORVANTIS_VERSION "${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}")
 

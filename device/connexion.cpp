@@ -1,20 +1,23 @@
 #include "device/connexion.h"
 
 #include <mutex>
-#include <stop_token>
 #include <utility>
 #include <vector>
 
 #include "device/events.h"
+#include "device/stop.h"
 #include "device/transport.h"
 
 namespace quorvantis::device {
 
 /// One request, owned by its task in the queue, and destroyed with it, whether it ran or not.
 struct Connexion::Pending {
-  std::string identity;
-  Request request;
-  std::stop_source stop = {};
+  Pending(std::string itsIdentity, Request itsRequest)
+      : identity(std::move(itsIdentity)), request(std::move(itsRequest)) {}
+
+  const std::string identity;
+  const Request request;
+  Stop stop;
 };
 
 struct Connexion::State {
@@ -45,7 +48,7 @@ Connexion::~Connexion() {
   // All of them: the settling thread may be about to start the next one.
   const std::lock_guard lock(state_->mutex);
   for (const auto& request : state_->pending) {
-    if (const auto turn = request.lock()) turn->stop.request_stop();
+    if (const auto turn = request.lock()) turn->stop.request();
   }
 }
 
@@ -74,7 +77,7 @@ void Connexion::send(std::optional<std::string> parameters) {
   device_.record.add(events::request(state_->identity, state_->url, parameters));
   Request request{state_->url.value_or(""), std::move(parameters).value_or(""), std::nullopt};
   if (state_->encryption) request.hashKey = state_->hashKey;
-  const auto turn = std::make_shared<Pending>(Pending{state_->identity.value_or(""), std::move(request)});
+  const auto turn = std::make_shared<Pending>(state_->identity.value_or(""), std::move(request));
   {
     const std::lock_guard lock(state_->mutex);
     state_->forgetEnded();
@@ -89,7 +92,7 @@ void Connexion::cancel() {
   const std::lock_guard lock(state_->mutex);
   state_->forgetEnded();
   if (state_->pending.empty()) return;
-  if (const auto first = state_->pending.front().lock()) first->stop.request_stop();
+  if (const auto first = state_->pending.front().lock()) first->stop.request();
 }
 
 std::map<std::string, std::string> Connexion::answers() const {
@@ -99,14 +102,14 @@ std::map<std::string, std::string> Connexion::answers() const {
 
 void Connexion::State::takeTurn(const Pending& turn) {
   std::optional<std::string> answer;
-  if (!turn.stop.stop_requested()) {
+  if (!turn.stop.isRequested()) {
     network.beforeRequest();
-    answer = transport.post(turn.request, turn.stop.get_token());
+    answer = transport.post(turn.request, turn.stop);
   }
 
   std::unique_lock lock(mutex);
   std::erase_if(pending, [&](const auto& request) { return request.lock().get() == &turn; });
-  if (answer && !turn.stop.stop_requested()) {  // cancelled requests fail even if an answer has arrived
+  if (answer && !turn.stop.isRequested()) {  // cancelled requests fail even if an answer has arrived
     answers[turn.identity] = *std::move(answer);
   } else {
     answers.erase(turn.identity);

@@ -220,7 +220,7 @@ struct Transport::Connection {
     restart();
   }
 
-  std::optional<std::string> post(const Request& request, const std::stop_token& stop);
+  std::optional<std::string> post(const Request& request, const Stop& stop);
 
  private:
   /// Drops the kept connection and the TLS sessions.
@@ -229,7 +229,7 @@ struct Transport::Connection {
   /// a sign of life, and the request would fail since it can't be sent again.
   [[nodiscard]] bool isKeptConnectionOver() const;
   void configure(const Target& target, const std::string& authorities, const TransportLimits& limits);
-  void perform(const std::stop_token& stop);
+  void perform(const Stop& stop);
 
   const Network& network;
   bool closeNotified = false;  // the server has sent close_notify; outlives the connection
@@ -283,7 +283,7 @@ void Transport::Connection::configure(const Target& target, const std::string& a
   set(handle, CURLOPT_TIMEOUT_MS, atLeastOne(limits.total));
 }
 
-void Transport::Connection::perform(const std::stop_token& stop) {
+void Transport::Connection::perform(const Stop& stop) {
   struct Added {
     Added(CURLM* theMulti, CURL* theEasy) : multi(theMulti), easy(theEasy) {
       if (curl_multi_add_handle(multi, easy) != CURLM_OK) throw Failure("the request could not be started");
@@ -296,9 +296,9 @@ void Transport::Connection::perform(const std::stop_token& stop) {
   };
   keptSocket = CURL_SOCKET_BAD;
   const Added added(multi.get(), easy.get());
-  const std::stop_callback wake(stop, [this] { curl_multi_wakeup(multi.get()); });
+  const Stop::Waking waking(stop, [this] { curl_multi_wakeup(multi.get()); });
   for (int running = 1; running > 0;) {
-    if (stop.stop_requested()) throw Failure("cancelled");
+    if (stop.isRequested()) throw Failure("cancelled");
     if (curl_multi_perform(multi.get(), &running) != CURLM_OK) throw Failure("the request failed to proceed");
     if (running > 0 && curl_multi_poll(multi.get(), nullptr, 0, 1000, nullptr) != CURLM_OK) {
       throw Failure("the request failed to proceed");
@@ -311,7 +311,7 @@ void Transport::Connection::perform(const std::stop_token& stop) {
   if (message->data.result != CURLE_OK) throw Failure(reasonOf(message->data.result));
 }
 
-std::optional<std::string> Transport::Connection::post(const Request& request, const std::stop_token& stop) {
+std::optional<std::string> Transport::Connection::post(const Request& request, const Stop& stop) {
   if (network.isInAirplaneMode()) throw Failure("airplane mode is on");
   const Target target = locate(request.url, network);
   const std::string authorities = network.trustedAuthorities();
@@ -363,7 +363,7 @@ std::optional<std::string> Transport::Connection::post(const Request& request, c
 Transport::Transport(const Network& network) : network_(network) {}
 Transport::~Transport() = default;
 
-std::optional<std::string> Transport::post(const Request& request, const std::stop_token& stop) {
+std::optional<std::string> Transport::post(const Request& request, const Stop& stop) {
   try {
     // Created by the first request: an application that sends none does not initialise libcurl.
     if (!connection_) connection_ = std::make_unique<Connection>(network_);
@@ -371,7 +371,7 @@ std::optional<std::string> Transport::post(const Request& request, const std::st
     if (!answer) network_.requestFailed("the answer could not be decrypted with the hash key");
     return answer;
   } catch (const std::exception& failure) {
-    if (!stop.stop_requested()) network_.requestFailed(failure.what());
+    if (!stop.isRequested()) network_.requestFailed(failure.what());
     return std::nullopt;
   }
 }

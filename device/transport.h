@@ -7,10 +7,10 @@
 
 #include <memory>
 #include <optional>
-#include <stop_token>
 #include <string>
 
 #include "device/network.h"
+#include "device/stop.h"
 
 namespace quorvantis::device {
 
@@ -30,7 +30,7 @@ class Transport {
   /// Blocks until the request has ended. Returns the answer's body, decrypted if necessary; nothing for any
   /// outcome but a 2xx answer that arrived complete within the limits. A requested stop ends it promptly, as
   /// failed.
-  std::optional<std::string> post(const Request& request, const std::stop_token& stop = {});
+  std::optional<std::string> post(const Request& request, const Stop& stop = {});
 
  private:
   struct Connection;

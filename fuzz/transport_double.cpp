@@ -25,7 +25,7 @@ struct Transport::Connection {};
 Transport::Transport(const Network& network) : network_(network) {}
 Transport::~Transport() = default;
 
-std::optional<std::string> Transport::post(const Request& /*request*/, const std::stop_token& /*stop*/) {
+std::optional<std::string> Transport::post(const Request& /*request*/, const Stop& /*stop*/) {
   const bool isTooLong = answer && answer->size() > network_.limits().answerBytes;
   return isTooLong ? std::nullopt : answer;
 }

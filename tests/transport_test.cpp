@@ -361,10 +361,8 @@ TEST_F(TransportTest, SurvivesBrokenPipes) {
 
 TEST_F(TransportTest, AStopOnlyEndsTheRequestInProgress) {
   serve({{Kind::silence, ""}, {Kind::answer, answer("ok")}});
-  std::stop_source stop;
-  auto ended = std::async(std::launch::async, [&] {
-    return transport.post({kUrl, "first", kKey}, stop.get_token());
-  });
+  Stop stop;
+  auto ended = std::async(std::launch::async, [&] { return transport.post({kUrl, "first", kKey}, stop); });
   const auto deadline = std::chrono::steady_clock::now() + kLimit;
   while (std::chrono::steady_clock::now() < deadline) {
     std::this_thread::sleep_for(milliseconds(1));
@@ -372,7 +370,7 @@ TEST_F(TransportTest, AStopOnlyEndsTheRequestInProgress) {
     if (!requests.empty()) break;
   }
   const auto asked = std::chrono::steady_clock::now();
-  stop.request_stop();
+  stop.request();
   EXPECT_EQ(ended.get(), std::nullopt);
   EXPECT_LT(std::chrono::steady_clock::now() - asked, kFarBeyond) << "it waited for the limit";
   EXPECT_EQ(post("second"), "ok");
