@@ -93,6 +93,7 @@ def main():
         "provider": table.provider(folder),
         "files": counted(folder, "files.txt"),
         "page": counted(folder, "page.txt"),
+        "page under load": counted(folder, "page_load.txt"),
     }
     document = docs / "performance.md"
     text = document.read_text()

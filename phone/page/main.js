@@ -4,7 +4,16 @@ import { Actions } from "./controls/actions.js";
 import { ApplicationControls } from "./controls/application_controls.js";
 import { Connection } from "./views/connection.js";
 import { Editor } from "./editor/editor.js";
-import { answerPrompt, arrives, register, takeOff, tap, tapOK, toBackground, toFront } from "./controls/gestures.js";
+import {
+  answerPrompt,
+  arrives,
+  register,
+  takeOff,
+  tap,
+  tapOK,
+  toBackground,
+  toFront,
+} from "./controls/gestures.js";
 import { History } from "./state/history.js";
 import { takeKey } from "./transport/key.js";
 import { Message } from "./views/message.js";
@@ -20,7 +29,6 @@ const history = new History();
 const message = new Message(at("message"));
 const connection = new Connection(at("connection"));
 const actions = new Actions(transport, history, message);
-const now = () => history.stateAfter(history.lines.length);
 
 const application = new ApplicationControls(at("application"), actions);
 
@@ -38,8 +46,9 @@ let panels = null;
 let drawn = null; // the phone that the panels show
 
 function draw() {
+  if (history.isReading) return;
   application.update(history.state, history.isNow);
-  const phone = now();
+  const phone = history.last;
   if (!panels || phone === drawn) return;
   drawn = phone;
   panels.update(phone);
@@ -65,10 +74,11 @@ async function greet() {
 }
 
 show(history, told, draw);
-sessionControls(at("session"), transport, actions);
+sessionControls(at("session"), transport, actions, history);
 transport.follow({
-  fresh: () => history.clear(),
-  lines: (lines) => lines.length > 0 && history.append(lines),
+  fresh: (awaited) => history.clear(awaited),
+  end: (texts) => history.showEnd(texts),
+  lines: (texts) => texts.length > 0 && history.append(texts),
   connection: (state, reason) => {
     connection.show(state, reason);
     if (state === "open") actions.attempt(greet);

@@ -2,6 +2,7 @@
 
 import http.server
 import os
+import re
 import threading
 from contextlib import contextmanager
 from pathlib import Path
@@ -25,6 +26,23 @@ def chromium(*arguments):
         yield driver
     finally:
         driver.quit()
+
+
+def renderers(driver):
+    """The bytes of memory of each of the browser's renderers; what they share counts for each in part."""
+    found, own = [], {driver.service.process.pid}
+    for folder in sorted((f for f in Path("/proc").iterdir() if f.name.isdigit()), key=lambda f: int(f.name)):
+        try:
+            fields = dict(line.split(":", 1) for line in (folder / "status").read_text().splitlines() if ":" in line)
+            command = (folder / "cmdline").read_text()
+        except OSError:  # it has ended
+            continue
+        if int(fields["PPid"]) in own:
+            own.add(int(fields["Pid"]))
+            if "--type=renderer" in command:
+                share = re.search(r"^Pss: +(\d+)", (folder / "smaps_rollup").read_text(), re.MULTILINE)
+                found.append(int(share[1]) * 1024)
+    return found
 
 
 @contextmanager

@@ -278,12 +278,43 @@ def check_history(ask, answers):
     lines = [{"event": "stored", "key": "a", "value": 1}, {"event": "settings", "values": {"b": 2}}]
     [state] = ask("states", json.dumps({"lines": [{"line": line} for line in lines]}), [0, 1], [2])
     check(json.loads(state)["settings"] == {"b": 2}, "what is stored is what the phone says")
-    line = {"event": "vibrated", "sound": 4095}
+    line = json.dumps({"event": "vibrated", "sound": 4095})
     check(ask("followed", line) == [[2, True], [1, False], [4, True], [0, False], [0, True], 7], ask("followed", line))
     # What a phone is like has a size of its own, however long it lives.
     lines = [{"event": "opened", "url": "u"}, {"event": "log", "tag": "t", "message": "m"},
              {"event": "callback", "selector": "onError:", "argument": "a"}]
     check(ask("sizeAfter", lines, 10000) == ask("sizeAfter", lines, 100), "a state that grows")
+
+
+def check_cost(ask):
+    for kind in ("listed", "alerts", "requests", "answers"):
+        made = [ask("madeByOneMore", kind, count) for count in (10, 5000)]
+        check(made[1] < made[0] + 20, f"{kind}: a line makes {made[0]} objects at first, and then {made[1]}")
+    texts = [json.dumps({"event": "badge", "number": number}, separators=(",", ":")) for number in range(300)]
+    check(ask("readEndFirst", texts, 20) == [[300, texts[-1], True], [300, texts[-1], True], [300, texts[-1], False]], "its end first")
+
+
+def check_sequences(ask):
+    operations, held, expected, following = [], {}, [], 0
+    for _ in range(3000):
+        name = random.choice(["with", "with", "append", "without", "withoutFirst"])
+        number = random.choice([following + random.randrange(40), random.randrange(following + 1)])
+        if name == "append":
+            number = following
+        elif name == "withoutFirst":
+            number = min(held, default=0)
+        operations.append([name, number])
+        expected.append([held[key] for key in sorted(held)])
+        if name in ("with", "append"):
+            held[number] = number
+            following = max(following, number + 1)
+        else:
+            held.pop(number, None)
+    expected.append([held[key] for key in sorted(held)])
+    found = ask("sequences", operations)
+    for i, (wanted, (members, *rest)) in enumerate(zip(expected, found, strict=True)):
+        check(members == wanted, f"after {operations[:i][-1:]}: {members}, not {wanted}")
+        check(rest == [len(wanted), *(wanted[:1] or [None]), *(wanted[-1:] or [None]), wanted[-3:-1]], rest)
 
 
 def main():
@@ -309,6 +340,8 @@ def main():
         check_requests(ask, bodies, next(session for session in found if session.name == LIVE))
         check_elsewhere(ask)
         check_history(ask, answers)
+        check_cost(ask)
+        check_sequences(ask)
     print(f"{len(found)} sessions, {sum(len(session.moments) for session in found)} states")
 
 

@@ -283,6 +283,26 @@ def texts_stay_texts(page, phone, folder):
     check(page.driver.execute_script("return window.ran") is None, "a script ran")
 
 
+def many(page, phone):
+    """However much there is, what is in sight is drawn, and the first and the last of it can be reached."""
+    phone.fresh()
+    phone.play({"do": "authorization", "granted": True}, {"do": "application", "state": "background"})
+    for first in range(1, 2001, 500):
+        phone.play(*({"phone": "arrive", "userInfo": alert(f"number {first + i}.")} for i in range(500)))
+    page.driver.refresh()
+    page.is_drawn(phone)
+    page.sees("#phone .notifications", "number 2000.")
+    count = page.driver.execute_script("return document.querySelectorAll('*').length")
+    check(count < 2500, f"{count} elements")
+    page.driver.execute_script("document.querySelector('#phone .screen').scrollTop = 1e9")
+    page.sees("#phone .notifications", "number 1.")
+    page.sees(".row .what", "number 2000.")
+    page.driver.execute_script("document.querySelector('.scroller').scrollTop = 0")
+    page.until("the first row", lambda: page.all('.row[aria-posinset="1"]'))
+    page.click(".notification-body", "number 1.")
+    page.sees("#application-state", "active")
+
+
 def comes_back(page, port):
     page.until("gone", lambda: page.one("#connection").get_attribute("data-state") == "lost")
     page.sees("#connection", "stopped")
@@ -313,6 +333,7 @@ def main():
             driver.switch_to.window(driver.window_handles[0])
             saved(page, phone, folder)
             texts_stay_texts(page, phone, folder)
+            many(page, phone)
             own = f"http://127.0.0.1:{port}/"
             asked = driver.execute_script("return performance.getEntriesByType('resource').map(e => e.name)")
             check(asked and all(address.startswith(own) for address in asked), asked)

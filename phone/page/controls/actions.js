@@ -28,7 +28,8 @@ export class Actions {
   play(gesture) {
     return this.#inTurn(async () => {
       const start = performance.now();
-      const lines = gesture(this.#history.stateAfter(this.#history.lines.length));
+      await this.#history.complete();
+      const lines = gesture(this.#history.last);
       const { next } = await this.#transport.play(lines);
       await this.#reached(next - 1);
       requestAnimationFrame(() => measure(start));
@@ -55,7 +56,7 @@ export class Actions {
   #inTurn(work) {
     const turn = this.#last.then(() =>
       this.attempt(async () => {
-        this.#history.lookAt(this.#history.lines.length);
+        this.#history.lookAt(this.#history.length);
         await work();
       }),
     );
@@ -67,7 +68,7 @@ export class Actions {
   #reached(count) {
     return new Promise((done) => {
       const look = (isLate) => {
-        if (!isLate && this.#history.lines.length < count) return;
+        if (!isLate && this.#history.length < count) return;
         this.#history.removeEventListener("change", changed);
         clearTimeout(timer);
         done();

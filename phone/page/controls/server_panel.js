@@ -1,6 +1,7 @@
 // What the push server is to answer next.
 
 import { button, element, refill } from "../views/element.js";
+import { queue } from "../views/stored.js";
 import { answerInWords } from "../state/request.js";
 
 const answer = (status, body) => ({ status, body });
@@ -65,14 +66,7 @@ export class ServerPanel {
     refill(this.queue, [queued], () =>
       queued.length === 0
         ? element("p", { className: "none" }, "None is queued: it registers whoever asks.")
-        : [
-            element("h3", {}, "Queued"),
-            element(
-              "ol",
-              {},
-              queued.map((one) => element("li", {}, answerInWords(one))),
-            ),
-          ],
+        : [element("h3", {}, "Queued"), queue(queued)],
     );
   }
 }

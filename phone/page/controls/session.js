@@ -4,7 +4,7 @@ import { button } from "../views/element.js";
 import { openButton, save, takeDropped } from "./files.js";
 import { pageOf } from "../transport/saved_page.js";
 
-export function sessionControls(root, transport, actions) {
+export function sessionControls(root, transport, actions, history) {
   const open = (text) => actions.fresh(text);
   root.append(
     button("Fresh phone", () => actions.fresh(), { id: "fresh" }),
@@ -22,7 +22,8 @@ export function sessionControls(root, transport, actions) {
       () =>
         actions.attempt(async () => {
           const { version } = await transport.status();
-          save(await pageOf(await transport.lines(), version), "phone.html", "text/html");
+          await history.complete();
+          save(await pageOf(history.lines.written(), version), "phone.html", "text/html");
         }),
       { id: "save-page" },
     ),

@@ -1,11 +1,15 @@
 // What a phone is like, as a pure function of the lines of its transcript: a line makes a new state of the
 // last one and shares with it what did not change. All that the page shows of a phone comes from here.
 
+import { Sequence } from "./sequence.js";
+
 const remembered = 50; // of what only grows; the lines themselves have all of it
 
 const callbacks = ["onGetToken:", "onReceiveNotification:", "onRegisterToken:", "onUpdateToken:", "onError:"];
 
 const host = { appHash: null, foreground: false, deactivateGPS: false, delegate: callbacks };
+
+const noEntries = new Sequence();
 
 /** A fresh phone. */
 export const start = {
@@ -26,8 +30,8 @@ export const start = {
   host, // how the library is configured
   code: {}, // what the host's code did since the launch: its configuration and, once it activated, "activate"
   server: {
-    answers: [], // queued
-    waiting: [], // requests that the library has handed over, and whose turn has not come
+    answers: new Sequence(), // queued
+    waiting: new Sequence(), // requests that the library has handed over, and whose turn has not come
     // {body, answer, failure, isElsewhere} of the last one that was read, or sent to a server that runs elsewhere;
     // a null answer is the server's own
     last: null,
@@ -38,11 +42,11 @@ export const start = {
   airplane: false,
   badge: 0,
   vibrated: false, // by what was done last
-  alerts: [], // on the screen, the uppermost last
+  alerts: new Sequence(), // on the screen, the uppermost last
   card: null, // {url} while the address that was opened last is what one sees
   banner: null, // an entry of the list
-  list: [], // {notification, userInfo} of what the system lists
-  seen: [], // the list as it was when the application last changed its state or ended
+  list: noEntries, // {notification, userInfo} of what the system lists
+  seen: noEntries, // the list as it was when the application last changed its state or ended
   prompt: false, // whether the system asks for permission
   opened: [], // addresses, the latest last
   told: [], // {selector, argument} of what the host was told in this launch, the latest last
@@ -111,16 +115,18 @@ const steps = {
   store: ({ settings }, { set = {}, remove = [] }) => ({
     settings: without({ ...settings, ...set }, remove),
   }),
-  server: ({ server }, { answers }) => ({ server: { ...server, answers: [...server.answers, ...answers] } }),
+  server: ({ server }, { answers }) => ({
+    server: { ...server, answers: answers.reduce((all, answer) => all.append(answer), server.answers) },
+  }),
   settle,
   advance: (state, { seconds }) => ({ ...settle(state), clock: state.clock + Number(seconds), banner: null }),
   relaunch: ({ server }) => ({
     running: true,
     host,
     code: {},
-    server: { ...server, waiting: [] },
+    server: { ...server, waiting: new Sequence() },
     isRegistering: false,
-    alerts: [],
+    alerts: new Sequence(),
     card: null,
     banner: null,
     told: [],
@@ -140,22 +146,22 @@ const events = {
   }),
   settings: (_, { values }) => ({ settings: values }),
   request: ({ server }, { task, url, body }) => ({
-    server: { ...server, waiting: [...server.waiting, { task, url, body }] },
+    server: { ...server, waiting: server.waiting.append({ task, url, body }) },
   }),
   received: ({ server: { answers, waiting } }, { body }) => ({
     server: {
-      answers: answers.slice(1),
-      waiting: waiting.slice(1),
-      last: { body, answer: answers[0] ?? null, failure: null, isElsewhere: false },
+      answers: answers.withoutFirst(),
+      waiting: waiting.withoutFirst(),
+      last: { body, answer: answers.at(0) ?? null, failure: null, isElsewhere: false },
     },
   }),
   badge: (_, { number }) => ({ badge: number }),
   vibrated: () => ({ vibrated: true }),
   alertShown: ({ alerts }, { alert, title, message, buttons }) => ({
-    alerts: [...alerts, { alert, title, message, buttons }],
+    alerts: alerts.with(alert, { alert, title, message, buttons }),
     card: null,
   }),
-  alertHidden: ({ alerts }, { alert }) => ({ alerts: alerts.filter((one) => one.alert !== alert) }),
+  alertHidden: ({ alerts }, { alert }) => ({ alerts: alerts.without(alert) }),
   opened: ({ opened }, { url }) => ({ opened: latest(opened, url), card: { url } }),
   raised: (_, { selector }) => ({ raised: selector }),
 };
@@ -164,8 +170,6 @@ const events = {
 const acts = {
   airplaneMode: (_, { on }) => ({ airplane: on }),
 };
-
-const listed = ({ list }, { notification, userInfo }) => ({ list: [...list, { notification, userInfo }] });
 
 const isUnread = (answer) => answer?.fault === "refuse" || answer?.fault === "untrusted";
 const failsWhenRead = (answer) => answer !== null && !(answer.status >= 200 && answer.status <= 299);
@@ -176,9 +180,13 @@ function requestFailed({ server, airplane }, { reason }) {
   const mayFail = last !== null && (last.isElsewhere ? !airplane : failsWhenRead(last.answer));
   const wasRead = mayFail && last.failure === null;
   if (wasRead) return { server: { ...server, last: { ...last, failure: reason } } };
-  const isTaken = !airplane && isUnread(answers[0]);
-  return { server: { answers: isTaken ? answers.slice(1) : answers, waiting: waiting.slice(1), last } };
+  const isTaken = !airplane && isUnread(answers.at(0));
+  return {
+    server: { answers: isTaken ? answers.withoutFirst() : answers, waiting: waiting.withoutFirst(), last },
+  };
 }
+
+const entryOf = ({ notification, userInfo }) => ({ notification, userInfo });
 
 /** What the system then shows by itself. */
 const screens = {
@@ -186,13 +194,13 @@ const screens = {
     authorization: { ...authorization, isDecided: false }, // until a person answers
     prompt: true,
   }),
-  listed,
-  banner: (state, line) => {
-    const { list } = listed(state, line);
-    return { list, banner: list.at(-1), card: null };
+  listed: ({ list }, line) => ({ list: list.with(line.notification, entryOf(line)) }),
+  banner: ({ list }, line) => {
+    const banner = entryOf(line);
+    return { list: list.with(line.notification, banner), banner, card: null };
   },
   unlisted: ({ list, banner }, { notification }) => ({
-    list: list.filter((entry) => entry.notification !== notification),
+    list: list.without(notification),
     banner: banner?.notification === notification ? null : banner,
   }),
   badge: (_, { number }) => ({ badge: number }),
@@ -200,8 +208,8 @@ const screens = {
   sent: ({ server }) => ({
     server: {
       ...server,
-      waiting: server.waiting.slice(1),
-      last: { body: server.waiting[0]?.body ?? "", answer: null, failure: null, isElsewhere: true },
+      waiting: server.waiting.withoutFirst(),
+      last: { body: server.waiting.at(0)?.body ?? "", answer: null, failure: null, isElsewhere: true },
     },
   }),
   requestFailed,
@@ -209,7 +217,7 @@ const screens = {
     running: false,
     seen: list,
     ended: { selector, alerts },
-    alerts: [],
+    alerts: new Sequence(),
     banner: null,
     card: null,
   }),

@@ -18,8 +18,6 @@ export const actors = [host, library, system, server, user, provider];
 export const abridged = (text) =>
   text.replace(/[0-9a-f]{25,}/g, (digits) => `${digits.slice(0, 10)}…${digits.slice(-10)}`);
 
-const said = (from, to, text) => ({ from, to, text: abridged(text) });
-
 const orNothing = (value) => (value === null ? "nothing" : shown(value));
 const counted = (number, noun) => `${number} ${noun}${number === 1 ? "" : "s"}`;
 
@@ -50,31 +48,36 @@ const states = {
   background: "sends the application to the background",
 };
 
+// [from, to, what the one does, as a function of the line]
+
 const arrivals = {
-  foreground: ({ userInfo }) =>
-    said(system, library, `a notification arrives in the foreground: ${notificationIn(userInfo)}`),
-  background: ({ userInfo }) => said(system, host, `a notification arrives: ${notificationIn(userInfo)}`),
-  tap: ({ userInfo, action }) =>
-    said(
-      user,
-      library,
+  foreground: [
+    system,
+    library,
+    ({ userInfo }) => `a notification arrives in the foreground: ${notificationIn(userInfo)}`,
+  ],
+  background: [system, host, ({ userInfo }) => `a notification arrives: ${notificationIn(userInfo)}`],
+  tap: [
+    user,
+    library,
+    ({ userInfo, action }) =>
       `taps ${action ? `“${action}” of ` : ""}the notification ${notificationIn(userInfo)}`,
-    ),
+  ],
 };
 
-function authorization({ granted, error }) {
+function answerTo({ granted, error }) {
   const parts = [];
   if (granted !== undefined) parts.push(granted ? "yes, notifications may be shown" : "no, no notifications");
   if (error) parts.push(`requests for permission fail: ${error}`);
   if (error === null && granted === undefined) parts.push("requests for permission no longer fail");
-  return said(user, system, parts.join("; "));
+  return parts.join("; ");
 }
 
-function store({ set = {}, remove = [] }) {
+function storing({ set = {}, remove = [] }) {
   const parts = [];
   if (Object.keys(set).length > 0) parts.push(`stores ${facts(set)}`);
   if (remove.length > 0) parts.push(`removes ${remove.join(", ")}`);
-  return said(host, system, `another part of the application ${parts.join(" and ") || "stores nothing"}`);
+  return `another part of the application ${parts.join(" and ") || "stores nothing"}`;
 }
 
 const activation = new Map([
@@ -83,122 +86,155 @@ const activation = new Map([
 ]);
 
 const steps = {
-  device: (step) => said(user, system, `the phone: ${facts(step)}`),
-  application: (step) =>
-    said(
-      user,
-      system,
+  device: [user, system, (step) => `the phone: ${facts(step)}`],
+  application: [
+    user,
+    system,
+    (step) =>
       Object.keys(step).length === 2 && step.state ? states[step.state] : `the application: ${facts(step)}`,
-    ),
-  library: (step) => said(host, library, `the library’s bundle: ${facts(step)}`),
-  store,
-  host: (step) => said(host, library, facts(step) || "configures nothing"),
-  registration: (step) => said(system, "", `the registration framework from now on: ${facts(step)}`),
-  authorization,
-  server: ({ answers }) =>
-    said(server, "", `answers next: ${answers.map(answerInWords).join("; ") || "as before"}`),
-  activate: ({ value }) => said(host, library, `activePushNotifications: ${activation.get(value) ?? value}`),
-  deliverToken: ({ hex }) => said(system, host, `device token ${hex}`),
-  call: ({ operation, hex, error }) =>
-    said(host, library, [operation, hex ?? error].filter((part) => part !== undefined).join(" ")),
-  notification: (step) => arrivals[step.arrives](step),
-  deliver: ({ userInfo }) =>
-    said(system, host, `a remote notification comes to the phone: ${notificationIn(userInfo)}`),
-  tapOK: ({ alert }) => said(user, library, `taps OK on alert ${alert}`),
-  settle: () => said(system, "", "runs everything that is due"),
-  advance: ({ seconds }) => said(system, "", `time passes: ${counted(seconds, "second")}`),
-  relaunch: () => said(user, system, "launches the application again"),
-  show: () => said(user, system, "what is stored?"),
+  ],
+  library: [host, library, (step) => `the library’s bundle: ${facts(step)}`],
+  store: [host, system, storing],
+  host: [host, library, (step) => facts(step) || "configures nothing"],
+  registration: [system, "", (step) => `the registration framework from now on: ${facts(step)}`],
+  authorization: [user, system, answerTo],
+  server: [
+    server,
+    "",
+    ({ answers }) => `answers next: ${answers.map(answerInWords).join("; ") || "as before"}`,
+  ],
+  activate: [host, library, ({ value }) => `activePushNotifications: ${activation.get(value) ?? value}`],
+  deliverToken: [system, host, ({ hex }) => `device token ${hex}`],
+  call: [
+    host,
+    library,
+    ({ operation, hex, error }) => [operation, hex ?? error].filter((part) => part !== undefined).join(" "),
+  ],
+  deliver: [
+    system,
+    host,
+    ({ userInfo }) => `a remote notification comes to the phone: ${notificationIn(userInfo)}`,
+  ],
+  tapOK: [user, library, ({ alert }) => `taps OK on alert ${alert}`],
+  settle: [system, "", () => "runs everything that is due"],
+  advance: [system, "", ({ seconds }) => `time passes: ${counted(seconds, "second")}`],
+  relaunch: [user, system, () => "launches the application again"],
+  show: [user, system, () => "what is stored?"],
 };
 
 const events = {
-  registerUser: ({ userType, version, hash }) =>
-    said(
-      library,
-      system,
+  registerUser: [
+    library,
+    system,
+    ({ userType, version, hash }) =>
       `register this user and device: “${orNothing(userType)}”, version ${orNothing(version)}, hash ${orNothing(hash)}`,
-    ),
-  authorizationRequested: ({ options }) => said(library, system, `may we show ${optionsIn(options)}?`),
-  registerForRemoteNotifications: () => said(library, system, "registerForRemoteNotifications"),
-  callback: ({ selector, argument }) => said(library, host, `${selector} ${orNothing(argument)}`),
-  log: ({ tag, message }) => said(library, system, `logs ${orNothing(tag)} ${orNothing(message)}`),
-  stored: ({ key, value }) =>
-    said(library, system, value === null ? `removes ${key}` : `stores ${key} = ${shown(value)}`),
-  synchronized: () => said(library, system, "writes the user defaults to disk"),
-  request: ({ task }) => said(library, server, `a request is on its way: ${orNothing(task)}`),
-  received: ({ path, body }) => said(server, library, `has read POST ${path}: ${taskIn(body)}`),
-  presented: ({ options }) =>
-    said(
-      library,
-      system,
-      Number(options) === 0 ? "don’t show the notification" : "show the notification",
-    ),
-  completed: ({ operation }) => said(library, system, `is done with ${operation}`),
-  badge: ({ number }) => said(library, system, `badge ${number}`),
-  vibrated: () => said(library, system, "vibrate"),
-  alertShown: ({ alert, title, message }) =>
-    said(
-      library,
-      user,
+  ],
+  authorizationRequested: [library, system, ({ options }) => `may we show ${optionsIn(options)}?`],
+  registerForRemoteNotifications: [library, system, () => "registerForRemoteNotifications"],
+  callback: [library, host, ({ selector, argument }) => `${selector} ${orNothing(argument)}`],
+  log: [library, system, ({ tag, message }) => `logs ${orNothing(tag)} ${orNothing(message)}`],
+  stored: [
+    library,
+    system,
+    ({ key, value }) => (value === null ? `removes ${key}` : `stores ${key} = ${shown(value)}`),
+  ],
+  synchronized: [library, system, () => "writes the user defaults to disk"],
+  request: [library, server, ({ task }) => `a request is on its way: ${orNothing(task)}`],
+  received: [server, library, ({ path, body }) => `has read POST ${path}: ${taskIn(body)}`],
+  presented: [
+    library,
+    system,
+    ({ options }) => (Number(options) === 0 ? "don’t show the notification" : "show the notification"),
+  ],
+  completed: [library, system, ({ operation }) => `is done with ${operation}`],
+  badge: [library, system, ({ number }) => `badge ${number}`],
+  vibrated: [library, system, () => "vibrate"],
+  alertShown: [
+    library,
+    user,
+    ({ alert, title, message }) =>
       `shows alert ${alert}: ${[title, message]
         .filter((text) => text !== null)
         .map(shown)
         .join(" – ")}`,
-    ),
-  alertHidden: ({ alert }) => said(library, system, `hides the window of alert ${alert}`),
-  opened: ({ url }) => said(library, system, `open ${orNothing(url)}`),
-  returned: ({ operation, value }) => said(library, host, `${operation} gives ${written(value)}`),
-  raised: ({ selector }) =>
-    said(system, host, `an exception: ${selector} is not understood. A real application ends here.`),
-  settings: ({ values }) => said(system, user, `${counted(Object.keys(values).length, "value")} stored`),
+  ],
+  alertHidden: [library, system, ({ alert }) => `hides the window of alert ${alert}`],
+  opened: [library, system, ({ url }) => `open ${orNothing(url)}`],
+  returned: [library, host, ({ operation, value }) => `${operation} gives ${written(value)}`],
+  raised: [
+    system,
+    host,
+    ({ selector }) => `an exception: ${selector} is not understood. A real application ends here.`,
+  ],
+  settings: [system, user, ({ values }) => `${counted(Object.keys(values).length, "value")} stored`],
 };
 
 const acts = {
-  end: () => said(user, system, "ends the application"),
-  airplaneMode: ({ on }) => said(user, system, `airplane mode ${on ? "on" : "off"}`),
-  arrive: ({ userInfo }) => said(provider, system, `sends the notification ${notificationIn(userInfo)}`),
-  remove: ({ notification }) => said(user, system, `removes notification ${notification} from the list`),
+  end: [user, system, () => "ends the application"],
+  airplaneMode: [user, system, ({ on }) => `airplane mode ${on ? "on" : "off"}`],
+  arrive: [provider, system, ({ userInfo }) => `sends the notification ${notificationIn(userInfo)}`],
+  remove: [user, system, ({ notification }) => `removes notification ${notification} from the list`],
 };
 
 const screens = {
-  prompt: () => said(system, user, "asks for permission"),
-  listed: ({ notification, userInfo }) =>
-    said(system, user, `lists notification ${notification}: ${notificationIn(userInfo)}`),
-  banner: ({ notification, userInfo }) =>
-    said(system, user, `shows notification ${notification} as a banner: ${notificationIn(userInfo)}`),
-  unlisted: ({ notification }) => said(system, user, `notification ${notification} is no longer in the list`),
-  badge: ({ number }) => said(system, user, `sets the badge to ${number}`),
-  ended: ({ selector }) =>
-    said(
-      system,
-      user,
+  prompt: [system, user, () => "asks for permission"],
+  listed: [
+    system,
+    user,
+    ({ notification, userInfo }) => `lists notification ${notification}: ${notificationIn(userInfo)}`,
+  ],
+  banner: [
+    system,
+    user,
+    ({ notification, userInfo }) =>
+      `shows notification ${notification} as a banner: ${notificationIn(userInfo)}`,
+  ],
+  unlisted: [system, user, ({ notification }) => `notification ${notification} is no longer in the list`],
+  badge: [system, user, ({ number }) => `sets the badge to ${number}`],
+  ended: [
+    system,
+    user,
+    ({ selector }) =>
       `the application has ended${selector === null ? "" : `: ${selector} is not understood`}`,
-    ),
-  oversized: ({ bytes, largest }) =>
-    said(system, user, `${bytes} bytes: Apple’s service takes at most ${largest} of a notification`),
-  stored: ({ values }) => said(system, user, `found on the phone: ${Object.keys(values).join(", ")}`),
-  sent: () => said(system, server, "sends the request to a push server that runs elsewhere"),
-  requestFailed: ({ reason }) => said(system, library, `the request failed: ${reason}`),
-  settingsFailed: ({ reason }) => said(system, user, `the settings can’t be kept: ${reason}`),
-  provider: ({ status, reason, pushType }) =>
-    said(
-      provider,
-      system,
+  ],
+  oversized: [
+    system,
+    user,
+    ({ bytes, largest }) => `${bytes} bytes: Apple’s service takes at most ${largest} of a notification`,
+  ],
+  stored: [system, user, ({ values }) => `found on the phone: ${Object.keys(values).join(", ")}`],
+  sent: [system, server, () => "sends the request to a push server that runs elsewhere"],
+  requestFailed: [system, library, ({ reason }) => `the request failed: ${reason}`],
+  settingsFailed: [system, user, ({ reason }) => `the settings can’t be kept: ${reason}`],
+  provider: [
+    provider,
+    system,
+    ({ status, reason, pushType }) =>
       `sends ${pushType ? `(${pushType})` : "a notification"}: ${status}${reason ? ` ${reason}` : ""}`,
-    ),
+  ],
 };
 
 const words = { do: steps, event: events, phone: acts, screen: screens };
+const asItStands = [system, "", written];
+
+/** [from, to, a function of the line that gives the text]. */
+function sentenceOf(line) {
+  if (line.do === "notification") return arrivals[line.arrives];
+  const { kind, name } = nameOf(line);
+  return kind !== null && Object.hasOwn(words[kind], name) ? words[kind][name] : asItStands;
+}
+
+/** Who does it. */
+export const actorOf = (line) => sentenceOf(line)[0];
 
 /** {from, to, text}: who does what to whom; `to` may be empty. */
 export function inWords(line) {
-  const { kind, name } = nameOf(line);
-  if (kind === null || !Object.hasOwn(words[kind], name)) return said(system, "", written(line));
-  return words[kind][name](line);
+  const [from, to, text] = sentenceOf(line);
+  return { from, to, text: abridged(text(line)) };
 }
 
 /** The same for lines that are shown as one: a single line, or several "stored" events. */
 export const inWordsTogether = (lines) =>
   lines.length === 1
     ? inWords(lines[0])
-    : said(library, system, `stores ${lines.map(({ key }) => key).join(", ")}`);
+    : { ...inWords(lines[0]), text: abridged(`stores ${lines.map(({ key }) => key).join(", ")}`) };

@@ -1,8 +1,12 @@
 // Server-sent events, read from an answer's body: unlike EventSource, fetch can send a key along.
 
 function message(block) {
-  const fields = block.split("\n").filter((line) => line !== "" && !line.startsWith(":"));
-  return Object.fromEntries(fields.map((line) => line.split(/: ?(.*)/s, 2)));
+  const fields = {};
+  for (const line of block.split("\n")) {
+    const colon = line.indexOf(":");
+    if (colon > 0) fields[line.slice(0, colon)] = line.slice(colon + (line[colon + 1] === " " ? 2 : 1));
+  }
+  return fields;
 }
 
 /** The messages, each an object of its fields, in the batches in which they come. */

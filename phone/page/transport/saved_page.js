@@ -15,7 +15,7 @@ async function hashOf(text) {
   return `'sha256-${btoa(String.fromCharCode(...new Uint8Array(digest)))}'`;
 }
 
-/** The file. `lines` is the JSON text of all lines, as the server gives it; `version` the tool's. */
+/** The file. `lines` has a JSON text on each line; `version` is the tool's. */
 export async function pageOf(lines, version) {
   const [script, style] = await Promise.all([read("saved.js"), read("saved.css")]);
   const policy =
@@ -44,7 +44,7 @@ export async function pageOf(lines, version) {
 </main>
 </div>
 <section id="moment" aria-label="The moment that is shown"></section>
-<script type="application/json" id="lines">${data}</script>
+<script type="application/jsonl" id="lines">${data}</script>
 <script>${script}</script>
 </body>
 </html>

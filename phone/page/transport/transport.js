@@ -1,10 +1,14 @@
 // Speaks to the server that holds the phone.
 
 import { messages } from "./event_stream.js";
-import { parse } from "../state/json.js";
+import { parse, written } from "../state/json.js";
+import { breath } from "../state/turns.js";
 
 const firstPause = 250; // milliseconds between attempts to connect
 const longestPause = 4000;
+const many = 2000; // lines, of which the last are read first
+const endLength = 200;
+const together = 200; // lines that are told at once
 
 export class ServerError extends Error {
   constructor(status, message) {
@@ -79,15 +83,11 @@ export class Transport {
     return (await this.#fetch("/api/scenario")).text();
   }
 
-  /** All lines so far, as the server writes them. */
-  async lines() {
-    return (await this.#fetch("/api/lines?from=1")).text();
-  }
-
   /**
-   * Reads lines for ever, each once, whatever happens to the connection. `told` has these functions: fresh()
-   * before the lines of another phone, lines(array), connection("open", "lost" or "refused", reason); there
-   * is a reason when the program answered with one.
+   * Reads lines for ever, each once, whatever happens to the connection. `told` has these functions: fresh(count)
+   * before the lines of another phone, of which there are so many already; end(texts) with the last of them,
+   * when there are many; lines(texts); connection("open", "lost" or "refused", reason); there is a reason when
+   * the program answered with one. Texts are lines as the program writes them.
    */
   async follow(told) {
     for (let pause = firstPause; ; pause = Math.min(2 * pause, longestPause)) {
@@ -115,25 +115,37 @@ export class Transport {
       let lines = [];
       for (const { event, id, data } of batch) {
         if (event === "fresh") {
-          const { phone } = parse(data);
+          const { phone, next } = parse(data);
           if (phone === this.#phone) continue;
           told.lines(lines);
           lines = [];
-          this.#begin(phone, told);
+          this.#begin(phone, next - 1, told);
           if (isFirst && from > 1) return this.#read(told, opened); // the stream leaves out its first lines
         } else if (Number(id) === this.#next) {
-          lines.push(parse(data));
+          lines.push(data);
           this.#next += 1;
+        }
+        if (lines.length === together) {
+          told.lines(lines);
+          lines = [];
+          await breath();
         }
         isFirst = false;
       }
       told.lines(lines);
+      await breath();
     }
   }
 
-  #begin(phone, told) {
+  #begin(phone, count, told) {
     this.#phone = phone;
     this.#next = 1;
-    told.fresh();
+    told.fresh(count);
+    if (count > many) this.#readEnd(phone, count, told).catch(() => {}); // all lines come anyway
+  }
+
+  async #readEnd(phone, count, told) {
+    const answer = parse(await (await this.#fetch(`/api/lines?from=${count - endLength + 1}`)).text());
+    if (this.#phone === phone) told.end(answer.lines.slice(0, endLength).map(({ line }) => written(line)));
   }
 }

@@ -22,26 +22,29 @@ export class Moment {
       "aria-label": "One line back",
     });
     this.on = button("›", () => go(history.moment + 1), { id: "moment-on", "aria-label": "One line on" });
-    this.now = button("Now", () => go(history.lines.length), { id: "moment-now", className: "primary" });
+    this.now = button("Now", () => go(history.length), { id: "moment-now", className: "primary" });
     this.text = element("output", { id: "moment-text", "aria-live": "off" });
     root.append(this.back, this.on, this.slider, this.now, this.text);
   }
 
   update() {
-    const { lines, moment, isNow } = this.#history;
-    this.slider.max = lines.length;
+    const { length, moment, isNow, isReading, share } = this.#history;
+    this.slider.max = length;
     this.slider.value = moment;
-    this.text.textContent = isNow
-      ? `Now, after ${lines.length} line${lines.length === 1 ? "" : "s"}`
-      : `After line ${moment} of ${lines.length}: ${this.#words(moment)}`;
+    this.slider.disabled = isReading;
+    this.text.textContent = isReading
+      ? `Reading what happened: ${Math.floor(100 * share)} %`
+      : isNow
+        ? `Now, after ${length} line${length === 1 ? "" : "s"}`
+        : `After line ${moment} of ${length}: ${this.#words(moment)}`;
     this.slider.setAttribute("aria-valuetext", this.text.textContent);
-    this.back.disabled = moment === 0;
+    this.back.disabled = isReading || moment === 0;
     this.on.disabled = this.now.disabled = isNow;
   }
 
   #words(moment) {
     if (moment === 0) return "nothing has happened";
-    const { from, to, text } = inWords(this.#history.lines[moment - 1]);
+    const { from, to, text } = inWords(this.#history.lines.at(moment - 1));
     return `${from}${to ? ` → ${to}` : ""}: ${text}`;
   }
 }

@@ -2,12 +2,14 @@
 
 import { button, element, refill } from "./element.js";
 import { notification } from "./notification.js";
+import { NotificationList } from "./notification_list.js";
 import { alert, opened, prompt } from "./overlays.js";
 import { application, home, list, timeOf } from "./screens.js";
 
 const screens = { application, home, list };
 
 const none = [];
+const mostAlerts = 8; // that are drawn; no more of them can be told apart
 const isInFront = ({ running, application: { state } }) => running && state !== "background";
 
 /** Whether the list has changed since the application was last in the foreground. */
@@ -37,6 +39,7 @@ export class PhoneView {
       { className: "phone", role: "group", tabIndex: -1, "aria-label": "The phone’s screen" },
       element("div", { className: "glass" }, Object.values(this.parts)),
     );
+    this.notifications = new NotificationList(this.parts.screen);
     root.append(this.body);
   }
 
@@ -70,7 +73,7 @@ export class PhoneView {
         state.raised,
         timeOf(state.clock),
       ],
-      () => screens[screen](state, act),
+      () => screens[screen](state, act, this.notifications),
     );
     refill(
       parts.banner,
@@ -87,7 +90,7 @@ export class PhoneView {
     refill(parts.card, [state.card], () => state.card && opened(state.card));
     const alerts = isInFront(state) ? state.alerts : none; // they are in the application's own windows
     refill(parts.alerts, [alerts, act], () =>
-      alerts.map((one, i) => alert(one, alerts.length - 1 - i, act)),
+      alerts.slice(-mostAlerts).map((one, i, { length }) => alert(one, length - 1 - i, act)),
     );
     refill(parts.prompt, [state.prompt, act], () => state.prompt && prompt(act));
     refill(parts.home, [screen, act], () => this.#homeBar(screen, act));

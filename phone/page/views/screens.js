@@ -3,7 +3,6 @@
 import { button, element } from "./element.js";
 import { textsOf } from "../state/fold.js";
 import { shown } from "../state/json.js";
-import { notification } from "./notification.js";
 import { abridged } from "../state/words.js";
 
 const morning = 9 * 60 * 60; // when the phone's clock starts, in seconds
@@ -121,16 +120,12 @@ export function home(state, act) {
 }
 
 /** The lock screen, with the notifications that the system shows. */
-export function list(state, act) {
+export function list(state, act, notifications) {
   return element(
     "div",
     { className: "list-screen" },
     element("div", { className: "big-clock", "aria-hidden": "true" }, timeOf(state.clock)),
     endedNotice(state),
-    element(
-      "ul",
-      { className: "plain notifications", "aria-label": "Notifications" },
-      [...state.list].reverse().map((entry) => notification(entry, act)),
-    ),
+    notifications.show(state.list, act),
   );
 }

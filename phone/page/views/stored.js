@@ -5,6 +5,8 @@ import { shown } from "../state/json.js";
 import { answerInWords, fields, ownAnswer } from "../state/request.js";
 import { abridged } from "../state/words.js";
 
+const mostQueued = 20; // answers that are shown
+
 const none = (text) => element("p", { className: "none" }, text);
 
 function settingsTable(settings) {
@@ -37,6 +39,16 @@ function settingsTable(settings) {
   );
 }
 
+/** Queued answers of the push server. */
+export const queue = (answers) => [
+  element(
+    "ol",
+    {},
+    answers.slice(0, mostQueued).map((answer) => element("li", {}, answerInWords(answer))),
+  ),
+  answers.length > mostQueued && none(`and ${answers.length - mostQueued} more`),
+];
+
 function serverFacts({ answers, waiting, last }) {
   const sent = last ?? waiting.at(-1);
   const answered = last && (last.answer ? answerInWords(last.answer) : abridged(ownAnswer(last.body)));
@@ -48,16 +60,7 @@ function serverFacts({ answers, waiting, last }) {
         ])
       : none("No request has come yet."),
     waiting.length > 0 ? none(`Sent, with no answer seen yet: ${waiting.length}`) : null,
-    answers.length > 0
-      ? [
-          element("h3", {}, "It will answer next"),
-          element(
-            "ol",
-            {},
-            answers.map((answer) => element("li", {}, answerInWords(answer))),
-          ),
-        ]
-      : null,
+    answers.length > 0 ? [element("h3", {}, "It will answer next"), queue(answers)] : null,
   ].flat();
 }
 

@@ -6,8 +6,8 @@ import { button, element, toggle } from "./element.js";
 import { actors, inWordsTogether } from "../state/words.js";
 
 const overscan = 8; // rows beyond each edge
+const tallest = 8_000_000; // pixels of an element, which browsers can draw
 
-const isStored = (line) => line.event === "stored" && line.value !== null;
 const isQuiet = (line) => line.do === "settle";
 const isBad = (line) =>
   line.event === "raised" ||
@@ -19,8 +19,7 @@ const classOf = (actor) => `actor ${actor.toLowerCase().replaceAll(" ", "-")}`;
 export class Timeline {
   #history;
   #lines = null;
-  #read = 0; // lines that are in rows already
-  #rows = []; // {at, count}: the index of the first line, and how many there are in the row
+  #read = 0; // rows that are known already
   #visible = []; // the rows that pass the filter
   #hidden = new Set();
   #open = -1; // which of the visible rows is open
@@ -58,20 +57,28 @@ export class Timeline {
     }).observe(this.scroller);
   }
 
-  /** Reads what is new in the history and draws. */
+  /** Looks for what is new in the history and draws. */
   update() {
     const { lines, moment, isNow } = this.#history;
     const { scrollTop, clientHeight, scrollHeight } = this.scroller;
     const wasAtEnd = scrollTop + clientHeight >= scrollHeight - this.#rowHeight;
     const isAnother = lines !== this.#lines;
-    if (isAnother) [this.#lines, this.#rows, this.#visible, this.#read, this.#open] = [lines, [], [], 0, -1];
-    const hasGrown = this.#read < lines.length;
-    for (; this.#read < lines.length; ++this.#read) this.#add(this.#read);
+    if (isAnother) this.#begin(lines);
+    const hasGrown = this.#read < lines.rows;
+    for (; this.#read < lines.rows; ++this.#read) {
+      if (this.#passes(this.#read)) this.#visible.push(this.#read);
+    }
     this.nothing.hidden = lines.length > 0;
     this.scroller.hidden = lines.length === 0;
     this.#draw();
     if (!isNow) this.#reveal(this.#lastBefore(moment));
     else if (hasGrown && (wasAtEnd || isAnother)) this.scroller.scrollTop = this.scroller.scrollHeight;
+  }
+
+  #begin(lines) {
+    [this.#lines, this.#visible, this.#read, this.#open] = [lines, [], 0, -1];
+    for (const { item } of this.#drawn.values()) item.remove();
+    this.#drawn = new Map();
   }
 
   #filter(actor) {
@@ -82,32 +89,16 @@ export class Timeline {
         const isHidden = this.#hidden.delete(actor);
         if (!isHidden) this.#hidden.add(actor);
         chip.setAttribute("aria-pressed", String(isHidden));
-        this.#visible = this.#rows.filter((row) => this.#passes(row));
-        this.#open = -1;
-        this.#draw();
+        this.#begin(this.#lines);
+        this.update();
       },
       { className: `chip ${classOf(actor)}` },
     );
     return chip;
   }
 
-  #linesOf({ at, count }) {
-    return this.#lines.slice(at, at + count);
-  }
-
   #passes(row) {
-    return this.#hidden.size === 0 || !this.#hidden.has(inWordsTogether(this.#linesOf(row)).from);
-  }
-
-  #add(at) {
-    const last = this.#rows.at(-1);
-    if (last && isStored(this.#lines[at]) && isStored(this.#lines[at - 1])) {
-      last.count += 1;
-      return;
-    }
-    const row = { at, count: 1 };
-    this.#rows.push(row);
-    if (this.#passes(row)) this.#visible.push(row);
+    return !this.#hidden.has(this.#lines.actorOf(row));
   }
 
   /** The last visible row that has one of the first `count` lines. */
@@ -115,7 +106,7 @@ export class Timeline {
     let [low, high] = [0, this.#visible.length];
     while (low < high) {
       const middle = (low + high) >> 1;
-      if (this.#visible[middle].at < count) low = middle + 1;
+      if (this.#lines.startOf(this.#visible[middle]) < count) low = middle + 1;
       else high = middle;
     }
     return low - 1;
@@ -125,27 +116,47 @@ export class Timeline {
     return index * this.#rowHeight + (this.#open >= 0 && index > this.#open ? this.#openHeight : 0);
   }
 
+  /** The height of all rows. */
+  get #height() {
+    return this.#visible.length * this.#rowHeight + this.#openHeight;
+  }
+
+  /** How far one goes over the rows for each pixel that is scrolled: more than 1 where they would be too tall. */
+  get #pace() {
+    const { clientHeight } = this.scroller;
+    return this.#height <= tallest ? 1 : (this.#height - clientHeight) / (tallest - clientHeight);
+  }
+
+  /** The height of the rows above what is in sight. */
+  get #above() {
+    return this.scroller.scrollTop * this.#pace;
+  }
+
+  #scrollTo(top) {
+    this.scroller.scrollTop = top / this.#pace;
+  }
+
   #reveal(index) {
     const top = this.#top(Math.max(0, index));
-    const { scrollTop, clientHeight } = this.scroller;
-    if (top < scrollTop) this.scroller.scrollTop = top;
-    else if (top + this.#rowHeight > scrollTop + clientHeight)
-      this.scroller.scrollTop = top + this.#rowHeight - clientHeight;
+    const { clientHeight } = this.scroller;
+    if (top < this.#above) this.#scrollTo(top);
+    else if (top + this.#rowHeight > this.#above + clientHeight)
+      this.#scrollTo(top + this.#rowHeight - clientHeight);
   }
 
   /** The nearest row in sight: only rows that are drawn can be reached by the keyboard. */
   #inSight(index) {
-    const { scrollTop, clientHeight } = this.scroller;
-    const first = Math.max(0, Math.ceil((scrollTop - this.#openHeight) / this.#rowHeight));
-    const last = Math.floor((scrollTop + clientHeight) / this.#rowHeight) - 1;
+    const first = Math.max(0, Math.ceil((this.#above - this.#openHeight) / this.#rowHeight));
+    const last = Math.floor((this.#above + this.scroller.clientHeight) / this.#rowHeight) - 1;
     return Math.max(0, Math.min(Math.max(index, first), last, this.#visible.length - 1));
   }
 
   #draw() {
     const { scrollTop, clientHeight } = this.scroller;
     const count = this.#visible.length;
-    const first = Math.max(0, Math.floor((scrollTop - this.#openHeight) / this.#rowHeight) - overscan);
-    const last = Math.min(count, Math.ceil((scrollTop + clientHeight) / this.#rowHeight) + overscan);
+    const above = this.#above;
+    const first = Math.max(0, Math.floor((above - this.#openHeight) / this.#rowHeight) - overscan);
+    const last = Math.min(count, Math.ceil((above + clientHeight) / this.#rowHeight) + overscan);
     if (!this.list.contains(document.activeElement)) this.#focused = this.#inSight(this.#focused);
     const drawn = new Map();
     for (let i = first; i < last; ++i) drawn.set(i, this.#drawnRow(i));
@@ -160,19 +171,20 @@ export class Timeline {
     if (open) this.#openHeight = open.item.lastChild.offsetHeight;
     else if (this.#open < 0) this.#openHeight = 0;
     for (const [index, { item }] of drawn) {
-      item.style.top = `${this.#top(index)}px`;
+      item.style.top = `${this.#top(index) - above + scrollTop}px`;
       item.setAttribute("aria-setsize", count);
     }
-    this.list.style.height = `${count * this.#rowHeight + this.#openHeight}px`;
+    this.list.style.height = `${Math.min(this.#height, tallest)}px`;
   }
 
   /** A row's element: the one that is there, when it shows the same. */
   #drawnRow(index) {
     const row = this.#visible[index];
     const { moment, isNow } = this.#history;
-    const end = row.at + row.count;
-    const place = row.at >= moment ? "later" : !isNow && end >= moment ? "moment" : "";
-    const facts = [row, row.count, index === this.#open, index === this.#focused, place];
+    const end = this.#lines.endOf(row);
+    const place =
+      this.#lines.startOf(row) >= moment && !isNow ? "later" : !isNow && end >= moment ? "moment" : "";
+    const facts = [row, end, index === this.#open, index === this.#focused, place];
     const last = this.#drawn.get(index);
     if (last && facts.every((fact, i) => fact === last.facts[i])) return last;
     const item = this.#row(index, ...facts);
@@ -180,8 +192,8 @@ export class Timeline {
     return { facts, item };
   }
 
-  #row(index, row, count, isOpen, isFocused, place) {
-    const lines = this.#linesOf(row);
+  #row(index, row, end, isOpen, isFocused, place) {
+    const lines = this.#lines.linesOf(row);
     const { from, to, text } = inWordsTogether(lines);
     const names = ["row", place, isBad(lines[0]) && "bad", isQuiet(lines[0]) && "quiet"].filter(Boolean);
     return element(
@@ -189,7 +201,7 @@ export class Timeline {
       { className: names.join(" "), "data-kind": kindOf(lines[0]), "aria-posinset": index + 1 },
       button(
         [
-          element("span", { className: "number" }, String(row.at + 1)),
+          element("span", { className: "number" }, String(this.#lines.startOf(row) + 1)),
           element("span", { className: classOf(from) }, from),
           element("span", { className: "arrow", "aria-hidden": "true" }, to ? "→" : ""),
           element("span", { className: classOf(to) }, to),
@@ -198,17 +210,17 @@ export class Timeline {
         () => this.#toggle(index),
         { tabIndex: isFocused ? 0 : -1, "aria-expanded": String(isOpen), title: text },
       ),
-      isOpen && this.#details(row, lines),
+      isOpen && this.#details(row, end, lines),
     );
   }
 
-  #details(row, lines) {
-    const end = row.at + row.count;
+  #details(row, end, lines) {
+    const before = this.#history.stateAfter(this.#lines.startOf(row));
     return element(
       "div",
       { className: "details" },
       element("p", {}, inWordsTogether(lines).text),
-      details(lines, this.#history.stateAfter(row.at), this.#history.stateAfter(end)),
+      details(lines, before, this.#history.stateAfter(end)),
       button("Show the phone as it was then", () => this.#history.lookAt(end)),
     );
   }
@@ -228,8 +240,8 @@ export class Timeline {
   #revealDetails(index) {
     const top = this.#top(index);
     const bottom = top + this.#rowHeight + this.#openHeight;
-    const { scrollTop, clientHeight } = this.scroller;
-    if (bottom > scrollTop + clientHeight) this.scroller.scrollTop = Math.min(top, bottom - clientHeight);
+    const { clientHeight } = this.scroller;
+    if (bottom > this.#above + clientHeight) this.#scrollTo(Math.min(top, bottom - clientHeight));
   }
 
   /** Up and down go from row to row, left and right from moment to moment. */

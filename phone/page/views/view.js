@@ -19,12 +19,14 @@ export function show(history, told, drawn = () => {}) {
   let isDue = false;
   const draw = () => {
     isDue = false;
-    const { state, isNow } = history;
-    phone.draw(state, isNow);
-    stored.draw(state);
+    const { isNow, isReading } = history;
     moment.update();
     timeline.update();
     document.body.classList.toggle("past", !isNow);
+    document.body.classList.toggle("reading", isReading);
+    if (isReading) return; // what the phone is like is not known yet
+    phone.draw(history.state, isNow);
+    stored.draw(history.state);
     drawn();
   };
   history.addEventListener("change", () => {
