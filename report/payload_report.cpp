@@ -48,6 +48,18 @@ PayloadReport explained(PayloadReport report, const std::string& systemVersion) 
   return report;
 }
 
+std::size_t PayloadTotals::atLeast(lint::Severity severity) const {
+  switch (severity) {
+    case lint::Severity::error:
+      return errors;
+    case lint::Severity::warning:
+      return errors + warnings;
+    case lint::Severity::note:
+      return errors + warnings + notes;
+  }
+  return 0;
+}
+
 void PayloadTotals::add(const PayloadReport& report) {
   ++files;
   if (!report.problem.empty()) ++unreadable;

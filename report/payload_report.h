@@ -37,6 +37,9 @@ PayloadReport explained(PayloadReport report, const std::string& systemVersion);
 struct PayloadTotals {
   std::size_t files = 0, unreadable = 0, errors = 0, warnings = 0, notes = 0;
 
+  /// The findings of this severity and those above it.
+  [[nodiscard]] std::size_t atLeast(lint::Severity severity) const;
+
   void add(const PayloadReport& report);
   void add(const PayloadTotals& more);
 };

@@ -91,10 +91,15 @@ std::string withoutBackticks(std::string_view markdown) {
   return text;
 }
 
+/// Up to the full stop of the first sentence.
+std::string firstSentenceOf(const std::string& help) {
+  return help.substr(0, help.find(". ")) + (help.find(". ") != std::string::npos ? "." : "");
+}
+
 Value describe(const lint::Rule& rule) {
   const std::string help = withoutBackticks(rule.help) + '.';
   return Dictionary{{"id", rule.code},
-                    {"shortDescription", message(help.substr(0, help.find(". ") + 1))},
+                    {"shortDescription", message(firstSentenceOf(help))},
                     {"fullDescription", message(help)},
                     {"help", Dictionary{{"text", help}, {"markdown", std::string(rule.help) + '.'}}},
                     {"defaultConfiguration", Dictionary{{"level", lint::nameOf(rule.severity)}}}};
@@ -130,7 +135,10 @@ std::string sarifLog(const std::string& version, const std::string& results, con
                      bool isComplete) {
   Array rules;
   for (const lint::Rule& rule : lint::kRules) rules.push_back(describe(rule));
-  const Dictionary driver{{"name", "quorvantis-push"}, {"version", version}, {"rules", std::move(rules)}};
+  const Dictionary driver{{"name", "quorvantis-push"},
+                          {"version", version},
+                          {"informationUri", "https://www.quorvantis.com"},
+                          {"rules", std::move(rules)}};
   return R"({"$schema":"https://json.schemastore.org/sarif-2.1.0.json","version":"2.1.0","runs":[{"tool":{"driver":)" +
          json::write(driver) +
          R"(},"columnKind":"unicodeCodePoints","invocations":[{"executionSuccessful":)" +

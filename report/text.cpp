@@ -103,6 +103,17 @@ void printFinding(const PayloadReport& report, const lint::Finding& finding, Pri
   printer.labelled(4, "Fix:", console::printable(finding.remedy));
 }
 
+void printProblem(const PayloadReport& report, Printer& printer) {
+  const console::Terminal& terminal = printer.terminal();
+  printer.line(terminal.styled(console::Style::bold, report.file) + ": " +
+               terminal.styled(console::Style::red, "can't be read: " + report.problem));
+}
+
+void printLeftOut(const PayloadReport& report, Printer& printer) {
+  if (report.findings.leftOut == 0) return;
+  printer.line(console::counted(report.findings.leftOut, "more finding") + " left out.");
+}
+
 std::string sumOf(std::size_t errors, std::size_t warnings, std::size_t notes) {
   if (errors + warnings + notes == 0) return "no findings";
   return console::counted(errors, "error") + ", " + console::counted(warnings, "warning") + ", " +
@@ -114,8 +125,7 @@ std::string sumOf(std::size_t errors, std::size_t warnings, std::size_t notes) {
 void print(const PayloadReport& report, const console::Terminal& terminal, std::ostream& out) {
   Printer printer(terminal, out);
   if (!report.problem.empty()) {
-    printer.line(terminal.styled(console::Style::bold, report.file) + ": " +
-                 terminal.styled(console::Style::red, "can't be read: " + report.problem));
+    printProblem(report, printer);
     printer.line();
     return;
   }
@@ -137,11 +147,16 @@ void print(const PayloadReport& report, const console::Terminal& terminal, std::
   for (const lint::Finding& finding : report.findings.shown) {
     if (!finding.rule->isRefusal) printFinding(report, finding, printer);
   }
-  if (report.findings.leftOut != 0) {
-    printer.line(console::counted(report.findings.leftOut, "more finding") + " left out.");
-  }
+  printLeftOut(report, printer);
   if (report.findings.shown.empty()) printer.line(terminal.styled(console::Style::green, "No findings."));
   printer.line();
+}
+
+void printFindings(const PayloadReport& report, const console::Terminal& terminal, std::ostream& out) {
+  Printer printer(terminal, out);
+  if (!report.problem.empty()) printProblem(report, printer);
+  for (const lint::Finding& finding : report.findings.shown) printFinding(report, finding, printer);
+  printLeftOut(report, printer);
 }
 
 void print(const PayloadTotals& totals, const console::Terminal& terminal, std::ostream& out) {

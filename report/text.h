@@ -11,6 +11,9 @@ namespace quorvantis::report {
 
 void print(const PayloadReport& report, const console::Terminal& terminal, std::ostream& out);
 
+/// Only the findings, or why the file can't be read; nothing when there are none.
+void printFindings(const PayloadReport& report, const console::Terminal& terminal, std::ostream& out);
+
 void print(const PayloadTotals& totals, const console::Terminal& terminal, std::ostream& out);
 
 }  // namespace quorvantis::report

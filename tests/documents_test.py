@@ -60,9 +60,9 @@ class Documents(unittest.TestCase):
         (self.folder / "payloads").mkdir()
         for number, sample in enumerate(samples):
             (self.folder / "payloads" / f"{number}.json").write_text(sample)
-        gate = block("docs/payloads.md", "quorvantis-push payload --json payloads")
+        gate = block("docs/payloads.md", "quorvantis-push payload --fail-on")
         self.shell(gate)
-        (self.folder / "payloads/bad.json").write_text('{"aps":{"alert":"plain"}}')
+        (self.folder / "payloads/odd.json").write_text('{"aps":{"alert":{"body":"x"},"type":"plain"}}')
         self.shell(gate, status=1)
 
     def test_payloads_shows_what_is_printed(self):

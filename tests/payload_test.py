@@ -203,7 +203,7 @@ class Payloads(unittest.TestCase):
                 # The type that is meant may want more.
                 self.assertLessEqual({left["code"] for left in again["findings"] if left["severity"] == "error"},
                                      {"link-missing"}, path.name)
-        self.assertLessEqual({"alert-is-text", "key-outside-aps", "link-host-needs-encoding", "misspelt-key", "not-json",
+        self.assertLessEqual({"alert-is-text", "key-outside-aps", "no-aps", "link-host-needs-encoding", "misspelt-key", "not-json",
                               "system-value", "unknown-type", "wakes-nobody"}, mendable)
 
     def test_edits_keep_the_rest_of_the_text(self):
@@ -364,6 +364,38 @@ class Payloads(unittest.TestCase):
             self.assertEqual(done.returncode, 2)
             self.assertIn("standard input: can't be read: " + reason, done.stdout)
 
+    def test_what_fails_can_be_chosen(self):
+        clean, note, warning, error = (FOLDER / f"{name}.json" for name in (
+            "valid.silent", "handled-by-second-call", "unknown-type", "alert-is-text"))
+        for severity, statuses in (("error", [0, 0, 0, 1]), ("warning", [0, 0, 1, 1]), ("note", [0, 1, 1, 1]),
+                                   ("never", [0, 0, 0, 0])):
+            for format in ((), ("--json",), ("--sarif",), ("--quiet",)):
+                found = [run("payload", "--fail-on", severity, *format, path).returncode
+                         for path in (clean, note, warning, error)]
+                self.assertEqual(found, statuses, (severity, format))
+            self.assertEqual(run("payload", "--fail-on", severity, "no/such/file").returncode, 2)
+
+    def test_quiet_prints_the_findings_alone(self):
+        clean, odd = FOLDER / "valid.silent.json", FOLDER / "unknown-type.json"
+        whole = run("payload", odd).stdout
+        quiet = run("payload", "--quiet", odd).stdout
+        self.assertTrue(quiet.startswith(f"{odd}:".encode()) and whole.endswith(quiet + b"\n"), quiet)
+        self.assertEqual(run("payload", "--quiet", clean).stdout, b"")
+        self.assertEqual(run("payload", "--quiet", clean, odd, clean).stdout, quiet)
+        self.assertEqual(run("payload", "--quiet", "no/such/file").stdout,
+                         b"no/such/file: can't be read: No such file or directory\n")
+        repeated = self.write("repeated.json", "{" + ",".join(['"a":1'] * 200) + "}")
+        self.assertTrue(run("payload", "--quiet", repeated).stdout.endswith(b"\n100 more findings left out.\n"))
+
+    def test_code_hosts_accept_each_rule(self):
+        driver = sarif(FOLDER / "valid.silent.json")[0]["tool"]["driver"]
+        self.assertRegex(driver["informationUri"], "^https://")
+        for rule in driver["rules"]:
+            for text in (rule["shortDescription"]["text"], rule["fullDescription"]["text"], rule["help"]["text"]):
+                self.assertRegex(text, r"^[^ ].*\w.*\.$", rule["id"])
+            self.assertTrue(rule["fullDescription"]["text"].startswith(rule["shortDescription"]["text"]), rule["id"])
+            self.assertIn(rule["defaultConfiguration"]["level"], ("error", "warning", "note"), rule["id"])
+
     def test_every_finding_is_in_sarif_where_it_is_in_text(self):
         files = payload_files()
         wanted = []
@@ -457,10 +489,10 @@ class Payloads(unittest.TestCase):
             self.assertEqual(parts(folder), [part for path in files for part in parts(path)])
 
     def test_patterns_are_matched(self):
-        for name in ("b.apns", "a.apns", "c.json", "[d].apns"):
+        for name in ("b.apns", "a.apns", "c.json", "[a].apns"):
             self.write(name, (FOLDER / "valid.silent.json").read_text())
-        found = report([f"{self.scratch.name}/*.apns", f"{self.scratch.name}/[d].apns", f"{self.scratch.name}/[c].json"])
-        self.assertEqual([Path(one["file"]).name for one in found], ["[d].apns", "a.apns", "b.apns", "[d].apns", "c.json"])
+        found = report([f"{self.scratch.name}/*.apns", f"{self.scratch.name}/[a].apns", f"{self.scratch.name}/[c].json"])
+        self.assertEqual([Path(one["file"]).name for one in found], ["[a].apns", "a.apns", "b.apns", "[a].apns", "c.json"])
         nothing, = report([f"{self.scratch.name}/*.none"])
         self.assertEqual(nothing["problem"], "No such file or directory")
 
@@ -490,11 +522,15 @@ class Payloads(unittest.TestCase):
                           for result in results], [("alert-is-text", "new%20one.apns")])
 
         entry = re.search(r"^  entry: (.*)$", (SOURCE / ".pre-commit-hooks.yaml").read_text(), re.M).group(1)
-        self.assertEqual([shell(f"{entry} '{name}'").returncode for name in ("new one.apns", "old.apns")], [1, 1])
+        (repository / "odd.apns").write_bytes((FOLDER / "unknown-type.json").read_bytes())
+        (repository / "note.apns").write_bytes((FOLDER / "handled-by-second-call.json").read_bytes())
+        self.assertEqual([shell(f"{entry} '{name}'").returncode
+                          for name in ("new one.apns", "old.apns", "odd.apns", "note.apns")], [1, 1, 1, 0])
 
     def test_wrong_arguments(self):
         path = FOLDER / "valid.silent.json"
-        for arguments in ([], ["--yaml", path], ["--json", "--sarif", path], ["--system-version", "9.3", path], ["--system-version", "new", path],
+        for arguments in ([], ["--yaml", path], ["--json", "--sarif", path], ["--json", "--quiet", path],
+                          ["--fail-on", "all", path], ["--fail-on", path], ["--system-version", "9.3", path], ["--system-version", "new", path],
                           ["-", "-"]):
             done = run("payload", *arguments)
             self.assertEqual((done.returncode, done.stdout, done.stderr.count(b"\n")), (2, b"", 1), arguments)

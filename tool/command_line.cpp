@@ -62,6 +62,24 @@ std::string problemOfVersion(const std::string& version) {
              : "";
 }
 
+void addFailOn(CLI::App& command, std::optional<lint::Severity>& failOn) {
+  static constexpr const char* kNever = "never";
+  std::vector<std::string> names(lint::kSeverityNames.rbegin(), lint::kSeverityNames.rend());
+  names.emplace_back(kNever);
+  command
+      .add_option_function<std::string>(
+          "--fail-on",
+          [&failOn](const std::string& name) {
+            const auto known = std::find(lint::kSeverityNames.begin(), lint::kSeverityNames.end(), name);
+            failOn = name == kNever
+                         ? std::nullopt
+                         : std::optional(static_cast<lint::Severity>(known - lint::kSeverityNames.begin()));
+          },
+          "the least finding that makes the exit status 1; error by default")
+      ->check(CLI::IsMember(names).description(""))
+      ->type_name(CLI::detail::join(names, "|"));
+}
+
 void addPayload(CLI::App& app, PayloadOptions& options, int (*payload)(const PayloadOptions&)) {
   CLI::App* command = addCommand(
       app, "payload", "Explain what the library does with a payload, and report what is wrong with it");
@@ -77,6 +95,12 @@ void addPayload(CLI::App& app, PayloadOptions& options, int (*payload)(const Pay
           "--sarif", [&options] { options.format = Format::sarif; },
           "print the findings as a SARIF 2.1.0 log, for code hosts")
       ->excludes(json);
+  command
+      ->add_flag_callback(
+          "--quiet", [&options] { options.format = Format::findings; }, "print only the findings")
+      ->excludes("--json")
+      ->excludes("--sarif");
+  addFailOn(*command, options.failOn);
   command->add_option("--system-version", options.systemVersion, "the phone's iOS version")
       ->check(problemOfVersion)
       ->type_name("V")

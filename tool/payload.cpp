@@ -19,9 +19,9 @@ namespace {
 
 using Format = PayloadOptions::Format;
 
-int statusOf(const report::PayloadTotals& totals) {
+int statusOf(const report::PayloadTotals& totals, std::optional<lint::Severity> failOn) {
   if (totals.unreadable != 0) return 2;
-  return totals.errors != 0 ? 1 : 0;
+  return failOn && totals.atLeast(*failOn) != 0 ? 1 : 0;
 }
 
 void append(const json::Value& element, std::string& elements) {
@@ -33,15 +33,19 @@ report::Pieces printed(const std::string& file, const PayloadOptions& options,
                        const console::Terminal& terminal) {
   report::Pieces pieces;
   report::PayloadReport report = report::checkFile(file);
-  if (options.format != Format::sarif) report = report::explained(std::move(report), options.systemVersion);
+  if (options.format == Format::text || options.format == Format::json)
+    report = report::explained(std::move(report), options.systemVersion);
   pieces.totals.add(report);
+  std::ostringstream text;
   switch (options.format) {
-    case Format::text: {
-      std::ostringstream text;
+    case Format::text:
       print(report, terminal, text);
       pieces.reports = text.str();
       break;
-    }
+    case Format::findings:
+      printFindings(report, terminal, text);
+      pieces.reports = text.str();
+      break;
     case Format::json:
       append(report::jsonOf(report), pieces.reports);
       break;
@@ -65,7 +69,7 @@ void join(const report::Pieces& more, const char* separator, report::Pieces& all
 
 report::PayloadTotals report(const std::vector<std::string>& files, const PayloadOptions& options) {
   const console::Terminal terminal = console::Terminal::ofStandardOutput();
-  const bool isText = options.format == Format::text;
+  const bool isText = options.format == Format::text || options.format == Format::findings;
   const char* separator = isText ? "" : ",";
   const auto work = [&](std::size_t first, std::size_t end) {
     report::Pieces pieces;
@@ -84,6 +88,8 @@ report::PayloadTotals report(const std::vector<std::string>& files, const Payloa
     case Format::text:
       if (all.totals.files > 1) print(all.totals, terminal, std::cout);
       break;
+    case Format::findings:
+      break;
     case Format::json:
       std::cout << report::jsonReport(options.version, options.systemVersion, all.reports, all.totals)
                 << '\n';
@@ -100,7 +106,7 @@ report::PayloadTotals report(const std::vector<std::string>& files, const Payloa
 int explainPayloads(const PayloadOptions& options) {
   try {
     const report::PayloadTotals totals = report(report::payloadFiles(options.files), options);
-    return statusOf(totals);
+    return statusOf(totals, options.failOn);
   } catch (const std::exception& error) {
     std::cout.flush();
     std::cerr << "quorvantis-push: " << error.what() << '\n';

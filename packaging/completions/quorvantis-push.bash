@@ -15,6 +15,10 @@ _quorvantis_push() {
       mapfile -t COMPREPLY < <(compgen -W 'device simulator' -- "$current")
       return
       ;;
+    --fail-on)
+      mapfile -t COMPREPLY < <(compgen -W 'error warning note never' -- "$current")
+      return
+      ;;
     --settings | --authority | --data | --apns-authority | --provider-key | --client-authority)
       compopt -o default
       return
@@ -25,7 +29,7 @@ _quorvantis_push() {
   esac
 
   case ${COMP_WORDS[1]} in
-    payload) options+=' --json --sarif --system-version' ;;
+    payload) options+=' --json --sarif --quiet --fail-on --system-version' ;;
     run) options+=" $phone_and_run" ;;
     phone)
       options+=" $phone_and_run --port --no-page --json --until-eof --listen --public-host --apns --topic --apns-authority"

@@ -14,6 +14,8 @@ set -l payload '__fish_seen_subcommand_from payload'
 complete -c quorvantis-push -n $payload -F
 complete -c quorvantis-push -n $payload -l json -d 'Print one JSON document, for other programs'
 complete -c quorvantis-push -n $payload -l sarif -d 'Print the findings as a SARIF log, for code hosts'
+complete -c quorvantis-push -n $payload -l quiet -d 'Print only the findings'
+complete -c quorvantis-push -n $payload -l fail-on -x -a 'error warning note never' -d 'The least finding that makes the exit status 1'
 complete -c quorvantis-push -n $payload -l system-version -x -d 'The phone\'s iOS version'
 
 set -l phone_and_run '__fish_seen_subcommand_from phone run'
