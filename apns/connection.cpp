@@ -19,8 +19,13 @@ std::int64_t secondsSince1970() {
 }  // namespace
 
 Connection::Connection(server::Connection& wire, const Rules& rules, const Patience& patience, Phone& phone,
-                       FaultQueue& faults)
-    : wire_(wire), rules_(rules), patience_(patience), phone_(phone), faults_(faults), session_(*this) {}
+                       FaultQueue& faults, MemoryPool& pool)
+    : wire_(wire),
+      rules_(rules),
+      patience_(patience),
+      phone_(phone),
+      faults_(faults),
+      session_(*this, pool) {}
 
 void Connection::serve() {
   if (!wire_.handshake(patience_.handshake)) return;
@@ -94,6 +99,7 @@ Judgement Connection::decide(const Request& request) {
   if (judgement.notification) {
     phone_.arrive(std::move(*judgement.notification), judgement.report);
     hasArrivals_ = true;
+    session_.trust();
   } else {
     phone_.refused(judgement.report);
   }

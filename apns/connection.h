@@ -24,7 +24,7 @@ class Connection final : private Http2Session::Owner {
  public:
   /// References are not owned.
   Connection(server::Connection& wire, const Rules& rules, const Patience& patience, Phone& phone,
-             FaultQueue& faults);
+             FaultQueue& faults, MemoryPool& pool);
 
   /// Returns when the connection has ended.
   void serve();

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "apns/budget.h"
 #include "apns/request.h"
 
 namespace quorvantis::apns {
@@ -30,16 +31,23 @@ class Http2Session {
   /// The number of requests that a client may have open at once.
   static constexpr std::uint32_t kMostStreams = 1000;
 
-  explicit Http2Session(Owner& owner);
+  /// What a client keeps the service from forgetting comes out of `pool`, beyond a little for each
+  /// connection. Neither is owned.
+  Http2Session(Owner& owner, MemoryPool& pool);
   ~Http2Session();
   Http2Session(const Http2Session&) = delete;
   Http2Session& operator=(const Http2Session&) = delete;
 
-  /// False when this is not HTTP/2; then nothing more can be received, and the pending output says so.
+  /// False when this is not HTTP/2; then nothing more can be received, and the pending output says so. A
+  /// client that sends without end what are no requests is sent away: the session is then over with its
+  /// output.
   bool receive(std::string_view bytes);
   /// Takes some of the pending output; empty: none for now.
   std::string takeOutput();
 
+  /// The client sends what is accepted: it may send as much at once as all its streams may carry, if the pool
+  /// has that much to spare.
+  void trust();
   /// Once for each request, and only until its stream is closed.
   void answer(Stream stream, const Answer& answer);
   /// The request as far as it has arrived; null when it was handed over or there is none.

@@ -5,16 +5,19 @@
 #include "apns/examination.h"
 #include "apns/reasons.h"
 #include "apns/uuid.h"
+#include "console/wording.h"
 
 namespace quorvantis::apns {
 namespace {
 
+constexpr std::size_t kMostIdBytes = 36;
 constexpr int kGone = 410;
 constexpr std::int64_t kMillisecondsInASecond = 1000;
 
+/// As it was sent, whatever it is, unless it is longer than an id can be.
 std::string idFor(const Request& request) {
   const auto& given = request.header(Header::id);
-  return given ? *given : makeUuid();
+  return given && given->size() <= kMostIdBytes ? *given : makeUuid();
 }
 
 Notification notificationOf(Examination& seen) {
@@ -32,8 +35,8 @@ Judgement refused(const Request& request, int status, std::string_view reason, s
   Report report{.status = status,
                 .reason = answer.reason,
                 .detail = std::string(detail),
-                .id = answer.id,
-                .pushType = request.header(Header::pushType).value_or("")};
+                .id = console::printable(answer.id),
+                .pushType = console::printable(request.header(Header::pushType).value_or(""))};
   return {std::move(answer), std::move(report), std::nullopt};
 }
 

@@ -19,12 +19,12 @@ struct KnownToken {
   std::optional<std::int64_t> invalidSince;
 };
 
-/// What the provider was answered, without secrets.
+/// What the provider was answered, without secrets: short texts, in UTF-8 whatever was sent.
 struct Report {
   int status = 200;
   std::string reason;  ///< empty with 200
   std::string detail;  ///< what was wrong and how to fix it; empty with 200
-  std::string id;      ///< the answer's `apns-id`
+  std::string id;      ///< the answer's `apns-id`, as far as it can be shown
   std::string pushType;
 };
 

@@ -7,6 +7,7 @@
 #include "apns/examination.h"
 #include "apns/uuid.h"
 #include "base/ascii.h"
+#include "base/utf8.h"
 #include "device/remote_notification.h"
 
 namespace quorvantis::apns {
@@ -25,7 +26,7 @@ bool isOf(const Examination& seen, std::string_view pushType) {
 
 bool hasBadCollapseId(const Examination& seen) {
   const auto& id = seen.request.header(Header::collapseId);
-  return id && id->size() > kMostCollapseIdBytes;
+  return id && (id->size() > kMostCollapseIdBytes || !base::isUTF8(*id));
 }
 
 bool hasBadDeviceToken(const Examination& seen) {
@@ -189,7 +190,8 @@ constexpr std::array kReasons = {
     Reason{400, "MissingTopic", "apns-topic is missing; it is required with a provider token", lacksTopic},
     Reason{400, "TopicDisallowed", "the client's certificate is for another topic", isTopicDisallowed},
     // the other headers
-    Reason{400, "BadCollapseId", "apns-collapse-id has more than 64 bytes", hasBadCollapseId},
+    Reason{400, "BadCollapseId", "apns-collapse-id has more than 64 bytes, or is not UTF-8",
+           hasBadCollapseId},
     Reason{400, "BadExpirationDate", "apns-expiration must be a whole number of seconds since 1970",
            hasBadExpiration},
     Reason{400, "BadMessageId", "apns-id must be a UUID of the form 8-4-4-4-12", hasBadMessageId},

@@ -1,6 +1,7 @@
 #include "apns/request.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "json/write.h"
 
@@ -8,23 +9,47 @@ namespace quorvantis::apns {
 namespace {
 
 constexpr std::size_t kBytesForEachHeader = 32;
-constexpr std::size_t kMostKeptBytes = std::size_t{4} * 1024;  // of a value; no valid one is longer
+
+/// What is kept of a header, and how long its longest valid value is.
+struct Kept {
+  std::string_view name;
+  std::size_t longest;
+};
+
+constexpr Kept kMethod = {":method", std::string_view("POST").size()};
+constexpr Kept kPath = {":path", 1024};  // Apple says of a device token only that its length may change
+/// In the enumeration's order.
+constexpr std::array<Kept, kHeaders> kKept = {
+    Kept{"authorization", std::string_view("bearer ").size() + 2048},
+    Kept{"apns-topic", 255},
+    Kept{"apns-push-type", std::string_view("liveactivity").size()},
+    Kept{"apns-priority", std::string_view("10").size()},
+    Kept{"apns-expiration", 18},
+    Kept{"apns-collapse-id", 64},
+    Kept{"apns-id", 36}};
+
+/// With one byte more a value that is too long does not become a valid one.
+std::string_view beginningOf(std::string_view value, const Kept& kept) {
+  return value.substr(0, kept.longest + 1);
+}
 
 }  // namespace
 
-void Request::addHeader(std::string_view name, std::string_view value) {
+std::size_t Request::addHeader(std::string_view name, std::string_view value) {
   headerBytes_ += name.size() + value.size() + kBytesForEachHeader;
-  value = value.substr(0, kMostKeptBytes);
-  if (name == ":method") {
-    method_ = value;
-  } else if (name == ":path") {
-    path_ = value;
+  for (const auto& [kept, into] : {std::pair(kMethod, &method_), std::pair(kPath, &path_)}) {
+    if (name != kept.name) continue;
+    *into = beginningOf(value, kept);
+    return into->size();
   }
-  const auto* const known = std::find(kHeaderNames.begin(), kHeaderNames.end(), name);
-  if (known == kHeaderNames.end()) return;
-  auto& slot = headers_[static_cast<std::size_t>(known - kHeaderNames.begin())];
+  const auto* const known =
+      std::find_if(kKept.begin(), kKept.end(), [&](const Kept& one) { return one.name == name; });
+  if (known == kKept.end()) return 0;
+  auto& slot = headers_[static_cast<std::size_t>(known - kKept.begin())];
   repeatsHeader_ = repeatsHeader_ || slot.has_value();
-  if (!slot) slot = value;
+  if (slot) return 0;
+  slot = beginningOf(value, *known);
+  return slot->size();
 }
 
 void Request::addBody(std::string_view bytes) {

@@ -9,6 +9,7 @@ namespace quorvantis::apns {
 namespace {
 
 constexpr std::size_t kMostConnections = 256;
+constexpr std::size_t kPoolBytes = std::size_t{32} * 1024 * 1024;  // for their unfinished requests
 
 /// Includes those of Apple's service: clients whose host is fixed are led here by a hosts file.
 std::vector<std::string> hosts() {
@@ -37,12 +38,13 @@ struct Service::State {
                   .clientAuthority = options.clientAuthority,
                   .mostConnections = kMostConnections,
                   .serve = [this](server::Connection& wire) {
-                    Connection(wire, options.rules, options.patience, phone, faults).serve();
+                    Connection(wire, options.rules, options.patience, phone, faults, pool).serve();
                   }}) {}
 
   const ServiceOptions options;
   Phone& phone;
   FaultQueue faults;
+  MemoryPool pool{kPoolBytes};
   server::Listener listener;  // destroyed first
 };
 

@@ -8,6 +8,7 @@
 #include "apns/http2_session.h"
 #include "apns/judgement.h"
 #include "apns/reasons.h"
+#include "base/utf8.h"
 #include "fuzz/check.h"
 #include "json/read.h"
 
@@ -16,6 +17,9 @@ namespace {
 using namespace quorvantis;
 
 constexpr std::string_view kPreface = "PRI * HTTP/2.0\r\n\r\nSM\r\n\r\n";
+constexpr std::size_t kUuidBytes = 36;
+constexpr std::size_t kScarce = std::size_t{64} * 1024;
+constexpr std::size_t kPlenty = std::size_t{32} * 1024 * 1024;
 constexpr std::int64_t kNow = 1'700'000'000;
 
 class FuzzPhone final : public apns::Phone {
@@ -42,11 +46,15 @@ class Judge final : public apns::Http2Session::Owner {
     const bool isTaken = judgement.notification.has_value();
     fuzz::check(isTaken == (judgement.answer.status == 200) && isTaken == judgement.answer.reason.empty(),
                 "200 says that it is taken, and nothing else does");
-    fuzz::check(judgement.answer.id == request.header(apns::Header::id).value_or(judgement.answer.id),
-                "the id is returned");
+    const std::string id = request.header(apns::Header::id).value_or(judgement.answer.id);
+    fuzz::check(judgement.answer.id == id || id.size() > kUuidBytes, "the id is returned");
+    for (const std::string& shown : {judgement.report.id, judgement.report.pushType})
+      fuzz::check(base::isUTF8(shown) && shown.size() <= 3 * kUuidBytes, "what is shown is short text");
+    if (isTaken) fuzz::check(base::isUTF8(judgement.notification->collapseId), "the phone gets text");
     const auto* const reason = apns::findReason(judgement.answer.reason);
     fuzz::check(isTaken || (reason != nullptr && reason->holds != nullptr), "the reason is one of the table");
-    if (session != nullptr) session->answer(stream, judgement.answer);
+    if (isTaken) session->trust();
+    session->answer(stream, judgement.answer);
   }
 
   void closed(Stream stream) override { fuzz::check(open_.erase(stream) == 1, "a stream ends once"); }
@@ -79,23 +87,29 @@ void orderFaults(std::string_view text) {
   }
 }
 
-}  // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-  orderFaults(bytes);
+void converse(std::string_view bytes, apns::MemoryPool& pool) {
   Judge judge;
-  apns::Http2Session session(judge);
+  apns::Http2Session session(judge, pool);
   judge.session = &session;
   bool isGood = session.receive(kPreface);
   drain(session);
   // In two pieces, since a frame may end anywhere.
-  const std::size_t cut = size == 0 ? 0 : data[0] % size;
+  const std::size_t cut = bytes.empty() ? 0 : static_cast<std::uint8_t>(bytes[0]) % bytes.size();
   for (const std::string_view piece : {bytes.substr(0, cut), bytes.substr(cut)}) {
     isGood = isGood && session.receive(piece);
     drain(session);
   }
   session.goAway("Shutdown");
   drain(session);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+  orderFaults(bytes);
+  apns::MemoryPool pool(size % 2 == 0 ? kScarce : kPlenty);
+  converse(bytes, pool);
+  fuzz::check(pool.take(pool.size()), "a connection's end gives everything back");
   return 0;
 }

@@ -11,9 +11,12 @@ import tempfile
 import threading
 import uuid
 
+import h2.errors
 import h2.events
+import hpack
 from stand import PATIENCE, TOKEN, TOPIC, Client, Key, Stand, check
 
+CONNECTIONS = 64  # up to 256
 GOOD = b'{"aps":{"alert":{"body":"b"}}}'
 
 
@@ -73,7 +76,7 @@ def floods(program, folder, key):
     with Stand(program, folder) as stand:
         client = Client(stand, key.token())
         check(client.exchange(numbered(-1))[0] == 200, "the limits are known then")
-        sent = [client.post(numbered(number)) for number in range(1000)]
+        sent = [client.post(numbered(number).ljust(4096)) for number in range(1000)]
         client.flush()
         check(all(client.answer(stream)[0] == 200 for stream in sent), "1,000 at once")
         client.close()
@@ -175,10 +178,10 @@ def slowness(program, folder, key):
 
 
 def headers(program, folder, key):
+    """Too many are refused, far too many are not read to their end, and who goes on is sent away."""
     with Stand(program, folder) as stand:
-        client = Client(stand, key.token())
-        for extra, expected in (([("apns-priority", "10")] * 10000, (400, "DuplicateHeaders")),
-                                ([(f"x-{number}", "y") for number in range(10000)], (431, "RequestHeaderFieldsTooLarge")),
+        for extra, expected in (([("apns-priority", "10")] * 900, (400, "DuplicateHeaders")),
+                                ([(f"x-{number}", "y") for number in range(1200)], (431, "RequestHeaderFieldsTooLarge")),
                                 ([(f"x-{number}", "y") for number in range(500)], (200, ""))):
             client = Client(stand, key.token())
             stream = client.begin(client.headers() + extra)
@@ -187,6 +190,123 @@ def headers(program, folder, key):
             found = client.answer(stream)
             check(found and found[:2] == expected, f"{expected}: {found}")
             is_quick(stand, key)
+        client = Client(stand, key.token())
+        stream = client.begin(client.headers() + [(f"x-{number}", "y") for number in range(3000)])
+        client.flush()
+        while not (resets := [event for event in client.events if isinstance(event, h2.events.StreamReset)]):
+            check(client.read(), "the stream is reset, and not the connection")
+        check(resets[0].error_code == h2.errors.ErrorCodes.ENHANCE_YOUR_CALM, "at once, not when nothing more comes")
+        check(client.exchange(x_large="x" * 3900)[0] == 200, "the connection goes on")
+        # POST, https, / and the last field, which is in the table now: a byte unpacks to four thousand.
+        streams = itertools.count(101, 2)
+        sent_away(client, lambda: b"".join(frame(1, b"\x83\x87\x84" + b"\xbe" * 16000, next(streams), 5) for _ in range(50)))
+        is_quick(stand, key)
+        stand.stop()
+
+
+def frame(kind, payload=b"", stream=0, flags=0):
+    return len(payload).to_bytes(3, "big") + bytes([kind, flags]) + stream.to_bytes(4, "big") + payload
+
+
+def sent_away(client, flood):
+    """It goes on until the connection ends."""
+    for _ in range(20):
+        try:
+            client.wire.settimeout(PATIENCE)
+            client.wire.sendall(flood())
+            client.wire.settimeout(0.01)
+            while client.wire.recv(65536):
+                pass
+            return
+        except TimeoutError:
+            pass
+        except (ConnectionError, ssl.SSLError):
+            return
+    raise AssertionError("a flood is borne")
+
+
+def frames(program, folder, key):
+    """What is no request is borne for a while, of whatever kind it is, and then its sender is sent away."""
+    with Stand(program, folder) as stand:
+        for name, one in (("empty DATA", frame(0, stream=3)), ("PRIORITY", frame(2, b"\0\0\0\1\x10", 3)),
+                          ("WINDOW_UPDATE", frame(8, b"\0\0\0\1", 3)), ("an unknown type", frame(0x20, b"x"))):
+            client = Client(stand, key.token())
+            check(client.exchange()[0] == 200, name)
+            check(client.begin() == 3, "the request of the frames")
+            client.flush()
+            client.wire.sendall(one * 2000)
+            check(client.exchange()[0] == 200, f"a few: {name}")
+            sent_away(client, lambda: one * 20000)
+        is_quick(stand, key)
+        client = Client(stand, key.token())
+        streams = []
+        for _ in range(500):
+            streams.append(client.begin())
+            for byte in GOOD:
+                client.http.send_data(streams[-1], bytes([byte]))
+            client.http.end_stream(streams[-1])
+        client.flush()
+        check(all(client.answer(stream)[0] == 200 for stream in streams), "bodies byte by byte")
+        stand.stop()
+
+
+def unfinished(program, folder, key):
+    """What is begun and never finished costs a bounded amount, by however many, and holds up nobody."""
+    fields = [(":method", "POST"), (":scheme", "https"), (":path", "/3/device/" + "ab" * 500), (":authority", "localhost"),
+              ("authorization", "bearer " + "x" * 2048), ("apns-topic", "x" * 255), ("apns-collapse-id", "x" * 64)]
+    encoder = hpack.Encoder()
+    blocks = [encoder.encode(fields) for _ in range(2)]
+    check(len(blocks[1]) < 20, "a request in a few bytes")
+    flood = b"".join(frame(1, blocks[number > 0], 2 * number + 1, 4) for number in range(1000))
+    flood += b"".join(frame(0, b"x" * 4096, 2 * number + 1) for number in range(15))
+    with Stand(program, folder, quiet="") as stand:
+        before = stand.memory()
+        clients = [Client(stand, "") for _ in range(CONNECTIONS)]
+        for client in clients:
+            client.wire.sendall(flood + frame(6, b"12345678"))
+        for client in clients:
+            answered = b""
+            while frame(6, b"12345678", flags=1) not in answered:
+                piece = client.wire.recv(65536)
+                check(piece, "what is too much is refused, and the connection goes on")
+                answered += piece
+        grown = stand.memory() - before
+        check(grown < 96 << 20, f"{grown >> 20} MiB")
+        for client in clients:
+            client.close()
+        client = Client(stand, key.token())
+        streams = [client.begin() for _ in range(1000)]
+        client.flush()
+        for stream in streams:
+            body = GOOD + b" " * (4096 - len(GOOD))
+            while client.http.local_flow_control_window(stream) < len(body):
+                check(client.read(), "the window opens again")
+            client.http.send_data(stream, body, end_stream=True)
+            client.flush()
+        check(all(client.answer(stream)[0] == 200 for stream in streams), "1,000 of 4 KB at once")
+        stand.stop()
+
+
+def texts(program, folder, key):
+    """Whatever a header holds, what is written down of it is short, and text."""
+    with Stand(program, folder) as stand:
+        for name, value, reason in (("apns-push-type", b"\xff\xfe", "InvalidPushType"),
+                                    ("apns-push-type", b"x" * 4000, "InvalidPushType"),
+                                    ("apns-id", b"\xff" * 36, "BadMessageId"), ("apns-id", b"x" * 4000, "BadMessageId"),
+                                    ("apns-collapse-id", b"\xc3", "BadCollapseId")):
+            client = Client(stand, key.token())
+            fields = [(field.encode(), text.encode()) for field, text in client.headers()] + [(name.encode(), value)]
+            client.http.config.header_encoding = None
+            stream = client.begin(fields)
+            client.http.send_data(stream, GOOD, end_stream=True)
+            client.flush()
+            while len(client.answers.get(stream, ())) < 4:
+                check(client.read(), name)
+            answered, body = client.answers[stream][:2]
+            check(json.loads(body) == {"reason": reason}, body)
+            line = stand.next()  # which can be read at all
+            check(line["reason"] == reason and len(line["pushType"]) < 30 and len(line["id"]) < 80, f"{line}")
+            check(name != "apns-id" or len(value) > 36 or answered[b"apns-id"] == value, "as it was sent")
         stand.stop()
 
 
@@ -246,7 +366,7 @@ def authority(program, folder):
 def main():
     program, key = sys.argv[1], Key()
     with tempfile.TemporaryDirectory() as name:
-        for test in (oddities, floods, cuts, slowness, headers, misbehaviour):
+        for test in (oddities, floods, cuts, slowness, headers, frames, unfinished, texts, misbehaviour):
             test(program, pathlib.Path(name), key)
         authority(program, pathlib.Path(name))
 
