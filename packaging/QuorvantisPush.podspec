@@ -9,12 +9,7 @@ Pod::Spec.new do |spec|
   # To be replaced: where you publish the zip that make-xcframework made.
   spec.source = { :http => 'https://www.quorvantis.com/QuorvantisPush-@VERSION@.zip', :flatten => false }
   spec.platform = :ios, '15.0'
-  # The second and the third are the maker's closed frameworks.
+  # The second and the third are the maker's closed frameworks. All are dynamic: the application links nothing for them.
   spec.vendored_frameworks = 'QuorvantisPush.xcframework', 'QuorvantisRegister.xcframework',
                              'QuorvantisUtils.xcframework'
-  spec.libraries = 'c++'
-  # The second line's are linked although nothing calls them.
-  spec.frameworks = 'AudioToolbox', 'CoreFoundation', 'Foundation', 'UIKit', 'UserNotifications',
-                    'AdSupport', 'CoreGraphics', 'CoreLocation', 'CoreTelephony', 'MediaPlayer', 'Security',
-                    'SystemConfiguration'
 end

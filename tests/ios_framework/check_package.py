@@ -1,5 +1,6 @@
 #!/usr/bin/python3
-"""The package's plists parse and say what the library does, and all lists of linked frameworks are the same."""
+"""The package's plists parse and say what the library does; CMake links what the binary does; and what is published
+makes the application link nothing."""
 import plistlib
 import re
 import sys
@@ -8,7 +9,7 @@ from pathlib import Path
 from read_binary import LINKED
 
 PACKAGING = Path(__file__).resolve().parents[2] / "packaging"
-MAKERS = {"QuorvantisRegister", "QuorvantisUtils"}
+LINKS = re.compile(r"spec\.(librar|frameworks?\b|weak_framework|xcconfig|\w+_xcconfig)|linkerSettings|\.linked")
 
 
 def plist(name):
@@ -36,7 +37,8 @@ def main():
                          {"NSPrivacyCollectedDataType" + end for end in ("", "Linked", "Tracking", "Purposes")}),
         "accessed": (accessed, {"NSPrivacyAccessedAPICategoryUserDefaults": ["CA92.1"]}),
         "CMake's frameworks": (words("CMakeLists.txt", r"foreach\(framework(.*?)\)"), set(LINKED)),
-        "pod's frameworks": (words("QuorvantisPush.podspec", r"spec.frameworks =(.*?)\nend") | MAKERS, set(LINKED)),
+        "linked for the application": ([line for name in ("QuorvantisPush.podspec", "Package.swift")
+                                        for line in (PACKAGING / name).read_text().splitlines() if LINKS.search(line)], []),
     }
     wrong = {what: pair for what, pair in checks.items() if pair[0] != pair[1]}
     for what, (found, expected) in wrong.items():
