@@ -5,7 +5,4 @@
 /// Push makes itself the notification center's delegate when its registration has finished; this undoes it.
 - (void)becomeCenterDelegate;
 
-/// Registers the token again, after a registration that failed.
-- (void)registerAgain;
-
 @end

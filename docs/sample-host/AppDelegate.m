@@ -12,6 +12,7 @@
   push.appHash = @"your application's hash";
   push.delegate = self;                               // not retained
   push.deactivateGPS = YES;                           // before the activation
+  [self forgetUnconfirmedToken];                      // before the activation, too
   [push activePushNotificationsInForegroundApp:YES];  // show and vibrate in the foreground, too
   [push activePushNotifications:YES];
   return YES;
@@ -22,7 +23,7 @@
 - (UISceneConfiguration*)application:(UIApplication*)application
     configurationForConnectingSceneSession:(UISceneSession*)session
                                    options:(UISceneConnectionOptions*)options {
-  UISceneConfiguration* configuration = [UISceneConfiguration configurationWithName:@"Default"
+  UISceneConfiguration* configuration = [UISceneConfiguration configurationWithName:nil
                                                                         sessionRole:session.role];
   configuration.delegateClass = [SceneDelegate class];
   return configuration;
@@ -102,8 +103,23 @@
 // [/link]
 
 // [again]
+// The library stores a token before the push server has confirmed it, and then does not send it again. What
+// was not confirmed by the next launch is forgotten here, so that it is sent again.
+- (void)forgetUnconfirmedToken {
+  NSUserDefaults* defaults = [NSUserDefaults standardUserDefaults];
+  if ([defaults objectForKey:@"tokenIsRegistered"] == nil) [defaults removeObjectForKey:@"tokenMovil"];
+}
+
+- (void)onGetToken:(NSString*)token {
+  // The stored token is still the one before. A new one is not registered yet.
+  NSUserDefaults* defaults = [NSUserDefaults standardUserDefaults];
+  if (![token isEqual:[defaults objectForKey:@"tokenMovil"]]) {
+    [defaults removeObjectForKey:@"tokenIsRegistered"];
+  }
+}
+
 - (void)onRegisterToken:(id)token {
-  // On the transport's thread. Remember the confirmation: an unconfirmed registration must be repeated.
+  // On the transport's thread.
   [[NSUserDefaults standardUserDefaults] setObject:@"yes" forKey:@"tokenIsRegistered"];
 }
 
@@ -113,11 +129,6 @@
 
 - (void)onError:(NSString*)error {
   NSLog(@"Push: %@", error);
-}
-
-- (void)registerAgain {
-  [[NSUserDefaults standardUserDefaults] removeObjectForKey:@"tokenMovil"];
-  [[Push shared] activePushNotifications:YES];
 }
 // [/again]
 

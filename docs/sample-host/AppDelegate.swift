@@ -1,4 +1,4 @@
-// The Swift version of AppDelegate.m. It has never been compiled: we build this library without a Swift compiler.
+// The Swift version of AppDelegate.m; what has to do with scenes is in SceneDelegate.swift.
 import QuorvantisPush
 import UIKit
 
@@ -14,22 +14,12 @@ final class AppDelegate: UIResponder, UIApplicationDelegate {
     push.appHash = "your application's hash"
     push.delegate = self  // not retained
     push.deactivateGPS = true  // before the activation
+    forgetUnconfirmedToken()  // before the activation, too
     push.activePushNotificationsInForegroundApp(true)
     push.activePushNotifications(true)
     return true
   }
   // [/launch]
-
-  // [scenes]
-  func application(
-    _ application: UIApplication, configurationForConnecting session: UISceneSession,
-    options: UIScene.ConnectionOptions
-  ) -> UISceneConfiguration {
-    let configuration = UISceneConfiguration(name: "Default", sessionRole: session.role)
-    configuration.delegateClass = SceneDelegate.self
-    return configuration
-  }
-  // [/scenes]
 
   // [token]
   func application(
@@ -57,17 +47,17 @@ final class AppDelegate: UIResponder, UIApplicationDelegate {
     completionHandler(.newData)
   }
   // [/background]
-
-  // [again]
-  func registerAgain() {
-    UserDefaults.standard.removeObject(forKey: "tokenMovil")
-    Push.shared().activePushNotifications(true)
-  }
-  // [/again]
 }
 
 // [center]
-extension AppDelegate: UNUserNotificationCenterDelegate {
+// Keep the line of your language mode.
+#if swift(>=6)
+  extension AppDelegate: @preconcurrency UNUserNotificationCenterDelegate {}
+#else
+  extension AppDelegate: UNUserNotificationCenterDelegate {}
+#endif
+
+extension AppDelegate {
   func becomeCenterDelegate() {
     UNUserNotificationCenter.current().delegate = self
   }
@@ -97,22 +87,25 @@ extension AppDelegate: UNUserNotificationCenterDelegate {
 // [/center]
 
 // [callbacks]
-// An application delegate belongs to the main actor; the callbacks do not: two of them are called on the transport's
-// thread. Arguments are converted into values before they are passed to the main queue.
 extension AppDelegate: PushDelegate {
-  nonisolated func onReceiveNotification(_ notification: [AnyHashable: Any]) {
-    guard notification["type"] as? String == "pushlib-abrirurl",
-      let link = (notification["urlnoti"] as? String).flatMap(URL.init(string:))
-    else { return }
-    let texts = notification["alert"] as? [String: Any]
-    let title = texts?["title"] as? String
-    let body = texts?["body"] as? String
-    DispatchQueue.main.async { SceneDelegate.inFront?.showLink(link, title: title, body: body) }
+  // The library stores a token before the push server has confirmed it, and then does not send it again. What was not
+  // confirmed by the next launch is forgotten here, so that it is sent again.
+  func forgetUnconfirmedToken() {
+    let defaults = UserDefaults.standard
+    if defaults.object(forKey: "tokenIsRegistered") == nil { defaults.removeObject(forKey: "tokenMovil") }
   }
 
+  func onGetToken(_ token: String?) {
+    // The stored token is still the one before. A new one is not registered yet.
+    let defaults = UserDefaults.standard
+    if token != defaults.object(forKey: "tokenMovil") as? String {
+      defaults.removeObject(forKey: "tokenIsRegistered")
+    }
+  }
+
+  // On the transport's thread.
   nonisolated func onRegisterToken(_ token: Any?) {
-    let text = token as? String ?? ""
-    DispatchQueue.main.async { UserDefaults.standard.set(text, forKey: "tokenIsRegistered") }
+    UserDefaults.standard.set("yes", forKey: "tokenIsRegistered")
   }
 
   nonisolated func onUpdateToken(_ token: Any?) { onRegisterToken(token) }

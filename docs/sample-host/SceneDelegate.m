@@ -40,7 +40,10 @@
                                                                                options:@{}
                                                                      completionHandler:nil];
                                           }]];
-  [self.window.rootViewController presentViewController:alert animated:YES completion:nil];
+  // Another link's alert may be up; a controller that presents one can't present a second.
+  UIViewController* inFront = self.window.rootViewController;
+  while (inFront.presentedViewController != nil) inFront = inFront.presentedViewController;
+  [inFront presentViewController:alert animated:YES completion:nil];
 }
 // [/show]
 

@@ -9,10 +9,11 @@ from pathlib import Path
 
 from declared import declared
 
-# The typings leave out what a script has no use for: memory, and what every object answers.
+# The typings leave out what a script has no use for: memory, and what every object answers. Of UIApplicationMain they
+# say that it never returns, in place of its result.
 LEFT_OUT = re.compile(r"^NSObject |^NSFastEnumeration |^NSConstantString |^NSException |stringWithFormat:|appendFormat:"
                       r"|^NSString initWithBytes:|^NSMutableString |^NSDictionary dictionaryWithObjects|^NSData bytes"
-                      r"|^function (dispatch|NSLog|NSStringFromClass|objc|sel)")
+                      r"|^function (UIApplicationMain|dispatch|NSLog|NSStringFromClass|objc|sel)")
 
 # Constants whose values the typings do not tell.
 NOT_TOLD = {"NSUTF8StringEncoding", "UNNotificationPresentationOptionNone", "vibrateSystemSoundID"}

@@ -1,6 +1,7 @@
 // The documents' sample host on the simulated phone: each recipe works.
 #import "docs/sample-host/AppDelegate.m"
 #import "docs/sample-host/SceneDelegate.m"
+#import "docs/sample-host/parts/SwitchingOff.m"
 
 #include <gtest/gtest.h>
 
@@ -93,13 +94,13 @@ TEST_F(SampleHost, RegistersItsTokenAndKeepsTheCenter) {
   EXPECT_EQ(seen("request", "task"), std::vector<std::string>{"pushlibRegistrarToken"});
 
   device.facts.token = std::nullopt;
-  [host registerAgain];
+  launch();
   settle();
   EXPECT_EQ(delegateOfTheCenter(), host) << "no token comes, and Push has the center";
 
   device.authorization->error = "no";
   connectScene();
-  [host registerAgain];
+  launch();
   settle();
   EXPECT_NE(delegateOfTheCenter(), host) << "neither a token nor a failure comes";
   for (UIScene* scene in [[UIApplication sharedApplication] connectedScenes]) {
@@ -109,15 +110,28 @@ TEST_F(SampleHost, RegistersItsTokenAndKeepsTheCenter) {
 }
 
 TEST_F(SampleHost, SendsATokenAgainThatWasNotConfirmed) {
-  launch();
-  settle();
-  clear();
-  [[Push shared] activePushNotifications:YES];
-  settle();
-  EXPECT_TRUE(seen("request", "task").empty()) << "the same token is not sent by itself";
-  [host registerAgain];
-  settle();
-  EXPECT_EQ(seen("request", "task"), std::vector<std::string>{"pushlibRegistrarToken"});
+  const auto sentAtLaunch = [this] {
+    clear();
+    launch();
+    settle();
+    return seen("request", "task");
+  };
+  const auto confirm = [](SEL callback) { [[Push shared] performSelector:callback withObject:@"00ff"]; };
+  using Tasks = std::vector<std::string>;
+
+  EXPECT_EQ(sentAtLaunch(), Tasks{"pushlibRegistrarToken"});
+  EXPECT_EQ(sentAtLaunch(), Tasks{"pushlibRegistrarToken"}) << "the server has not confirmed it";
+  confirm(@selector(onRegisterToken:));
+  EXPECT_EQ(sentAtLaunch(), Tasks{}) << "it is confirmed";
+
+  device.facts.token = "another";
+  EXPECT_EQ(sentAtLaunch(), Tasks{"pushlibCambioToken"});
+  EXPECT_EQ(sentAtLaunch(), Tasks{"pushlibRegistrarToken"}) << "the change was not confirmed";
+  confirm(@selector(onUpdateToken:));
+  EXPECT_EQ(sentAtLaunch(), Tasks{});
+
+  switchNotificationsOff();
+  EXPECT_EQ(sentAtLaunch(), Tasks{"pushlibRegistrarToken"}) << "switched on again";
 }
 
 TEST_F(SampleHost, ATapThatLaunchesItOpensItsLink) {
@@ -177,6 +191,21 @@ TEST_F(SampleHost, ShowsALinkInItsScene) {
 
   deliverInForeground(@{@"aps" : @{@"alert" : @{}, @"type" : @"pushlib-abrirurl", @"urlnoti" : @7}});
   EXPECT_TRUE(device.screen.alerts().empty()) << "a link that is no text";
+}
+
+TEST_F(SampleHost, ShowsASecondLinkAboveTheFirst) {
+  launch();
+  settle();
+  connectScene();
+  deliverInForeground(linkPayload());
+  deliverInForeground(
+      @{@"aps" : @{@"alert" : @{}, @"type" : @"pushlib-abrirurl", @"urlnoti" : @"https://example.com/b"}});
+  ASSERT_EQ(device.screen.alerts(), (std::vector<int>{1, 2}));
+  clear();
+  device.screen.tap(2);
+  device.screen.tap(1);
+  EXPECT_EQ(seen("opened", "url"),
+            (std::vector<std::string>{"https://example.com/b", "https://example.com/a"}));
 }
 
 TEST_F(SampleHost, WithoutScenesTheLibrarysAlertIsVisible) {

@@ -1,6 +1,8 @@
 // UIKit over the device: the application, the phone's facts, windows and alerts.
 #import <UIKit/UIKit.h>
 
+#include <map>
+
 #include "tests/gnustep/standins.h"
 
 using quorvantis::standins::deviceInUse;
@@ -63,6 +65,10 @@ static id<UIApplicationDelegate> applicationDelegate = nil;  // not retained
   deviceInUse()->registerForRemoteNotifications();
 }
 
+// A token comes when it is asked for; there is nothing to undo.
+- (void)unregisterForRemoteNotifications {
+}
+
 - (void)openURL:(NSURL*)url
               options:(NSDictionary*)options
     completionHandler:(void (^)(BOOL success))completion {
@@ -109,7 +115,7 @@ static id<UIApplicationDelegate> applicationDelegate = nil;  // not retained
 
 // The runtime has no place for a class's fields but its interface: these have them.
 
-@class DeviceWindow;
+@class DeviceAlertController, DeviceWindow;
 
 @interface DeviceViewController : UIViewController {
  @public
@@ -124,8 +130,10 @@ static id<UIApplicationDelegate> applicationDelegate = nil;  // not retained
   BOOL _fillsScreen;
   UIWindowLevel _level;
   BOOL _visible;
-  int _alert;  // the number of the alert that it shows; 0: none
+  std::map<int, DeviceAlertController*>* _alerts;  // that it has shown, by number; a later one is above
 }
+- (NSArray*)controllers;
+- (void)present:(DeviceAlertController*)alert animated:(BOOL)animated;
 @end
 
 @interface DeviceAlertAction : UIAlertAction {
@@ -137,6 +145,7 @@ static id<UIApplicationDelegate> applicationDelegate = nil;  // not retained
 
 @interface DeviceAlertController : UIAlertController {
  @public
+  DeviceWindow* _window;  // that shows it, not retained
   NSString* _title;
   NSString* _message;
   NSMutableArray* _actions;
@@ -152,7 +161,9 @@ static id<UIApplicationDelegate> applicationDelegate = nil;  // not retained
 - (instancetype)initWithFrame:(CGRect)frame {
   self = [super init];
   const quorvantis::device::Frame place{frame.origin.x, frame.origin.y, frame.size.width, frame.size.height};
-  static_cast<DeviceWindow*>(self)->_fillsScreen = place == quorvantis::device::kScreenBounds;
+  auto* window = static_cast<DeviceWindow*>(self);
+  window->_fillsScreen = place == quorvantis::device::kScreenBounds;
+  window->_alerts = new std::map<int, DeviceAlertController*>;
   return self;
 }
 
@@ -172,6 +183,10 @@ static id<UIApplicationDelegate> applicationDelegate = nil;  // not retained
 @implementation DeviceWindow
 
 - (void)dealloc {
+  for (UIViewController* controller in [self controllers]) {
+    if (controller != _root) static_cast<DeviceAlertController*>(controller)->_window = nil;
+  }
+  delete _alerts;
   if (_root != nil) _root->_window = nil;
   [_root release];
   [super dealloc];
@@ -205,10 +220,53 @@ static id<UIApplicationDelegate> applicationDelegate = nil;  // not retained
 
 - (void)setHidden:(BOOL)hidden {
   _visible = !hidden;
-  if (hidden && _alert != 0) deviceInUse()->screen.hide(std::exchange(_alert, 0));
+  if (!hidden) return;
+  for (const auto& [number, alert] : *_alerts) deviceInUse()->screen.hide(number);
+}
+
+/// The root, and above it the alerts on screen, each presented by the one before.
+- (NSArray*)controllers {
+  NSMutableArray* controllers = [NSMutableArray array];
+  if (_root != nil) [controllers addObject:_root];
+  for (const auto& [number, alert] : *_alerts) {
+    if (deviceInUse()->screen.find(number) != nullptr) [controllers addObject:alert];
+  }
+  return controllers;
+}
+
+- (void)present:(DeviceAlertController*)controller animated:(BOOL)animated {
+  if (!_visible) return;  // as on a phone, only what is in a window is visible
+  const bool hasScenes = [[[UIApplication sharedApplication] connectedScenes] count] != 0;
+  if (hasScenes && _scene == nil) return;  // and only windows of a scene, where there are any
+
+  quorvantis::device::Alert alert;
+  alert.title = *valueFrom(controller->_title);
+  alert.message = *valueFrom(controller->_message);
+  alert.windowLevel = _level;
+  alert.fillsScreen = _fillsScreen;
+  alert.animated = animated;
+  for (DeviceAlertAction* action in controller->_actions) alert.buttons.push_back(*textOf(action->_title));
+  alert.onTap = [held = quorvantis::standins::holdObject(controller)] {
+    NSArray* actions = static_cast<DeviceAlertController*>(held.get())->_actions;
+    if ([actions count] == 0) return;
+    auto* tapped = static_cast<DeviceAlertAction*>([actions objectAtIndex:0]);
+    quorvantis::standins::callBlock(*tapped->_handler, static_cast<UIAlertAction*>(tapped));
+  };
+  controller->_window = self;
+  _alerts->emplace(deviceInUse()->screen.present(std::move(alert)), controller);
 }
 
 @end
+
+/// The window that shows the controller, nil when none does.
+static DeviceWindow* windowOf(UIViewController* controller) {
+  if ([controller isKindOfClass:[DeviceAlertController class]]) {
+    return static_cast<DeviceAlertController*>(controller)->_window;
+  }
+  return [controller isKindOfClass:[DeviceViewController class]]
+             ? static_cast<DeviceViewController*>(controller)->_window
+             : nil;
+}
 
 @implementation UIViewController
 
@@ -216,40 +274,23 @@ static id<UIApplicationDelegate> applicationDelegate = nil;  // not retained
   return NSAllocateObject(self == [UIViewController class] ? [DeviceViewController class] : self, 0, zone);
 }
 
+- (UIViewController*)presentedViewController {
+  NSArray* controllers = [windowOf(self) controllers];
+  const NSUInteger at = [controllers indexOfObjectIdenticalTo:self];
+  return at == NSNotFound || at + 1 >= [controllers count] ? nil : [controllers objectAtIndex:at + 1];
+}
+
 - (void)presentViewController:(UIViewController*)viewControllerToPresent
                      animated:(BOOL)animated
                    completion:(void (^)(void))completion {
+  if ([self presentedViewController] != nil)
+    return;  // as on a phone: with a line in the log, and nothing else
+  [windowOf(self) present:static_cast<DeviceAlertController*>(viewControllerToPresent) animated:animated];
 }
 
 @end
 
 @implementation DeviceViewController
-
-- (void)presentViewController:(UIViewController*)viewControllerToPresent
-                     animated:(BOOL)animated
-                   completion:(void (^)(void))completion {
-  if (_window == nil || !_window->_visible) return;  // as on a phone, only what is in a window is visible
-  const bool hasScenes = [[[UIApplication sharedApplication] connectedScenes] count] != 0;
-  if (hasScenes && _window->_scene == nil) return;  // and only windows of a scene, where there are any
-
-  auto* controller = static_cast<DeviceAlertController*>(viewControllerToPresent);
-  quorvantis::device::Alert alert;
-  alert.title = *valueFrom(controller->_title);
-  alert.message = *valueFrom(controller->_message);
-  alert.windowLevel = _window->_level;
-  alert.fillsScreen = _window->_fillsScreen;
-  alert.animated = animated;
-  for (DeviceAlertAction* action in controller->_actions) {
-    alert.buttons.push_back(*textOf(action->_title));
-    if (alert.onTap) continue;
-    alert.onTap = [held = quorvantis::standins::holdObject(action)] {
-      auto* tapped = static_cast<DeviceAlertAction*>(held.get());
-      quorvantis::standins::callBlock(*tapped->_handler, static_cast<UIAlertAction*>(tapped));
-    };
-  }
-  _window->_alert = deviceInUse()->screen.present(std::move(alert));
-}
-
 @end
 
 @implementation UIAlertAction

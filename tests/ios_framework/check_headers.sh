@@ -28,16 +28,20 @@ cp "$headers/../../module.modulemap" "$framework/Modules"
 echo '@import QuorvantisPush; Push *push(void); Push *push(void) { return [Push shared]; }' >"$1/import.m"
 compile -fmodules -fmodules-cache-path="$1/modules" -Wno-non-modular-include-in-framework-module -F "$1" "$1/import.m"
 
-# What comes on other threads than the main one is not the main actor's: five of Push, three of its delegate.
+# What comes on other threads than the main one is not the main actor's: five of Push, three of its delegate. The
+# delegate's other two are.
 "$clang" -fsyntax-only -target arm64-apple-ios15.0 -nostdlibinc -isystem "$here/sdk" -isystem "$here/../apple_sdk" \
-  -I "$headers/.." -x objective-c -Xclang -ast-dump -include QuorvantisPush/QuorvantisPush.h /dev/null |
-  awk '/ObjC(Method|Interface|Protocol)Decl/ {method = $0} /SwiftAttrAttr.*"nonisolated"/ {print method}' |
-  grep -oE '[-+] (shared|registerFinish|on[A-Z][A-Za-z]*:) ' | sort | uniq -c | tr -s ' \n' ' ' >"$1/nonisolated"
-expected=' 1 + shared 2 - onError: 2 - onRegisterToken: 2 - onUpdateToken: 1 - registerFinish '
-if [ "$(cat "$1/nonisolated")" != "$expected" ]; then
-  echo "marked nonisolated for Swift are$(cat "$1/nonisolated")" >&2
-  exit 1
-fi
+  -I "$headers/.." -x objective-c -Xclang -ast-dump -include QuorvantisPush/QuorvantisPush.h /dev/null >"$1/syntax"
+marked() {
+  awk '/ObjC(Method|Interface|Protocol)Decl/ {method = $0} /SwiftAttrAttr.*"'"$1"'"/ {print method}' "$2" |
+    grep -oE '[-+] (shared|registerFinish|on[A-Z][A-Za-z]*:) ' | sort | uniq -c | tr -s ' \n' ' '
+}
+expect() {
+  if [ "$2" != "$3" ]; then echo "marked $1 for Swift are$2" >&2 && exit 1; fi
+}
+expect nonisolated "$(marked nonisolated "$1/syntax")" \
+  ' 1 + shared 2 - onError: 2 - onRegisterToken: 2 - onUpdateToken: 1 - registerFinish '
+expect @MainActor "$(marked @MainActor "$1/syntax")" ' 1 - onGetToken: 1 - onReceiveNotification: '
 
 if grep -hvE '^ *///' "$headers"/*.h |
   grep -E '(^|[^@])\b(class|template|namespace)\b|::|#(include|import) <[a-z_]+>'; then
@@ -46,6 +50,6 @@ if grep -hvE '^ *///' "$headers"/*.h |
 fi
 
 # The sample host of the documentation.
-for source in "$here"/../../docs/sample-host/*.m; do
-  compile -Wno-unused-parameter -Wno-direct-ivar-access -Wno-declaration-after-statement -Wno-objc-messaging-id -Wno-strict-selector-match -I "$headers/.." "$source"
+for source in "$here"/../../docs/sample-host/*.m "$here"/../../docs/sample-host/parts/*.m; do
+  compile -Wno-unused-parameter -Wno-unused-function -Wno-direct-ivar-access -Wno-declaration-after-statement -Wno-objc-messaging-id -Wno-strict-selector-match -I "$headers/.." "$source"
 done

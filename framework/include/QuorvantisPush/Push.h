@@ -30,9 +30,8 @@ __attribute__((visibility("default")))
 
 /// The host's callback object; see `PushDelegate`, which it need not adopt.
 ///
-/// Unretained, and not zeroed: keep it alive, and set this to nil before it is deallocated. In Swift it must
-/// be an instance of a class: a structure or an enumeration would be boxed into an object that is deallocated
-/// at once.
+/// Unretained, and not zeroed: keep it alive, and set this to nil before it is deallocated. In Swift it is an
+/// instance of a class; the compiler refuses a structure or an enumeration.
 @property(nonatomic, unsafe_unretained, nullable) id delegate;
 
 /// Registers this user and device, asks for permission to show notifications, and asks the system for a

@@ -8,7 +8,8 @@ NS_ASSUME_NONNULL_BEGIN
 ///
 /// Callbacks run on the thread of the operation that sends them. For `onRegisterToken:` and `onUpdateToken:`
 /// that is the transport's, which need not be the main thread: dispatch to the main queue before you touch
-/// the user interface.
+/// the user interface. For `onGetToken:` and `onReceiveNotification:` it is the main thread, as long as the
+/// host forwards the token and the notifications there, as it must.
 @protocol PushDelegate <NSObject>
 @optional
 
@@ -16,13 +17,14 @@ NS_ASSUME_NONNULL_BEGIN
 ///
 /// @param token The token as lower-case hexadecimal digits, two per byte; nil when the system gave an empty
 ///        token.
-- (void)onGetToken:(nullable NSString*)token NS_SWIFT_NAME(onGetToken(_:));
+- (void)onGetToken:(nullable NSString*)token NS_SWIFT_NAME(onGetToken(_:)) QUORVANTIS_MAIN_ACTOR_IN_SWIFT;
 
 /// A notification was handled. Simulator builds never send this.
 ///
 /// @param notification An immutable dictionary; its values are the payload's own objects. `type` is "silent"
 ///        for a notification without an alert, whose own type is then under `customType`.
-- (void)onReceiveNotification:(NSDictionary*)notification NS_SWIFT_NAME(onReceiveNotification(_:));
+- (void)onReceiveNotification:(NSDictionary*)notification
+    NS_SWIFT_NAME(onReceiveNotification(_:)) QUORVANTIS_MAIN_ACTOR_IN_SWIFT;
 
 /// The push server registered the token.
 ///

@@ -1,4 +1,4 @@
-// What the framework's sources use of UserNotifications, declared.
+// What the framework's sources and the sample hosts use of UserNotifications, declared.
 #import <Foundation/Foundation.h>
 
 NS_ASSUME_NONNULL_BEGIN
@@ -6,8 +6,10 @@ NS_ASSUME_NONNULL_BEGIN
 @class UNUserNotificationCenter;
 
 typedef NSUInteger UNAuthorizationOptions;
-typedef NSUInteger UNNotificationPresentationOptions;
-enum { UNNotificationPresentationOptionNone = 0 };
+typedef NS_OPTIONS(NSUInteger, UNNotificationPresentationOptions) {
+  UNNotificationPresentationOptionNone = 0,
+  UNNotificationPresentationOptionAlert = 4
+};
 
 @interface UNNotificationContent : NSObject
 @property(nonatomic, readonly) NSDictionary* userInfo;

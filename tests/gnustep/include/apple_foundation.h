@@ -2,6 +2,8 @@
 #pragma once
 
 #define NS_SWIFT_NAME(name)
+#define NS_SWIFT_UI_ACTOR
+#define NS_TYPED_ENUM
 
 #ifdef __OBJC__
 #import <Foundation/Foundation.h>

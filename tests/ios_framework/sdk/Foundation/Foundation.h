@@ -1,17 +1,31 @@
-// What the framework's sources use of Foundation and of the runtime, declared for the phone's own compiler
-// mode.
+// What the framework's sources and the hosts in Swift use of Foundation, declared for the phone's own
+// compiler mode.
 #pragma once
 
-#include <objc/objc.h>
+#include <objc/NSObject.h>
 
 #include <CoreGraphics/CGGeometry.h>
 
 #define NS_ASSUME_NONNULL_BEGIN _Pragma("clang assume_nonnull begin")
 #define NS_ASSUME_NONNULL_END _Pragma("clang assume_nonnull end")
 #define NS_SWIFT_NAME(name) __attribute__((swift_name(#name)))
+#define NS_SWIFT_UI_ACTOR __attribute__((swift_attr("@UIActor")))
+#define NS_SWIFT_SENDABLE __attribute__((swift_attr("@Sendable")))
+#define NS_TYPED_ENUM __attribute__((swift_wrapper(enum)))
 #define NS_ENUM(type, name)                                        \
   enum __attribute__((enum_extensibility(open))) name : type name; \
   enum name : type
+#ifdef __cplusplus
+#define NS_OPTIONS(type, name) \
+  type name;                   \
+  enum __attribute__((flag_enum, enum_extensibility(open))) : name
+#else
+#define NS_OPTIONS(type, name)                                                \
+  enum __attribute__((flag_enum, enum_extensibility(open))) name : type name; \
+  enum __attribute__((flag_enum, enum_extensibility(open))) name : type
+#endif
+// What Apple says in Foundation's API notes: the value that Swift makes of the class's instances.
+#define BRIDGED_TO_SWIFT(name) __attribute__((swift_bridge(#name)))
 #define FOUNDATION_EXPORT FOUNDATION_EXTERN
 #ifdef __cplusplus
 #define FOUNDATION_EXTERN extern "C"
@@ -19,8 +33,6 @@
 #define FOUNDATION_EXTERN extern
 #endif
 
-typedef long NSInteger;
-typedef unsigned long NSUInteger;
 typedef struct _NSZone NSZone;
 typedef NSInteger NSComparisonResult;
 typedef NSUInteger NSStringCompareOptions;
@@ -28,57 +40,33 @@ typedef NSUInteger NSStringEncoding;
 typedef NSUInteger NSJSONReadingOptions;
 enum { NSUTF8StringEncoding = 4 };
 
-@class NSDictionary, NSString;
-
-@protocol NSObject
-- (Class)class;
-- (BOOL)isEqual:(id)object;
-- (BOOL)isKindOfClass:(Class)aClass;
-- (BOOL)respondsToSelector:(SEL)aSelector;
-- (id)performSelector:(SEL)aSelector withObject:(id)object;
-- (instancetype)retain;
-- (oneway void)release;
-- (instancetype)autorelease;
-- (NSString*)description;
-@end
-
-__attribute__((objc_root_class))
-@interface NSObject<NSObject> {
-  Class isa;
-}
-+ (instancetype)new;
-+ (instancetype)alloc;
-+ (instancetype)allocWithZone:(struct _NSZone*)zone;
-+ (Class)class;
-- (instancetype)init;
-- (id)copy;
-- (void)dealloc;
-- (void)doesNotRecognizeSelector:(SEL)aSelector;
-@end
-
 typedef struct {
   unsigned long state;
-  id* itemsPtr;
+  id __unsafe_unretained* itemsPtr;
   unsigned long* mutationsPtr;
   unsigned long extra[5];
 } NSFastEnumerationState;
 
 @protocol NSFastEnumeration
 - (NSUInteger)countByEnumeratingWithState:(NSFastEnumerationState*)state
-                                  objects:(id[])buffer
+                                  objects:(id __unsafe_unretained[])buffer
                                     count:(NSUInteger)length;
 @end
 
+NS_ASSUME_NONNULL_BEGIN
+
+BRIDGED_TO_SWIFT(Foundation.Data)
 @interface NSData : NSObject
 @property(readonly) NSUInteger length;
 @property(readonly) const void* bytes;
 @end
 
+BRIDGED_TO_SWIFT(Swift.String)
 @interface NSString : NSObject
-- (instancetype)initWithBytes:(const void*)bytes
-                       length:(NSUInteger)length
-                     encoding:(NSStringEncoding)encoding;
-- (instancetype)initWithData:(NSData*)data encoding:(NSStringEncoding)encoding;
+- (nullable instancetype)initWithBytes:(const void*)bytes
+                                length:(NSUInteger)length
+                              encoding:(NSStringEncoding)encoding;
+- (nullable instancetype)initWithData:(NSData*)data encoding:(NSStringEncoding)encoding;
 + (instancetype)stringWithFormat:(NSString*)format, ...;
 + (instancetype)string;
 - (BOOL)isEqualToString:(NSString*)other;
@@ -99,56 +87,69 @@ typedef struct {
 @property(readonly) NSInteger integerValue;
 @end
 
-@interface NSArray : NSObject
-- (id)objectAtIndex:(NSUInteger)index;
+BRIDGED_TO_SWIFT(Swift.Array)
+@interface NSArray<__covariant ObjectType> : NSObject
+- (ObjectType)objectAtIndex:(NSUInteger)index;
 @end
 
-@interface NSSet : NSObject <NSFastEnumeration>
+BRIDGED_TO_SWIFT(Swift.Set)
+@interface NSSet<__covariant ObjectType> : NSObject <NSFastEnumeration>
 @end
 
-@interface NSDictionary : NSObject <NSFastEnumeration>
-+ (instancetype)dictionaryWithObjects:(const id[])objects forKeys:(const id[])keys count:(NSUInteger)count;
-- (id)objectForKey:(id)key;
-- (id)objectForKeyedSubscript:(id)key;
+BRIDGED_TO_SWIFT(Swift.Dictionary)
+@interface NSDictionary<__covariant KeyType, __covariant ObjectType> : NSObject <NSFastEnumeration>
++ (instancetype)dictionaryWithObjects:(const ObjectType _Nonnull[_Nullable])objects
+                              forKeys:(const KeyType _Nonnull[_Nullable])keys
+                                count:(NSUInteger)count;
+- (nullable ObjectType)objectForKey:(KeyType)key;
+- (nullable ObjectType)objectForKeyedSubscript:(KeyType)key;
 @end
 
-@interface NSMutableDictionary : NSDictionary
-- (void)setObject:(id)object forKey:(id)key;
+@interface NSMutableDictionary<KeyType, ObjectType> : NSDictionary <KeyType, ObjectType>
+- (void)setObject:(ObjectType)object forKey:(KeyType)key;
 @end
 
+BRIDGED_TO_SWIFT(Swift.Error)
 @interface NSError : NSObject
 @end
 
 @interface NSException : NSObject
-+ (instancetype)exceptionWithName:(NSString*)name reason:(NSString*)reason userInfo:(NSDictionary*)userInfo;
++ (instancetype)exceptionWithName:(NSString*)name
+                           reason:(nullable NSString*)reason
+                         userInfo:(nullable NSDictionary*)userInfo;
 @end
 
+BRIDGED_TO_SWIFT(Foundation.URL)
 @interface NSURL : NSObject
-+ (instancetype)URLWithString:(NSString*)text;
++ (nullable instancetype)URLWithString:(NSString*)text;
 @end
 
+NS_SWIFT_NAME(Bundle)
 @interface NSBundle : NSObject
-+ (NSBundle*)mainBundle;
+@property(class, readonly, strong) NSBundle* mainBundle;
 + (NSBundle*)bundleForClass:(Class)aClass;
-+ (NSBundle*)bundleWithIdentifier:(NSString*)identifier;
-@property(readonly) NSDictionary* infoDictionary;
++ (nullable NSBundle*)bundleWithIdentifier:(NSString*)identifier;
+@property(readonly, nullable) NSDictionary<NSString*, id>* infoDictionary;
 @end
 
 @interface NSLocale : NSObject
 + (NSLocale*)currentLocale;
-- (id)objectForKey:(NSString*)key;
+- (nullable id)objectForKey:(NSString*)key;
 @end
 
-@interface NSUserDefaults : NSObject
-+ (NSUserDefaults*)standardUserDefaults;
-- (id)objectForKey:(NSString*)key;
-- (void)setObject:(id)object forKey:(NSString*)key;
+NS_SWIFT_NAME(UserDefaults) NS_SWIFT_SENDABLE @interface NSUserDefaults : NSObject
+@property(class, readonly, strong) NSUserDefaults* standardUserDefaults NS_SWIFT_NAME(standard);
+- (nullable id)objectForKey:(NSString*)key;
+- (void)setObject:(nullable id)object forKey:(NSString*)key NS_SWIFT_NAME(set(_:forKey:));
+- (BOOL)boolForKey:(NSString*)key;
 - (BOOL)synchronize;
 - (void)removeObjectForKey:(NSString*)key;
 @end
 
 @interface NSJSONSerialization : NSObject
-+ (id)JSONObjectWithData:(NSData*)data options:(NSJSONReadingOptions)options error:(NSError**)error;
++ (nullable id)JSONObjectWithData:(NSData*)data
+                          options:(NSJSONReadingOptions)options
+                            error:(NSError* _Nullable* _Nullable)error;
 @end
 
 FOUNDATION_EXPORT NSString* const NSInternalInconsistencyException;
@@ -156,3 +157,5 @@ FOUNDATION_EXPORT NSString* const NSInvalidArgumentException;
 FOUNDATION_EXPORT NSString* const NSLocaleCountryCode;
 FOUNDATION_EXPORT NSString* NSStringFromClass(Class aClass);
 FOUNDATION_EXPORT void NSLog(NSString* format, ...);
+
+NS_ASSUME_NONNULL_END

@@ -11,6 +11,8 @@ typedef struct objc_object {
 } * id;
 typedef struct objc_selector* SEL;
 typedef bool BOOL;
+typedef long NSInteger;
+typedef unsigned long NSUInteger;
 #define YES __objc_yes
 #define NO __objc_no
 #ifdef __cplusplus
