@@ -8,7 +8,7 @@
 #include "apns/http2_session.h"
 #include "apns/judgement.h"
 #include "apns/phone.h"
-#include "server/listener.h"
+#include "server/connection.h"
 
 namespace quorvantis::apns {
 

@@ -33,9 +33,9 @@ struct Service::State {
         phone(given),
         listener({.address = options.address,
                   .port = options.port,
-                  .identity = authority.issue(hosts()),
-                  .protocol = "h2",
-                  .clientAuthority = options.clientAuthority,
+                  .tls = {.identity = authority.issue(hosts()),
+                          .protocol = "h2",
+                          .clientAuthority = options.clientAuthority},
                   .mostConnections = kMostConnections,
                   .serve = [this](server::Connection& wire) {
                     Connection(wire, options.rules, options.patience, phone, faults, pool).serve();

@@ -29,8 +29,8 @@ use, and runs a push server for development.")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libquorvantispush-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 string(CONCAT CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
-  "libcjose-dev, libcpp-httplib-dev, libcurl4-openssl-dev | libcurl-dev, libjansson-dev, libsimdjson-dev, "
-  "libsqlite3-dev, libssl-dev, pkg-config")
+  "libcjose-dev, libcurl4-openssl-dev | libcurl-dev, libjansson-dev, libsimdjson-dev, "
+  "libsqlite3-dev, libssl-dev, pkg-config, zlib1g-dev")
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "push notifications on a simulated phone, for C++ hosts
 The QuorvantisPush library, which iOS applications link to receive push
 notifications, on a simulated phone: the headers and static libraries with

@@ -1,6 +1,7 @@
 #include "phone/api.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <chrono>
 #include <limits>
@@ -17,15 +18,15 @@ namespace quorvantis::phone {
 
 namespace {
 
-using httplib::Request;
-using httplib::Response;
+using server::HttpRequest;
+using server::HttpResponse;
 
 constexpr double kUsualWait = 10;  // seconds
 constexpr double kLongestWait = 600;
 constexpr std::size_t kLargestLineNumber = std::size_t{1} << 53;  // what JSON readers keep exact
 
-void send(Response& response, const json::Value& value) {
-  response.set_content(json::write(value), "application/json");
+HttpResponse answerWith(const json::Value& value) {
+  return {.body = json::write(value)};
 }
 
 /// [{"id":…,"line":…},…]; the lines are JSON already.
@@ -47,11 +48,11 @@ std::vector<std::string> readAll(const Transcript& transcript, std::size_t from)
   }
 }
 
-std::optional<double> numberFrom(const std::string& text, double) {
+std::optional<double> numberFrom(std::string_view text, double) {
   return base::realFrom(text);
 }
 
-std::optional<std::size_t> numberFrom(const std::string& text, std::size_t) {
+std::optional<std::size_t> numberFrom(std::string_view text, std::size_t) {
   std::size_t number = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
@@ -60,9 +61,11 @@ std::optional<std::size_t> numberFrom(const std::string& text, std::size_t) {
 
 /// Throws scenario::StepError.
 template <class Number>
-Number parameter(const Request& request, const char* name, Number usual, Number most) {
-  if (!request.has_param(name)) return usual;
-  const auto number = numberFrom(request.get_param_value(name), usual);
+Number parameter(const HttpRequest& request, std::string_view name, Number usual, Number most) {
+  const auto& all = request.parameters;
+  const auto given = std::find_if(all.begin(), all.end(), [&](const auto& one) { return one.first == name; });
+  if (given == all.end()) return usual;
+  const auto number = numberFrom(given->second, usual);
   if (!number || !(*number >= Number{0} && *number <= most)) {
     throw scenario::StepError('"' + std::string(name) + "\" must be a number from 0 to " +
                               json::shortest(static_cast<double>(most)));
@@ -70,7 +73,7 @@ Number parameter(const Request& request, const char* name, Number usual, Number 
   return *number;
 }
 
-std::size_t fromOf(const Request& request) {
+std::size_t fromOf(const HttpRequest& request) {
   return std::max<std::size_t>(1, parameter<std::size_t>(request, "from", 1, kLargestLineNumber));
 }
 
@@ -96,9 +99,9 @@ std::string textIn(const json::Dictionary& object, std::string_view key, const s
 }
 
 /// The members of the line that is waited for.
-json::Dictionary wantedOf(const Request& request) {
+json::Dictionary wantedOf(const HttpRequest& request) {
   json::Dictionary wanted;
-  for (const auto& [name, value] : request.params) {
+  for (const auto& [name, value] : request.parameters) {
     if (name != "from" && name != "seconds") wanted.emplace(name, value);
   }
   return wanted;
@@ -128,10 +131,9 @@ bool isWanted(const std::string& line, const json::Dictionary& wanted) {
 
 }  // namespace
 
-void refuse(Response& response, int status, const std::string& reason, json::Dictionary more) {
+HttpResponse refusal(int status, const std::string& reason, json::Dictionary more) {
   more.emplace("error", reason);
-  response.status = status;
-  send(response, more);
+  return {.status = status, .body = json::write(more)};
 }
 
 Api::Api(Phone& phone, Worker& worker, const Transcript& transcript, report::LintService& linter,
@@ -143,42 +145,39 @@ Api::Api(Phone& phone, Worker& worker, const Transcript& transcript, report::Lin
       options_(std::move(options)),
       streams_(transcript) {}
 
-void Api::answer(const Request& request, Response& response, const std::string& body) {
-  const std::string& path = request.path;
-  const bool isPost = request.method == "POST";
-  const bool isGet = request.method == "GET";
-  const auto is = [&](bool method, std::string_view wanted) { return method && path == wanted; };
-  try {
-    if (is(isPost, "/api/steps")) return playLines(response, body);
-    if (is(isGet, "/api/lines")) return tellLines(request, response);
-    if (is(isGet, "/api/wait")) return waitForLine(request, response);
-    if (is(isPost, "/api/fresh")) return beginAnew(response, body);
-    if (is(isGet, "/api/scenario")) {
-      return response.set_content(worker_.run([&] { return phone_.scenario(); }),
-                                  "text/plain; charset=utf-8");
-    }
-    if (is(isPost, "/api/lint")) return lint(response, body);
-    if (is(isGet, "/api/schema")) return send(response, stepSchema());
-    if (is(isGet, "/api/status")) return tellStatus(response);
-    if (is(isPost, "/api/apns/faults")) return orderFaults(response, body);
-    if (is(isPost, "/api/stop")) {
-      options_.stop();
-      response.status = 202;
-      return send(response, json::Dictionary{{"stops", true}});
-    }
-    refuse(response, 404,
-           "there is nothing at " + request.method + " " + path + "; docs/phone.md lists the requests");
-  } catch (const NotNow& reason) {
-    refuse(response, 409, reason.what());
-  } catch (const scenario::StepError& reason) {
-    refuse(response, 400, reason.what());
-  } catch (const Stopped& reason) {
-    refuse(response, 503, reason.what());
+std::vector<server::HttpRoute> Api::routes() {
+  struct Row {
+    std::string_view method;
+    std::string_view path;
+    Response (Api::*answer)(const Request&);
+  };
+  static constexpr std::array kTable{
+      Row{"POST", "/api/steps", &Api::playLines},         Row{"GET", "/api/lines", &Api::tellLines},
+      Row{"GET", "/api/wait", &Api::waitForLine},         Row{"POST", "/api/fresh", &Api::beginAnew},
+      Row{"GET", "/api/scenario", &Api::tellScenario},    Row{"POST", "/api/lint", &Api::lint},
+      Row{"GET", "/api/schema", &Api::tellSchema},        Row{"GET", "/api/status", &Api::tellStatus},
+      Row{"POST", "/api/apns/faults", &Api::orderFaults}, Row{"POST", "/api/stop", &Api::stop}};
+  std::vector<server::HttpRoute> routes;
+  for (const Row& row : kTable) {
+    const auto answer = [this, method = row.answer](const Request& request) -> Response {
+      try {
+        return (this->*method)(request);
+      } catch (const NotNow& reason) {
+        return refusal(409, reason.what());
+      } catch (const scenario::StepError& reason) {
+        return refusal(400, reason.what());
+      } catch (const Stopped& reason) {
+        return refusal(503, reason.what());
+      }
+    };
+    routes.push_back({row.method, row.path, answer});
+    if (row.method == "POST") routes.back().mediaTypes = {"application/json"};
   }
+  return routes;
 }
 
-void Api::playLines(Response& response, const std::string& body) {
-  json::Value posted = scenario::readValue(body);
+server::HttpResponse Api::playLines(const Request& request) {
+  json::Value posted = scenario::readValue(request.body);
   json::Array objects;
   if (auto* array = posted.get<json::Array>()) {
     objects = std::move(*array);
@@ -187,8 +186,8 @@ void Api::playLines(Response& response, const std::string& body) {
   }
 
   std::vector<Line> lines;
-  const auto refuseLine = [&](int status, const char* reason, std::size_t index) {
-    refuse(response, status, reason, {{"step", std::uint64_t{index}}});
+  const auto refuseLine = [](int status, const char* reason, std::size_t index) {
+    return refusal(status, reason, {{"step", std::uint64_t{index}}});
   };
   for (json::Value& object : objects) {
     try {
@@ -199,7 +198,7 @@ void Api::playLines(Response& response, const std::string& body) {
       return refuseLine(400, error.what(), lines.size());
     }
   }
-  worker_.run([&] {
+  return worker_.run([&]() -> Response {
     const std::size_t from = transcript_.read(1).next;
     std::size_t index = 0;
     try {
@@ -210,61 +209,55 @@ void Api::playLines(Response& response, const std::string& body) {
       return refuseLine(400, error.what(), index);
     }
     const std::vector<std::string> made = readAll(transcript_, from);
-    response.set_content(R"({"from":)" + std::to_string(from) + R"(,"lines":)" + numbered(from, made) +
-                             R"(,"next":)" + std::to_string(from + made.size()) + "}",
-                         "application/json");
+    return {.body = R"({"from":)" + std::to_string(from) + R"(,"lines":)" + numbered(from, made) +
+                    R"(,"next":)" + std::to_string(from + made.size()) + "}"};
   });
 }
 
-void Api::beginAnew(Response& response, const std::string& body) {
-  const std::string scenario = textIn(readBody(body, {"scenario"}), "scenario", "");
+server::HttpResponse Api::beginAnew(const Request& request) {
+  const std::string scenario = textIn(readBody(request.body, {"scenario"}), "scenario", "");
   try {
     const std::vector<Line> lines = readLines(scenario, phone_.serverIsElsewhere());
     worker_.run([&] { phone_.begin(lines); });
   } catch (const scenario::ScenarioError& error) {
-    return refuse(response, 400, error.what(), {{"line", std::uint64_t{error.line()}}});
+    return refusal(400, error.what(), {{"line", std::uint64_t{error.line()}}});
   }
   const auto reading = transcript_.read(1);
-  send(response, json::Dictionary{{"phone", reading.phone}, {"next", std::uint64_t{reading.next}}});
+  return answerWith(json::Dictionary{{"phone", reading.phone}, {"next", std::uint64_t{reading.next}}});
 }
 
-void Api::lint(Response& response, const std::string& body) {
-  const json::Dictionary given = readBody(body, {"payload", "systemVersion"});
+server::HttpResponse Api::lint(const Request& request) {
+  const json::Dictionary given = readBody(request.body, {"payload", "systemVersion"});
   if (!given.contains("payload"))
     throw scenario::StepError(R"(the body needs "payload", a payload as a string)");
   const std::string version =
       given.contains("systemVersion") ? "" : worker_.run([&] { return phone_.systemVersion(); });
-  response.set_content(
-      linter_.reportOn(textIn(given, "payload", ""), textIn(given, "systemVersion", version)),
-      "application/json");
+  return {.body = linter_.reportOn(textIn(given, "payload", ""), textIn(given, "systemVersion", version))};
 }
 
-void Api::orderFaults(Response& response, const std::string& body) {
+server::HttpResponse Api::orderFaults(const Request& request) {
   if (!options_.orderFaults) {
-    return refuse(response, 404,
-                  "the stand-in for Apple's service is not running; start the phone with --apns");
+    return refusal(404, "the stand-in for Apple's service is not running; start the phone with --apns");
   }
-  const std::string problem = options_.orderFaults(scenario::readValue(body));
-  if (!problem.empty()) return refuse(response, 400, problem);
-  send(response, json::Dictionary());
+  const std::string problem = options_.orderFaults(scenario::readValue(request.body));
+  if (!problem.empty()) return refusal(400, problem);
+  return answerWith(json::Dictionary());
 }
 
-void Api::tellLines(const Request& request, Response& response) {
+server::HttpResponse Api::tellLines(const Request& request) {
   std::size_t from = fromOf(request);
-  if (request.get_header_value("Accept").find("text/event-stream") == std::string::npos) {
+  if (request.header("Accept").find("text/event-stream") == std::string_view::npos) {
     const std::vector<std::string> lines = readAll(transcript_, from);
-    return response.set_content(
-        R"({"lines":)" + numbered(from, lines) + R"(,"next":)" + std::to_string(from + lines.size()) + "}",
-        "application/json");
+    return {.body = R"({"lines":)" + numbered(from, lines) + R"(,"next":)" +
+                    std::to_string(from + lines.size()) + "}"};
   }
-  const auto last = numberFrom(request.get_header_value("Last-Event-ID"), from);
+  const auto last = numberFrom(request.header("Last-Event-ID"), from);
   if (last && *last <= kLargestLineNumber) from = *last + 1;
-  if (!streams_.open(from, response)) {
-    refuse(response, 503, "64 pages are already connected; close one of them");
-  }
+  auto stream = streams_.open(from);
+  return stream ? *std::move(stream) : refusal(503, "64 pages are already connected; close one of them");
 }
 
-void Api::waitForLine(const Request& request, Response& response) {
+server::HttpResponse Api::waitForLine(const Request& request) {
   using Clock = std::chrono::steady_clock;
   std::size_t from = fromOf(request);
   const std::chrono::duration<double> patience(parameter(request, "seconds", kUsualWait, kLongestWait));
@@ -279,8 +272,7 @@ void Api::waitForLine(const Request& request, Response& response) {
     if (reading.phone != phone) throw NotNow("the phone was replaced by a fresh one in the meantime");
     for (const std::string& line : reading.lines) {
       if (isWanted(line, wanted)) {
-        return response.set_content(R"({"id":)" + std::to_string(from) + R"(,"line":)" + line + "}",
-                                    "application/json");
+        return {.body = R"({"id":)" + std::to_string(from) + R"(,"line":)" + line + "}"};
       }
       ++from;
     }
@@ -288,20 +280,33 @@ void Api::waitForLine(const Request& request, Response& response) {
     if (reading.lines.empty() && Clock::now() >= until) break;
   }
   const bool isPrompting = worker_.run([&] { return phone_.isPrompting(); });
-  refuse(response, 408,
-         "no line with " + json::write(wanted) + " arrived in time" +
-             (isPrompting ? "; the permission prompt is on the screen and waits for an answer" : ""),
-         {{"next", std::uint64_t{from}}});
+  return refusal(408,
+                 "no line with " + json::write(wanted) + " arrived in time" +
+                     (isPrompting ? "; the permission prompt is on the screen and waits for an answer" : ""),
+                 {{"next", std::uint64_t{from}}});
 }
 
-void Api::tellStatus(Response& response) {
+server::HttpResponse Api::tellScenario(const Request&) {
+  return {.body = worker_.run([&] { return phone_.scenario(); }), .mediaType = "text/plain; charset=utf-8"};
+}
+
+server::HttpResponse Api::tellSchema(const Request&) {
+  return answerWith(stepSchema());
+}
+
+server::HttpResponse Api::tellStatus(const Request&) {
   json::Dictionary status = options_.about;
   const auto reading = transcript_.read(std::numeric_limits<std::size_t>::max());
   status.emplace("phone", reading.phone);
   status.emplace("next", std::uint64_t{reading.next});
   const auto token = worker_.run([&] { return phone_.token(); });
   status.emplace("token", token ? json::Value(*token) : json::Value());
-  send(response, status);
+  return answerWith(status);
+}
+
+server::HttpResponse Api::stop(const Request&) {
+  options_.stop();
+  return {.status = 202, .body = json::write(json::Dictionary{{"stops", true}})};
 }
 
 }  // namespace quorvantis::phone

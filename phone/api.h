@@ -2,10 +2,9 @@
 // connection. Threads: any, several at a time; the phone itself is used on the worker's thread.
 #pragma once
 
-#include <httplib.h>
-
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "json/value.h"
 #include "phone/phone.h"
@@ -13,6 +12,7 @@
 #include "phone/transcript.h"
 #include "phone/worker.h"
 #include "report/lint_service.h"
+#include "server/http_server.h"
 
 namespace quorvantis::phone {
 
@@ -31,17 +31,23 @@ class Api {
   Api(Phone& phone, Worker& worker, const Transcript& transcript, report::LintService& linter,
       ApiOptions options);
 
-  /// Answers a request that the gate let in and whose path begins with "/api/".
-  void answer(const httplib::Request& request, httplib::Response& response, const std::string& body);
+  /// All of its requests, whose paths begin with "/api/". Their handlers refer to this object.
+  [[nodiscard]] std::vector<server::HttpRoute> routes();
 
  private:
-  void playLines(httplib::Response& response, const std::string& body);
-  void beginAnew(httplib::Response& response, const std::string& body);
-  void lint(httplib::Response& response, const std::string& body);
-  void orderFaults(httplib::Response& response, const std::string& body);
-  void tellLines(const httplib::Request& request, httplib::Response& response);
-  void waitForLine(const httplib::Request& request, httplib::Response& response);
-  void tellStatus(httplib::Response& response);
+  using Request = server::HttpRequest;
+  using Response = server::HttpResponse;
+
+  Response playLines(const Request& request);
+  Response beginAnew(const Request& request);
+  Response lint(const Request& request);
+  Response orderFaults(const Request& request);
+  Response tellLines(const Request& request);
+  Response waitForLine(const Request& request);
+  Response tellScenario(const Request& request);
+  Response tellSchema(const Request& request);
+  Response tellStatus(const Request& request);
+  Response stop(const Request& request);
 
   Phone& phone_;
   Worker& worker_;
@@ -51,7 +57,7 @@ class Api {
   Streams streams_;
 };
 
-/// Answers with the reason for a refusal.
-void refuse(httplib::Response& response, int status, const std::string& reason, json::Dictionary more = {});
+/// The answer that gives the reason for a refusal.
+server::HttpResponse refusal(int status, const std::string& reason, json::Dictionary more = {});
 
 }  // namespace quorvantis::phone

@@ -3,29 +3,24 @@
 // users on the machine. Threads: any.
 #pragma once
 
-#include <httplib.h>
-
-#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
-namespace quorvantis::phone {
+#include "server/http.h"
 
-/// The answer to a request that is not allowed.
-struct Refusal {
-  int status;
-  std::string reason;
-};
+namespace quorvantis::phone {
 
 class Gate {
  public:
   /// `hosts`: the allowed Host headers, in lower case, each with its port.
   Gate(std::string key, std::vector<std::string> hosts);
 
-  [[nodiscard]] std::optional<Refusal> check(const httplib::Request& request) const;
+  /// Throws server::HttpRefusal for a request that is not allowed.
+  void check(const server::HttpRequest& request) const;
 
  private:
-  [[nodiscard]] bool isOurs(const std::string& host) const;
+  [[nodiscard]] bool isOurs(std::string_view host) const;
 
   const std::string key_;
   const std::vector<std::string> hosts_;

@@ -1,8 +1,9 @@
 #include "phone/http_service.h"
 
-#include <exception>
 #include <latch>
 #include <optional>
+#include <utility>
+#include <vector>
 
 #include "base/ascii.h"
 #include "phone/embedded_files.h"
@@ -16,11 +17,10 @@ namespace quorvantis::phone {
 namespace {
 
 constexpr std::size_t kMostBodyBytes = std::size_t{1} << 20;
-constexpr std::size_t kMostReadBytes = 4 * kMostBodyBytes;  // of a body that is too long to keep
 constexpr std::size_t kMostConnections = 256;
 
-const httplib::Headers& safeHeaders() {
-  static const auto& headers = *new httplib::Headers{
+server::HttpFields safeHeaders() {
+  return {
       {"Content-Security-Policy",
        "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self' data:; connect-src 'self'; "
        "base-uri 'none'; form-action 'none'; frame-ancestors 'none'"},
@@ -29,7 +29,6 @@ const httplib::Headers& safeHeaders() {
       {"Cross-Origin-Opener-Policy", "same-origin"},
       {"Cross-Origin-Resource-Policy", "same-origin"},
       {"Cache-Control", "no-store"}};
-  return headers;
 }
 
 const char* mediaTypeOf(std::string_view path) {
@@ -39,13 +38,14 @@ const char* mediaTypeOf(std::string_view path) {
   return "text/html; charset=utf-8";
 }
 
-bool sendFile(const std::string& path, httplib::Response& response) {
+void addPage(std::vector<server::HttpRoute>& routes) {
   for (const EmbeddedFile& file : embeddedFiles()) {
-    if (file.path != path) continue;
-    response.set_content(file.bytes.data(), file.bytes.size(), mediaTypeOf(path));
-    return true;
+    routes.push_back({"GET", file.path, [&file](const auto&) {
+                        return server::HttpResponse{.body = std::string(file.bytes),
+                                                    .mediaType = mediaTypeOf(file.path),
+                                                    .mayCompress = true};
+                      }});
   }
-  return false;
 }
 
 /// The address as it stands before a port.
@@ -67,75 +67,53 @@ std::vector<std::string> hostsOf(const HttpServiceOptions& options, std::uint16_
 }  // namespace
 
 struct HttpService::State {
-  State(const HttpServiceOptions& given, Api& theApi)
-      : options(given), api(theApi), http(server::HttpServer::make(kMostReadBytes, [](const auto& request) {
-          return !request.path.starts_with("/api/");
-        })) {
-    setRoutes();
+  State(const HttpServiceOptions& given, Api& api) : options(given), http(httpOptions(api)) {
     listener = std::make_unique<server::Listener>(
         server::ListenerOptions{.address = options.address,
                                 .port = options.port,
                                 .mostConnections = kMostConnections,
                                 .serve = [this](server::Connection& connection) {
                                   isReady.wait();
-                                  http->serve(connection);
+                                  http.serve(connection);
                                 }});
     key = options.keepsKey ? keyFor(listener->port()) : newKey();
     gate.emplace(key, hostsOf(options, listener->port()));
     isReady.count_down();
   }
 
-  void setRoutes();
-  void answer(const httplib::Request& request, httplib::Response& response, const server::RequestBody& body);
+  server::HttpServerOptions httpOptions(Api& api);
+  server::HttpResponse refuse(const server::HttpRequest& request, const server::HttpRefusal& reason) const;
 
   const HttpServiceOptions options;
-  Api& api;
   std::string key;
   std::optional<Gate> gate;
   std::latch isReady{1};
-  const std::unique_ptr<server::HttpServer> http;
+  const server::HttpServer http;
   std::unique_ptr<server::Listener> listener;  // destroyed first
 };
 
-void HttpService::State::setRoutes() {
-  const auto withBody = [this](const httplib::Request& request, httplib::Response& response,
-                               const httplib::ContentReader& reader) {
-    answer(request, response, server::readBody(request, reader, kMostBodyBytes));
-  };
-  http->Post(server::kAnyPath, withBody);
-  http->Put(server::kAnyPath, withBody);
-  http->Patch(server::kAnyPath, withBody);
-  http->Delete(server::kAnyPath, withBody);
-  http->set_pre_routing_handler([this](const httplib::Request& request, httplib::Response& response) {
-    for (const char* method : {"POST", "PUT", "PATCH", "DELETE"}) {
-      if (request.method == method) return httplib::Server::HandlerResponse::Unhandled;
-    }
-    answer(request, response, {.text = {}, .whole = true});
-    return httplib::Server::HandlerResponse::Handled;
-  });
-  http->set_exception_handler(
-      [](const httplib::Request&, httplib::Response& response, const std::exception_ptr& thrown) {
-        try {
-          std::rethrow_exception(thrown);
-        } catch (const std::exception& error) {
-          refuse(response, 500, std::string("the phone failed: ") + error.what());
-        }
-      });
+server::HttpServerOptions HttpService::State::httpOptions(Api& api) {
+  std::vector<server::HttpRoute> routes = api.routes();
+  if (options.hasPage) addPage(routes);
+  return {.routes = std::move(routes),
+          .mostBodyBytes = kMostBodyBytes,
+          .admit = [this](const auto& request) { gate->check(request); },
+          .refuse = [this](const auto& request, const auto& reason) { return refuse(request, reason); },
+          .headers = safeHeaders()};
 }
 
-void HttpService::State::answer(const httplib::Request& request, httplib::Response& response,
-                                const server::RequestBody& body) {
-  response.headers.insert(safeHeaders().begin(), safeHeaders().end());
-  response.status = 200;
-  if (const auto refusal = gate->check(request)) return refuse(response, refusal->status, refusal->reason);
-  if (body.tooLong) return refuse(response, 413, "the body is longer than 1 MiB");
-  if (!body.whole) return refuse(response, 400, "the body was cut off");
-  if (request.path.starts_with("/api/")) return api.answer(request, response, body.text);
-  const bool isGet = request.method == "GET" || request.method == "HEAD";
-  if (!isGet) return refuse(response, 405, "only GET is answered here");
-  if (options.hasPage && sendFile(request.path, response)) return;
-  refuse(response, 404,
-         options.hasPage ? "there is nothing at this path" : "the page is turned off (--no-page)");
+server::HttpResponse HttpService::State::refuse(const server::HttpRequest& request,
+                                                const server::HttpRefusal& reason) const {
+  std::string text = reason.what();
+  if (reason.status() == 500) text = "the phone failed: " + text;
+  if (reason.status() == 404) {
+    if (request.path.starts_with("/api/")) {
+      text += "; docs/phone.md lists the requests";
+    } else if (!options.hasPage) {
+      text = "the page is turned off (--no-page)";
+    }
+  }
+  return refusal(reason.status(), text);
 }
 
 HttpService::HttpService(const HttpServiceOptions& options, Api& api)

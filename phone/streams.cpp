@@ -9,53 +9,57 @@ namespace quorvantis::phone {
 
 namespace {
 
-constexpr long kMostReaders = 64;
+constexpr int kMostReaders = 64;
 // Then a keep-alive shows whether the reader is still there: those who left must not fill the places.
 constexpr auto kQuiet = std::chrono::seconds(1);
 
-/// One reader's place in the transcript.
+/// One reader's place in the transcript, and among the readers.
 class Stream {
  public:
-  Stream(const Transcript& transcript, std::size_t from, std::shared_ptr<int> share)
-      : transcript_(transcript), next_(from), share_(std::move(share)) {}
+  Stream(const Transcript& transcript, std::size_t from, std::shared_ptr<std::atomic<int>> readers)
+      : transcript_(transcript),
+        next_(from),
+        readers_(std::move(readers)),
+        isAdmitted_(++*readers_ <= kMostReaders) {}
+  ~Stream() { --*readers_; }
+  Stream(const Stream&) = delete;
+  Stream& operator=(const Stream&) = delete;
 
-  /// Sends new lines, or a keep-alive. False when the connection is lost.
-  bool sendOn(httplib::DataSink& sink) {
+  [[nodiscard]] bool isAdmitted() const { return isAdmitted_; }
+
+  /// Waits for new lines and returns them, or a keep-alive. Nothing when the transcript is over.
+  std::optional<std::string> read() {
     const auto reading = transcript_.wait(phone_, next_, std::chrono::steady_clock::now() + kQuiet);
-    std::string text;
     if (reading.phone != phone_) {
       // The lines may be of another phone than the last ones.
       if (!phone_.empty()) next_ = 1;
       phone_ = reading.phone;
-      text = "event: fresh\ndata: " +
+      return "event: fresh\ndata: " +
              json::write(json::Dictionary{{"phone", phone_}, {"next", std::uint64_t{reading.next}}}) + "\n\n";
-    } else {
-      for (const std::string& line : reading.lines) {
-        text += "id: " + std::to_string(next_++) + "\ndata: " + line + "\n\n";
-      }
     }
-    if (text.empty()) text = ":\n\n";
-    if (!sink.write(text.data(), text.size())) return false;
-    if (reading.isOver && reading.lines.empty()) sink.done();
-    return true;
+    if (reading.isOver && reading.lines.empty()) return std::nullopt;
+    std::string text;
+    for (const std::string& line : reading.lines) {
+      text += "id: " + std::to_string(next_++) + "\ndata: " + line + "\n\n";
+    }
+    return text.empty() ? ":\n\n" : text;
   }
 
  private:
   const Transcript& transcript_;
   std::string phone_;
   std::size_t next_;
-  const std::shared_ptr<int> share_;
+  const std::shared_ptr<std::atomic<int>> readers_;
+  const bool isAdmitted_;
 };
 
 }  // namespace
 
-bool Streams::open(std::size_t from, httplib::Response& response) {
-  std::shared_ptr<int> share = readers_;
-  if (share.use_count() > kMostReaders + 1) return false;
-  const auto stream = std::make_shared<Stream>(transcript_, from, std::move(share));
-  response.set_chunked_content_provider(
-      "text/event-stream", [stream](std::size_t, httplib::DataSink& sink) { return stream->sendOn(sink); });
-  return true;
+std::optional<server::HttpResponse> Streams::open(std::size_t from) {
+  const auto stream = std::make_shared<Stream>(transcript_, from, readers_);
+  if (!stream->isAdmitted()) return std::nullopt;
+  return server::HttpResponse{.mediaType = "text/event-stream",
+                              .nextPiece = [stream] { return stream->read(); }};
 }
 
 }  // namespace quorvantis::phone

@@ -2,12 +2,13 @@
 // slow reader holds up only its own connection. Threads: any.
 #pragma once
 
-#include <httplib.h>
-
+#include <atomic>
 #include <cstddef>
 #include <memory>
+#include <optional>
 
 #include "phone/transcript.h"
+#include "server/http.h"
 
 namespace quorvantis::phone {
 
@@ -15,13 +16,13 @@ class Streams {
  public:
   explicit Streams(const Transcript& transcript) : transcript_(transcript) {}
 
-  /// Answers with the lines from the number `from` on, and those that follow. False when there are already
-  /// too many readers.
-  bool open(std::size_t from, httplib::Response& response);
+  /// The answer with the lines from the number `from` on, and those that follow. Nothing when there are
+  /// already too many readers.
+  std::optional<server::HttpResponse> open(std::size_t from);
 
  private:
   const Transcript& transcript_;
-  const std::shared_ptr<int> readers_ = std::make_shared<int>();  // each holds a share
+  const std::shared_ptr<std::atomic<int>> readers_ = std::make_shared<std::atomic<int>>(0);
 };
 
 }  // namespace quorvantis::phone

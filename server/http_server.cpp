@@ -1,135 +1,104 @@
 #include "server/http_server.h"
 
 #include <algorithm>
-#include <chrono>
-#include <csignal>
-#include <cstddef>
+#include <exception>
+#include <utility>
 
 #include "base/ascii.h"
+#include "server/gzip.h"
+#include "server/http_wire.h"
 
 namespace quorvantis::server {
 namespace {
 
-using std::chrono::milliseconds;
+constexpr auto kIdle = std::chrono::minutes(2);                       // between two requests
+constexpr std::size_t kMostReadBytes = std::size_t{4} * 1024 * 1024;  // of a body that is too long to keep
 
-constexpr auto kIdle = milliseconds(120'000);  // between two requests
-constexpr std::size_t kMostPathBytes = 256;    // longer than any valid path
-constexpr std::size_t kMostHeadBytes = std::size_t{64} * 1024;
-
-bool hasBody(const httplib::Request& request) {
-  return request.has_header("Transfer-Encoding") || request.has_header("Content-Length");
+std::string joined(const std::vector<std::string_view>& names, std::string_view between) {
+  std::string text;
+  for (const std::string_view name : names) text.append(text.empty() ? "" : between).append(name);
+  return text;
 }
 
-bool isBodyRead(const httplib::Request& request) {
-  return request.method == "POST" || request.method == "PUT" || request.method == "PATCH" ||
-         request.method == "DELETE";
+HttpRefusal wrongMethod(std::vector<std::string_view> methods) {
+  const std::string reason = "the method must be " + joined(methods, " or ");
+  if (std::find(methods.begin(), methods.end(), "GET") != methods.end()) methods.emplace_back("HEAD");
+  return {405, reason, {{"Allow", joined(methods, ", ")}}};
+}
+
+/// Throws HttpRefusal.
+const HttpRoute& routeOf(const HttpRequest& request, const std::vector<HttpRoute>& routes) {
+  const std::string_view method = request.method == "HEAD" ? "GET" : std::string_view(request.method);
+  std::vector<std::string_view> methods;
+  for (const HttpRoute& route : routes) {
+    if (route.path != request.path) continue;
+    if (route.method == method) return route;
+    methods.push_back(route.method);
+  }
+  if (methods.empty()) throw HttpRefusal(404, "there is nothing at this path");
+  throw wrongMethod(std::move(methods));
+}
+
+/// Throws HttpRefusal.
+void checkBody(const HttpRequest& request, const std::vector<std::string_view>& mediaTypes) {
+  if (!mediaTypes.empty() &&
+      std::find(mediaTypes.begin(), mediaTypes.end(), request.mediaType()) == mediaTypes.end()) {
+    throw HttpRefusal(415, "the body must be sent as " + joined(mediaTypes, " or ") + " (Content-Type)");
+  }
+  if (request.count("Content-Encoding") > 0 &&
+      base::lowerCase(std::string(request.header("Content-Encoding"))) != "identity") {
+    throw HttpRefusal(415, "the body must be sent as it is, without a Content-Encoding",
+                      {{"Accept-Encoding", "identity"}});
+  }
+}
+
+void compress(const HttpRequest& request, HttpResponse& response) {
+  response.headers.emplace_back("Vary", "Accept-Encoding");
+  if (!takesGzip(request.header("Accept-Encoding"))) return;
+  response.body = gzipped(response.body);
+  response.headers.emplace_back("Content-Encoding", "gzip");
 }
 
 }  // namespace
 
-/// Reads one request after the other, up to the limits.
-class HttpServer::Stream : public httplib::Stream {
- public:
-  Stream(Connection& connection, std::size_t mostBodyBytes)
-      : connection_(connection), mostBodyBytes_(mostBodyBytes) {}
+HttpServer::HttpServer(HttpServerOptions options) : options_(std::move(options)) {}
 
-  void beginHead() {
-    left_ = kMostHeadBytes;
-    last_ = true;
-  }
-  /// `last`: the body will not be read, so the connection can't be used after this request.
-  void beginBody(bool last) {
-    left_ = mostBodyBytes_;
-    last_ = last;
-  }
-  [[nodiscard]] bool isLast() const { return last_; }
-
-  [[nodiscard]] bool is_readable() const override { return true; }
-  [[nodiscard]] bool is_writable() const override { return true; }
-  ssize_t read(char* into, std::size_t size) override {
-    const auto count = left_ == 0 ? -1 : connection_.read(into, std::min(size, left_), kPatience);
-    if (count > 0) {
-      left_ -= static_cast<std::size_t>(count);
-    } else {
-      last_ = true;
-    }
-    return count;
-  }
-  ssize_t write(const char* bytes, std::size_t size) override {
-    return connection_.write({bytes, size}, kPatience) ? static_cast<ssize_t>(size) : -1;
-  }
-  void get_remote_ip_and_port(std::string&, int&) const override {}
-  void get_local_ip_and_port(std::string&, int&) const override {}
-  [[nodiscard]] socket_t socket() const override { return connection_.socket(); }
-
- private:
-  Connection& connection_;
-  const std::size_t mostBodyBytes_;
-  std::size_t left_ = 0;
-  bool last_ = true;
-};
-
-std::unique_ptr<HttpServer> HttpServer::make(std::size_t mostBodyBytes,
-                                             std::function<bool(const httplib::Request&)> mayCompress) {
-  struct sigaction before {};
-  sigaction(SIGPIPE, nullptr, &before);
-  std::unique_ptr<HttpServer> server(new HttpServer(mostBodyBytes, std::move(mayCompress)));
-  sigaction(SIGPIPE, &before, nullptr);
-  server->svr_sock_ = 0;  // httplib would end answers early for a server without a listening socket: it stops
-  return server;
-}
-
-void HttpServer::serve(Connection& connection) {
+void HttpServer::serve(Connection& connection) const {
+  connection.beginWaiting();
   if (!connection.handshake(kPatience)) return;
-  Stream stream(connection, mostBodyBytes_);
-  while (connection.readable(kIdle) && serveRequest(stream)) {
-  }
-  connection.finish();
+  HttpWire wire(connection);
+  while (wire.isOpen() && wire.wait(kIdle) && serveRequest(wire, connection)) connection.beginWaiting();
+  wire.finish();
 }
 
-bool HttpServer::serveRequest(Stream& stream) {
-  stream.beginHead();
-  bool closed = false;
-  const bool answered = process_request(stream, false, closed, [&](httplib::Request& request) {
-    stream.beginBody(hasBody(request) && !isBodyRead(request));
-    // Routes are regular expressions, which recurse for each character.
-    request.path.resize(std::min(request.path.size(), kMostPathBytes));
-    // Answers are sent in one piece.
-    request.ranges.clear();
-    const bool isCompressed = mayCompress_ && mayCompress_(request) &&
-                              request.get_header_value("Accept-Encoding").find("gzip") != std::string::npos;
-    request.headers.erase("Accept-Encoding");
-    if (isCompressed) request.set_header("Accept-Encoding", "gzip");  // other encodings take too long
-    // httplib would parse a form before the route could refuse it.
-    if (request.is_multipart_form_data()) request.headers.erase("Content-Type");
-  });
-  return answered && !closed && !stream.isLast();
-}
-
-std::string mediaTypeOf(const httplib::Request& request) {
-  std::string type = request.get_header_value("Content-Type");
-  type.resize(std::min(type.find_first_of("; \t"), type.size()));
-  return base::lowerCase(std::move(type));
-}
-
-RequestBody readBody(const httplib::Request& request, const httplib::ContentReader& reader,
-                     std::size_t limit) {
-  RequestBody body;
-  // Without a length httplib would read until the connection ends.
-  if (!request.has_header("Content-Length") && !request.has_header("Transfer-Encoding")) {
-    body.whole = true;
-    return body;
-  }
-  body.whole = reader([&](const char* bytes, std::size_t size) {
-    if (size > limit - body.text.size()) body.tooLong = true;
-    if (body.tooLong) {
-      body.text.clear();
-    } else {
-      body.text.append(bytes, size);
+bool HttpServer::serveRequest(HttpWire& wire, Connection& connection) const {
+  HttpRequest request;
+  HttpResponse response;
+  const auto refuse = [&](const HttpRefusal& refusal) {
+    wire.skipBody(kMostReadBytes);
+    response = options_.refuse(request, refusal);
+    response.status = refusal.status();
+    response.headers.insert(response.headers.end(), refusal.headers().begin(), refusal.headers().end());
+  };
+  try {
+    if (!wire.readHead(request, options_.patience)) return false;
+    if (options_.admit) options_.admit(request);
+    const HttpRoute& route = routeOf(request, options_.routes);
+    checkBody(request, route.mediaTypes);
+    if (!wire.readBody(request.body, options_.mostBodyBytes,
+                       std::max(kMostReadBytes, options_.mostBodyBytes)) ||
+        !connection.endWaiting()) {
+      return false;
     }
-    return true;
-  });
-  return body;
+    response = route.answer(request);
+  } catch (const HttpRefusal& refusal) {
+    refuse(refusal);
+  } catch (const std::exception& failure) {
+    refuse({500, failure.what()});
+  }
+  if (response.mayCompress) compress(request, response);
+  response.headers.insert(response.headers.end(), options_.headers.begin(), options_.headers.end());
+  return connection.endWaiting() && wire.write(std::move(response));
 }
 
 }  // namespace quorvantis::server

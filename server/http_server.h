@@ -1,60 +1,62 @@
-// HTTP on a Listener's connections, with cpp-httplib, of which only the parsing of requests, the routes and
-// the writing of answers are used. The Listener provides sockets, TLS, threads and timeouts; the size of
-// requests is limited here.
+// Answers the requests on a Listener's connections, by a table of routes. What is not valid, or not in the
+// table, is refused here, before a handler sees it.
 //
-// Threads: the routes are set before the first connection; connections are served on several threads at a
-// time.
+// Threads: connections are served on several threads at a time, and so are the functions called that the
+// owner gives.
 #pragma once
 
-#include <httplib.h>
-
+#include <chrono>
 #include <cstddef>
 #include <functional>
-#include <memory>
+#include <optional>
 #include <string>
-#include <utility>
+#include <string_view>
+#include <vector>
 
-#include "server/listener.h"
+#include "server/connection.h"
+#include "server/http.h"
 
 namespace quorvantis::server {
 
-class HttpServer : public httplib::Server {
+class HttpWire;
+
+/// One method at one path.
+struct HttpRoute {
+  std::string_view method;  ///< "GET" answers HEAD, too
+  std::string_view path;
+  /// May throw HttpRefusal.
+  std::function<HttpResponse(const HttpRequest&)> answer;
+  std::vector<std::string_view> mediaTypes = {};  ///< those of the body that are taken; empty: all
+};
+
+struct HttpServerOptions {
+  std::vector<HttpRoute> routes = {};
+  /// A body that is longer is refused. It is still read, as far as clients would send one by mistake, so that
+  /// they get to read the answer.
+  std::size_t mostBodyBytes = std::size_t{1} << 20;
+  /// From the first byte of a head to its end.
+  std::chrono::milliseconds patience = kPatience;
+  /// Looks at each request before its body is read and before its path is looked up. May throw HttpRefusal.
+  /// Null: lets all in.
+  std::function<void(const HttpRequest&)> admit = {};
+  /// The answer to a request that is refused; its status and headers are set by the server. The request is
+  /// empty if its head could not be read. A failure of a handler has the status 500.
+  std::function<HttpResponse(const HttpRequest&, const HttpRefusal&)> refuse = {};
+  HttpFields headers = {};  ///< of every answer
+};
+
+class HttpServer {
  public:
-  /// Reads at most `mostBodyBytes` of a body; then the connection ends. The process's handling of SIGPIPE,
-  /// which httplib would change, is restored. Only answers to requests that `mayCompress` accepts are
-  /// compressed.
-  static std::unique_ptr<HttpServer> make(std::size_t mostBodyBytes,
-                                          std::function<bool(const httplib::Request&)> mayCompress = nullptr);
+  explicit HttpServer(HttpServerOptions options);
 
   /// Answers the connection's requests until it ends.
-  void serve(Connection& connection);
+  void serve(Connection& connection) const;
 
  private:
-  class Stream;
+  /// False when the connection is over.
+  bool serveRequest(HttpWire& wire, Connection& connection) const;
 
-  HttpServer(std::size_t mostBodyBytes, std::function<bool(const httplib::Request&)> mayCompress)
-      : mostBodyBytes_(mostBodyBytes), mayCompress_(std::move(mayCompress)) {}
-  /// Whether another request may follow.
-  bool serveRequest(Stream& stream);
-
-  const std::size_t mostBodyBytes_;
-  const std::function<bool(const httplib::Request&)> mayCompress_;
+  const HttpServerOptions options_;
 };
-
-/// Any path, for a route.
-inline constexpr const char* kAnyPath = "[^]*";
-
-/// The media type of the request's body, in lower case, without parameters.
-std::string mediaTypeOf(const httplib::Request& request);
-
-struct RequestBody {
-  std::string text;
-  bool whole = false;
-  bool tooLong = false;
-};
-
-/// Keeps reading beyond the limit, and discards it, so that the client gets to read the answer.
-RequestBody readBody(const httplib::Request& request, const httplib::ContentReader& reader,
-                     std::size_t limit);
 
 }  // namespace quorvantis::server

@@ -104,9 +104,9 @@ struct MisbehavingServer::State {
   explicit State(MisbehavingServerOptions given)
       : options(std::move(given)),
         listener({.port = 0,
-                  .identity = options.identity,
-                  .highestTlsVersion = options.highestTlsVersion,
-                  .takesWeakKeys = true,
+                  .tls = {.identity = options.identity,
+                          .highestVersion = options.highestTlsVersion,
+                          .takesWeakKeys = true},
                   .serve = [this](Connection& connection) { serve(connection); }}) {}
 
   void serve(Connection& connection);

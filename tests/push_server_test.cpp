@@ -1,7 +1,6 @@
 #include "server/push_server.h"
 
 #include <gtest/gtest.h>
-#include <httplib.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -16,16 +15,18 @@
 
 #include "jose/jwe.h"
 #include "server/misbehaving_server.h"
+#include "tests/https_client.h"
 
 namespace quorvantis::server {
 namespace {
 
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
+using tests::HttpsClient;
 
 constexpr milliseconds kFarBeyond(8000);  // on a busy machine, and still no wait for the server's patience
 
-// httplib's client would end the program when a server leaves in the middle.
+// The client would end the program when a server leaves in the middle.
 [[maybe_unused]] const auto kBefore = std::signal(SIGPIPE, SIG_IGN);
 
 const std::string kKey = "0123456789abcdefghijklmnopqrstuv";
@@ -59,16 +60,12 @@ class PushServerTest : public testing::Test {
     client = connect();
   }
 
-  [[nodiscard]] std::unique_ptr<httplib::SSLClient> connect() const {
-    auto made = std::make_unique<httplib::SSLClient>("127.0.0.1", server->port());
-    made->enable_server_certificate_verification(false);
-    made->set_keep_alive(true);
-    made->set_tcp_nodelay(true);
-    return made;
+  [[nodiscard]] std::unique_ptr<HttpsClient> connect() const {
+    return std::make_unique<HttpsClient>(server->port());
   }
 
   std::string post(const std::string& body) {
-    const auto result = client->Post(kEndpointPath, body, kForm);
+    const auto result = client->post(kEndpointPath, kForm, body);
     return result ? result->body : "no answer";
   }
 
@@ -76,7 +73,7 @@ class PushServerTest : public testing::Test {
   std::vector<std::string> received;
   std::vector<std::string> refused;
   std::unique_ptr<PushServer> server;
-  std::unique_ptr<httplib::SSLClient> client;
+  std::unique_ptr<HttpsClient> client;
 };
 
 TEST_F(PushServerTest, RegistersAndChangesTokens) {
@@ -102,9 +99,9 @@ TEST_F(PushServerTest, DecryptsRequestsAndEncryptsTheirAnswers) {
   for (const bool sealAnswers : {false, true}) {
     start({.sealAnswers = sealAnswers});
     const auto result =
-        client->Post(kEndpointPath, jose::seal(registration("a1"), kKey), "Application/JOSE; v=1");
+        client->post(kEndpointPath, "Application/JOSE; v=1", jose::seal(registration("a1"), kKey));
     ASSERT_TRUE(result);
-    EXPECT_EQ(result->get_header_value("Content-Type"), sealAnswers ? kJose : "application/json");
+    EXPECT_EQ(result->headers.at("content-type"), sealAnswers ? kJose : "application/json");
     EXPECT_EQ(sealAnswers ? jose::open(result->body, kKey) : result->body, accepted("a1"));
     EXPECT_EQ(received.back(), registration("a1"));
     EXPECT_EQ(post(registration("a2")), accepted("a2"));
@@ -145,12 +142,7 @@ TEST_F(PushServerTest, RefusesMalformedRequests) {
        "jsonDevice"}};
   for (const Case& one : cases) {
     SCOPED_TRACE(one.method + " " + one.path.substr(0, 40) + " " + one.type + " " + one.body.substr(0, 50));
-    httplib::Request request;
-    request.method = one.method;
-    request.path = one.path;
-    request.body = one.body;
-    if (!one.type.empty()) request.set_header("Content-Type", one.type);
-    const auto result = client->send(request);
+    const auto result = client->send(one.method, one.path, one.type, one.body);
     ASSERT_TRUE(result);
     EXPECT_EQ(result->status, one.status);
     EXPECT_TRUE(result->body.starts_with(R"({"error":"si","errorDescripcion":")")) << result->body;
@@ -165,14 +157,11 @@ TEST_F(PushServerTest, RefusesMalformedRequests) {
 TEST_F(PushServerTest, EndsAnEndlessBody) {
   start();
   std::size_t sent = 0;
-  const auto result = client->Post(
-      kEndpointPath,
-      [&](std::size_t, httplib::DataSink& sink) {
-        const std::string part(65536, 'x');
-        sent += part.size();
-        return sent < 200'000'000 && sink.write(part.data(), part.size());
-      },
-      kForm);
+  client->postPieces(kEndpointPath, kForm, [&]() -> std::string {
+    const std::string part(16384, 'x');
+    sent += part.size();
+    return sent < 200'000'000 ? part : "";
+  });
   EXPECT_LT(sent, 100'000'000U);
   client = connect();
   EXPECT_EQ(post(registration("a1")), accepted("a1"));
@@ -191,13 +180,13 @@ TEST_F(PushServerTest, TheResponderAnswersInPlaceOfTheRegistrations) {
            return answers[next++];
          }});
   for (const auto& expected : {*answers[0], *answers[1], Answer{200, accepted("a1")}}) {
-    const auto result = client->Post(kEndpointPath, registration("a1"), kForm);
+    const auto result = client->post(kEndpointPath, kForm, registration("a1"));
     ASSERT_TRUE(result);
     EXPECT_EQ(result->status, expected.status);
     EXPECT_EQ(result->body, expected.body);
   }
   EXPECT_EQ(statuses, (std::vector<int>{503, 302, 200}));
-  const auto failed = client->Post(kEndpointPath, registration("a1"), kForm);
+  const auto failed = client->post(kEndpointPath, kForm, registration("a1"));
   ASSERT_TRUE(failed);
   EXPECT_EQ(failed->status, 500);
   EXPECT_EQ(failed->body.find("secret"), std::string::npos);
@@ -222,7 +211,7 @@ TEST_F(PushServerTest, ServesSeveralConnectionsOneRequestAtATime) {
       const auto own = connect();
       int good = 0;
       for (int request = 0; request < 10; ++request) {
-        const auto result = own->Post(kEndpointPath, registration("a1"), kForm);
+        const auto result = own->post(kEndpointPath, kForm, registration("a1"));
         good += result && result->body == accepted("a1") ? 1 : 0;
       }
       return good;
@@ -246,21 +235,20 @@ TEST_F(PushServerTest, StopsAtOnceAndFinishesTheRequestInProgress) {
   const auto half = connect();
   std::promise<void> halfSent;
   auto broken = std::async(std::launch::async, [&] {
-    return static_cast<bool>(half->Post(
-        kEndpointPath, 1000,
-        [&, told = false](std::size_t, std::size_t, httplib::DataSink& sink) mutable {
-          if (!std::exchange(told, true)) halfSent.set_value();
-          sink.write("x", 1);
-          std::this_thread::sleep_for(milliseconds(20));
-          return true;
-        },
-        kForm));
+    return half
+        ->postPieces(kEndpointPath, kForm,
+                     [&, told = false]() mutable -> std::string {
+                       if (!std::exchange(told, true)) halfSent.set_value();
+                       std::this_thread::sleep_for(milliseconds(20));
+                       return "x";
+                     })
+        .has_value();
   });
   halfSent.get_future().wait();
   slow = true;
   const auto last = connect();
   auto answered = std::async(std::launch::async, [&] {
-    const auto result = last->Post(kEndpointPath, registration("last"), kForm);
+    const auto result = last->post(kEndpointPath, kForm, registration("last"));
     return result ? result->body : "no answer";
   });
   entered.get_future().wait();
@@ -339,10 +327,9 @@ TEST(MisbehavingServer, StopsAtOnceWhateverItIsDoing) {
         .identity = authority.issue("localhost"),
         .script = {behaviour},
         .onRequest = [&](const std::string&, const std::string&) { read.set_value(); }});
-    httplib::SSLClient client("127.0.0.1", server->port());
-    client.enable_server_certificate_verification(false);
-    auto posted = std::async(std::launch::async,
-                             [&] { return static_cast<bool>(client.Post("/", "x", "text/plain")); });
+    HttpsClient client(server->port());
+    auto posted =
+        std::async(std::launch::async, [&] { return client.post("/", "text/plain", "x").has_value(); });
     read.get_future().wait();
     const auto begun = steady_clock::now();
     server.reset();

@@ -79,9 +79,11 @@ def what_is_refused(phone):
     for query in ("from=x", "from=-1", "seconds=nan", "seconds=601", "from=1e3"):
         check(phone.json("GET", "/api/wait?event=callback&" + query)[0] == 400, query)
     check(phone.json("GET", "/api/wait")[0] == 400, "nothing is waited for")
-    for method, path in (("GET", "/api/steps"), ("POST", "/api/lines"), ("PUT", "/api/steps"), ("GET", "/api/nothing"),
-                         ("POST", "/api/apns/faults")):
+    for method, path in (("GET", "/api/nothing"), ("POST", "/api/apns/faults")):
         check(phone.json(method, path, {} if method != "GET" else None)[0] == 404, (method, path))
+    for method, path, allowed in (("GET", "/api/steps", "POST"), ("PUT", "/api/steps", "POST"), ("POST", "/api/lines", "GET, HEAD")):
+        status, headers, _ = phone.request(method, path, None if method == "GET" else "{}")
+        check(status == 405 and headers["Allow"] == allowed, (method, path, headers))
     large = json.dumps({"do": "deliver", "userInfo": {"x": "y" * (1 << 20)}})
     check(phone.request("POST", "/api/steps", large)[0] == 413, "over 1 MiB")
     beyond_a_phone = {"do": "deliver", "userInfo": {"aps": {"content-available": 1}, "x": "y" * 100_000}}
