@@ -45,46 +45,46 @@ class SignalsBlocked {
   sigset_t before_;
 };
 
-/// A connection's thread, and the place that it takes.
-struct Worker {
-  std::thread thread;
-  std::atomic<bool> done = false;
-  bool hasPlace = true;  // used only by the accepting thread
-
-  /// Lets the accepting thread reach the connection while it is served.
-  class Serving {
-   public:
-    Serving(Worker& worker, Connection& connection) : worker_(worker) { set(&connection); }
-    ~Serving() { set(nullptr); }
-    Serving(const Serving&) = delete;
-    Serving& operator=(const Serving&) = delete;
-
-   private:
-    void set(Connection* connection) {
-      const std::lock_guard lock(worker_.mutex_);
-      worker_.connection_ = connection;
-    }
-    Worker& worker_;
-  };
-
-  std::optional<Clock::time_point> waitingSince() {
-    const std::lock_guard lock(mutex_);
-    return connection_ == nullptr ? std::nullopt : connection_->waitingSince();
-  }
-  bool giveUpPlace() {
-    const std::lock_guard lock(mutex_);
-    if (connection_ != nullptr && connection_->giveUpPlace()) hasPlace = false;
-    return !hasPlace;
-  }
-
- private:
-  std::mutex mutex_;
-  Connection* connection_ = nullptr;
-};
-
 }  // namespace
 
 struct Listener::State {
+  /// A connection's thread, and the place that it takes.
+  struct Worker {
+    std::thread thread;
+    std::atomic<bool> done = false;
+    bool hasPlace = true;  // used only by the accepting thread
+
+    /// Lets the accepting thread reach the connection while it is served.
+    class Serving {
+     public:
+      Serving(Worker& worker, Connection& connection) : worker_(worker) { set(&connection); }
+      ~Serving() { set(nullptr); }
+      Serving(const Serving&) = delete;
+      Serving& operator=(const Serving&) = delete;
+
+     private:
+      void set(Connection* connection) {
+        const std::lock_guard lock(worker_.mutex_);
+        worker_.connection_ = connection;
+      }
+      Worker& worker_;
+    };
+
+    std::optional<Clock::time_point> waitingSince() {
+      const std::lock_guard lock(mutex_);
+      return connection_ == nullptr ? std::nullopt : connection_->waitingSince();
+    }
+    bool giveUpPlace() {
+      const std::lock_guard lock(mutex_);
+      if (connection_ != nullptr && connection_->giveUpPlace()) hasPlace = false;
+      return !hasPlace;
+    }
+
+   private:
+    std::mutex mutex_;
+    Connection* connection_ = nullptr;
+  };
+
   explicit State(ListenerOptions given)
       : options(std::move(given)),
         context(makeContext(options.tls)),

@@ -176,6 +176,12 @@ TEST_F(HttpServerTest, AnswersWhatIsValid) {
     const std::string answers = ask(one.sent);
     EXPECT_EQ(statuses(answers), one.answered) << answers;
     EXPECT_EQ(seen, one.seen);
+    seen.clear();
+    const Wire slow(listener->port());
+    for (const char byte : one.sent) slow.send({byte});
+    slow.endSending();
+    EXPECT_EQ(slow.read(), answers) << "cut at any byte";
+    EXPECT_EQ(seen, one.seen);
   }
 }
 
