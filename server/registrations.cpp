@@ -40,6 +40,8 @@ void makePrivate(const std::string& file) {
   if (made >= 0) ::close(made);
 }
 
+}  // namespace
+
 /// The open file.
 class DatabaseFile {
  public:
@@ -84,6 +86,8 @@ class DatabaseFile {
   const Socket lock_;  // outlives SQLite's handle: closing any descriptor of the file drops SQLite's locks
   base::CHandle<sqlite3, sqlite3_close> handle_;
 };
+
+namespace {
 
 using Statement = base::SqliteStatement<DatabaseFile>;
 
