@@ -50,9 +50,29 @@ class Documents(unittest.TestCase):
         self.assertEqual(events[0]["event"], "registerUser")
         self.assertIn("onRegisterToken:", [event.get("selector") for event in events])
 
-    def test_the_phones_example_for_pytest_passes(self):
-        (self.folder / "test_order.py").write_text(blocks("docs/phone.md", "python")[0])
-        self.assertIn("1 passed", self.shell("/usr/bin/python3 -B -m pytest -q -p no:cacheprovider test_order.py"))
+    def pytest(self, sample):
+        (self.folder / "test_sample.py").write_text(sample)
+        return self.shell(f"PYTHONPATH={ROOT}/clients/python/src /usr/bin/python3 -B -m pytest -q -p no:cacheprovider "
+                          "-p quorvantis_push.pytest_plugin test_sample.py")
+
+    def node(self, sample):
+        (self.folder / "node_modules").mkdir()
+        (self.folder / "node_modules/quorvantis-push").symlink_to(ROOT / "clients/node")
+        (self.folder / "sample.test.mjs").write_text(sample)
+        return self.shell("node --test sample.test.mjs")
+
+    def test_the_phones_examples_pass(self):
+        self.assertIn("1 passed", self.pytest(blocks("docs/phone.md", "python")[0]))
+        self.assertRegex(self.node(blocks("docs/phone.md", "js")[0]), "pass 1\n")
+
+    def test_a_backends_first_tests_pass(self):
+        self.shell(block("docs/backend-tests.md", "apt install").splitlines()[1])
+        self.assertIn("2 passed", self.pytest(blocks("docs/backend-tests.md", "pytest")[0]))
+        (self.folder / "test").mkdir()
+        (self.folder / "src").mkdir()
+        (self.folder / "src/notifier.js").write_text((ROOT / "tests/clients/notifier.mjs").read_text("utf-8"))
+        (self.folder / "package.json").write_text('{"type": "module"}')
+        self.assertRegex(self.node(blocks("docs/backend-tests.md", "mjs")[0].replace("'../src", "'./src")), "pass 1\n")
 
     def test_payloads_are_good_and_its_gate_opens(self):
         samples = blocks("docs/payloads.md", "json")
