@@ -76,5 +76,6 @@ install(FILES "${PROJECT_BINARY_DIR}/quorvantispush.pc"
   COMPONENT development)
 
 if(QUORVANTIS_PACKAGES)
+  add_subdirectory(clients)
   include(Packages)
 endif()

@@ -13,7 +13,7 @@ import unittest
 from pathlib import Path
 
 SOURCES = Path(__file__).resolve().parents[1]
-NAMES = ("quorvantis-push", "libquorvantispush-dev")
+NAMES = ("quorvantis-push", "libquorvantispush-dev", "python3-quorvantis-push", "node-quorvantis-push")
 
 
 def output(*command):

@@ -1,4 +1,4 @@
-# What Debian's policy asks of a package beyond what is installed. CPack runs it when the files of both packages are
+# What Debian's policy asks of a package beyond what is installed. CPack runs it when the files of all packages are
 # in place, before it packs them.
 
 if(NOT DEFINED ENV{SOURCE_DATE_EPOCH})
@@ -22,7 +22,7 @@ foreach(component IN LISTS CPACK_COMPONENTS_ALL)
   set(share "${CPACK_TEMPORARY_DIRECTORY}/${component}/usr/share")
   set(documents "${share}/doc/${package}")
   file(COPY "${sources}/copyright" DESTINATION "${documents}" FILE_PERMISSIONS ${permissions})
-  file(COPY "${sources}/overrides/${package}" DESTINATION "${share}/lintian/overrides" FILE_PERMISSIONS ${permissions})
+  configure_file("${sources}/overrides.in" "${share}/lintian/overrides/${package}" @ONLY FILE_PERMISSIONS ${permissions})
   set(changelog "${documents}/changelog.Debian")
   configure_file("${sources}/changelog.in" "${changelog}" @ONLY FILE_PERMISSIONS ${permissions})
   run(gzip -9n "${changelog}")
