@@ -9,6 +9,7 @@
 
 namespace quorvantis::callbacks {
 
+// NOLINTBEGIN(bugprone-macro-parentheses): the arguments are names
 // `member` exists where a class has a member of the name, `send` where the member can be called.
 #define QUORVANTIS_PUSH_CALLBACK(Callback, name, ItsArgument)                                   \
   struct Callback {                                                                             \
@@ -30,6 +31,7 @@ QUORVANTIS_PUSH_CALLBACK(OnUpdateToken, onUpdateToken, platform::Object);
 QUORVANTIS_PUSH_CALLBACK(OnError, onError, platform::Object);
 
 #undef QUORVANTIS_PUSH_CALLBACK
+// NOLINTEND(bugprone-macro-parentheses)
 
 /// The class has a callback that can be called with its argument.
 template <class Callback, class T>

@@ -99,7 +99,7 @@ class Stopper {
   Stopper& operator=(const Stopper&) = delete;
 
   /// As a signal from outside does, but never the second one, which ends the process at once.
-  void wake() { pthread_kill(thread_.native_handle(), SIGTERM); }
+  void wake() { pthread_kill(thread_.native_handle(), SIGINT); }
 
  private:
   std::thread thread_;
