@@ -28,10 +28,13 @@ def main():
     with Phone(sys.argv[1], page=True) as phone, chromium("--hide-scrollbars") as driver:
         phone.play(*SESSION)
         driver.get(phone.facts["address"])
-        picture(driver, "phone.png", "light", 1440, 1180)
+        picture(driver, "phone.png", "light", 1440, 900)
         driver.execute_script("const s = document.getElementById('slider'); s.value = 30;"
                               "s.dispatchEvent(new Event('input'));")
-        picture(driver, "phone-past.png", "dark", 1024, 1180)
+        picture(driver, "phone-past.png", "dark", 1024, 768)
+        driver.execute_script("document.getElementById('moment-now').click();"
+                              "document.querySelector('#places [data-place=past]').click()")
+        picture(driver, "phone-narrow.png", "light", 390, 844)
 
 
 main()

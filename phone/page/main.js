@@ -20,6 +20,8 @@ import { Message } from "./views/message.js";
 import { Panels } from "./controls/panels.js";
 import { sessionControls } from "./controls/session.js";
 import { Transport } from "./transport/transport.js";
+import { Announcer } from "./views/announcer.js";
+import { Places } from "./controls/places.js";
 import { show } from "./views/view.js";
 
 const at = (id) => document.getElementById(id);
@@ -31,6 +33,10 @@ const connection = new Connection(at("connection"));
 const actions = new Actions(transport, history, message);
 
 const application = new ApplicationControls(at("application"), actions);
+
+let editor = null;
+const announcer = new Announcer(at("said"), history);
+const places = new Places(at("places"), () => editor?.refresh());
 
 const told = {
   tap: (entry) => actions.play(tap(entry)),
@@ -46,6 +52,8 @@ let panels = null;
 let drawn = null; // the phone that the panels show
 
 function draw() {
+  announcer.update();
+  places.update(history.length);
   if (history.isReading) return;
   application.update(history.state, history.isNow);
   const phone = history.last;
@@ -58,7 +66,7 @@ function makeEditor() {
   return new Editor({
     judge: (text) => transport.lint(text),
     arrives: (text) => {
-      at("phone").scrollIntoView({ block: "nearest" }); // it may be above, in a narrow window
+      places.go("device"); // where it is seen, in a narrow window
       actions.play(arrives(text));
     },
   });
@@ -67,14 +75,15 @@ function makeEditor() {
 async function greet() {
   if (!panels) {
     const { steps } = await transport.schema();
-    panels = new Panels(at("controls"), steps, makeEditor(), transport, actions, message);
+    editor = makeEditor();
+    panels = new Panels(at("panels"), steps, editor, transport, actions, message);
     draw();
   }
   panels.showStatus(await transport.status());
 }
 
 show(history, told, draw);
-sessionControls(at("session"), transport, actions, history);
+sessionControls(at("session"), transport, actions, history, message);
 transport.follow({
   fresh: (awaited) => history.clear(awaited),
   end: (texts) => history.showEnd(texts),

@@ -199,6 +199,10 @@ def any_moment(page, phone):
     for _ in range(3):
         slider.send_keys(Keys.ARROW_RIGHT)
     page.sees("#moment-text", "After line 3 of")
+    for width in (700, 1440):
+        resize(page, width, 900)
+        page.driver.execute_script("document.querySelector('#places [data-place=past]').click()")
+        page.until("the row of the moment", lambda: in_sight(page, ".row.moment"))
     page.click("#moment-now")
     page.until("the same", lambda: page.shown() == now)
     page.click(".filters .chip", "Library")
@@ -243,6 +247,11 @@ def saved(page, phone, folder):
     page.driver.close()
     page.driver.switch_to.window(page.driver.window_handles[0])
     page.click("#fresh")
+    page.click(".question button", "Cancel")
+    page.until("nothing is asked", lambda: not page.all(".question"))
+    check(page.shown() == shown, "the phone is as it was")
+    page.click("#fresh")
+    page.click(".question button", "Begin anew")
     page.sees("#timeline", "Nothing has happened yet")
     page.one("input[type=file][aria-label='Open scenario …']").send_keys(str(folder / "phone.jsonl"))
     page.until("the session, opened again", lambda: texts(phone.lines()) == run(TOOL, files["phone.jsonl"]))
@@ -281,6 +290,86 @@ def texts_stay_texts(page, phone, folder):
     page.driver.get(page.address)
     page.is_drawn(phone)
     check(page.driver.execute_script("return window.ran") is None, "a script ran")
+
+
+def in_sight(page, selector):
+    """Whether one sees all of it without scrolling."""
+    return page.driver.execute_script("""
+        const found = [...document.querySelectorAll(arguments[0])].at(-1);
+        if (!found) return false;
+        const { left, right, top, bottom } = found.getBoundingClientRect();
+        const clips = (name) => getComputedStyle(name).overflowY !== "visible";
+        for (let outer = found.parentElement; outer; outer = outer.parentElement) {
+          const box = outer.getBoundingClientRect();
+          if (clips(outer) && (top < box.top - 1 || bottom > box.bottom + 1)) return false;
+        }
+        return right > left && left >= 0 && top >= 0 && right <= innerWidth && bottom <= innerHeight;""", selector)
+
+
+def resize(page, width, height):
+    """The window, so that the page has this size."""
+    outer = page.driver.get_window_size()
+    inner = page.driver.execute_script("return [innerWidth, innerHeight]")
+    page.driver.set_window_size(outer["width"] - inner[0] + width, outer["height"] - inner[1] + height)
+    page.until("the size", lambda: page.driver.execute_script("return [innerWidth, innerHeight]") == [width, height])
+
+
+def all_at_once(page, phone):
+    """What one does and what it does are seen together; in a narrow window a tap apart."""
+    phone.fresh()
+    for width, height in ((1440, 900), (1024, 768)):
+        resize(page, width, height)
+        for _ in range(3):
+            page.arrives(alert("seen", **TYPES["normal"]))
+        page.is_drawn(phone)
+        for selector in ("#phone .phone", "#application button", "#arrive", "#moment-text"):
+            check(in_sight(page, selector), f"{selector} at {width} by {height}")
+        page.until("the newest line", lambda: page.text(".row .number")[-1] == str(len(phone.lines())) and in_sight(page, ".row"))
+    resize(page, 500, 844)
+    parts = {"device": "#phone .phone", "controls": "#arrive", "past": ".row"}
+    for place in ("past", "device", "controls"):
+        page.click(f"#places [data-place={place}]")
+        for other, selector in parts.items():
+            page.until(f"{selector} at {place}", lambda o=other, s=selector, p=place: in_sight(page, s) == (o == p))
+    page.click("#arrive")
+    page.until("the phone", lambda: in_sight(page, parts["device"]))
+    page.sees("#places .news", " new")
+    page.click("#places [data-place=past]")
+    page.until("it was seen", lambda: page.text("#places .news") == [""] and in_sight(page, ".row"))
+    resize(page, 1440, 900)
+
+
+def without_eyes_or_mouse(page, phone):
+    """What happens is said, and all that a mouse reaches the keyboard does."""
+    phone.fresh()
+    page.driver.refresh()
+    page.is_drawn(phone)
+    check(page.text("#said p") == [], "what was there before is not said")
+    check(page.one("#said").get_attribute("aria-live") == "polite", "politely")
+    phone.play({"do": "application", "state": "inactive"}, {"phone": "airplaneMode", "on": True})
+    page.sees("#said", "User to System: makes the application inactive")
+    page.sees("#said", "User to System: airplane mode on")
+    missed = page.driver.execute_script("""
+        const isReached = (one) => one.tabIndex >= 0 || one.closest("[role=tablist], .rows, [inert], .CodeMirror");
+        return [...document.querySelectorAll("button:enabled, input:enabled, select, a[href]")]
+          .filter((one) => one.offsetParent && !isReached(one)).map((one) => one.outerHTML)""")
+    check(missed == [], missed)
+    row = page.one(".row button[tabindex='0']")
+    page.driver.execute_script("arguments[0].focus()", row)
+    row.send_keys(Keys.HOME)
+    first = page.driver.switch_to.active_element
+    first.send_keys(Keys.ENTER)
+    page.sees(".details", "The line")
+    page.driver.switch_to.active_element.send_keys(Keys.ARROW_DOWN)
+    check(page.driver.switch_to.active_element.text.startswith("2"), "the next row")
+
+
+def address_copied(page, phone):
+    page.driver.execute_script("navigator.clipboard.writeText = async (text) => (globalThis.copied = text)")
+    page.click("#copy-address")
+    page.sees("#message", "The address is copied")
+    check(page.driver.execute_script("return globalThis.copied") == phone.facts["address"], "the address that lets in")
+    page.click("#message button")
 
 
 def many(page, phone):
@@ -333,7 +422,8 @@ def main():
             driver.switch_to.window(driver.window_handles[0])
             saved(page, phone, folder)
             texts_stay_texts(page, phone, folder)
-            many(page, phone)
+            for part in (all_at_once, without_eyes_or_mouse, address_copied, many):
+                part(page, phone)
             own = f"http://127.0.0.1:{port}/"
             asked = driver.execute_script("return performance.getEntriesByType('resource').map(e => e.name)")
             check(asked and all(address.startswith(own) for address in asked), asked)

@@ -2,12 +2,33 @@
 
 import { button } from "../views/element.js";
 import { openButton, save, takeDropped } from "./files.js";
+import { asks } from "./question.js";
 import { pageOf } from "../transport/saved_page.js";
 
-export function sessionControls(root, transport, actions, history) {
-  const open = (text) => actions.fresh(text);
+const loss = [
+  "Begin anew with a fresh phone?",
+  "What happened on this one is lost unless it is saved first, as a scenario or as a page.",
+  "Begin anew",
+];
+
+/** Puts the address where it can be pasted, or else shows it. */
+async function copied(address, message) {
+  try {
+    await navigator.clipboard.writeText(address);
+    message.tell("The address is copied, with the key that lets another tab in.");
+  } catch {
+    message.tell(`The address, with the key that lets another tab in: ${address}`);
+  }
+}
+
+export function sessionControls(root, transport, actions, history, message) {
+  const begin = async (text) => {
+    const isEmpty = !history.isReading && history.length === 0;
+    if (isEmpty || (await asks(...loss))) actions.fresh(text);
+  };
+  const open = (text) => begin(text);
   root.append(
-    button("Fresh phone", () => actions.fresh(), { id: "fresh" }),
+    button("Fresh phone", () => begin(), { id: "fresh" }),
     ...openButton("Open scenario …", ".jsonl,.scenario,.txt,application/jsonl", open, {
       id: "open-scenario",
     }),
@@ -27,6 +48,12 @@ export function sessionControls(root, transport, actions, history) {
         }),
       { id: "save-page" },
     ),
+  );
+  root.append(
+    button("Copy address", () => copied(transport.address, message), {
+      id: "copy-address",
+      title: "With the key, which the address bar does not show: for another tab or browser",
+    }),
   );
   takeDropped(document.body, open);
 }

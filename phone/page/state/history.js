@@ -22,6 +22,11 @@ export class History extends EventTarget {
     return this.#all.length;
   }
 
+  /** How many lines there were when they began to be read. */
+  get awaited() {
+    return this.#awaited;
+  }
+
   /** Whether lines are missing that are known to have been written. */
   get isReading() {
     return this.length < this.#awaited;

@@ -40,7 +40,7 @@ export async function pageOf(lines, version) {
 <main>
 <div id="device"><section id="phone" aria-label="Phone"></section></div>
 <section id="past" aria-label="What happened"><div id="timeline"></div>
-<aside id="stored" aria-label="What is stored"></aside></section>
+<aside id="stored" tabindex="0" aria-label="What is stored"></aside></section>
 </main>
 </div>
 <section id="moment" aria-label="The moment that is shown"></section>

@@ -34,6 +34,11 @@ export class Transport {
     this.#key = key;
   }
 
+  /** Of the page, with the key. */
+  get address() {
+    return `${location.origin}/#${this.#key}`;
+  }
+
   async #fetch(path, options = {}) {
     const headers = { Authorization: `Bearer ${this.#key}`, ...options.headers };
     const response = await fetch(path, { ...options, headers, cache: "no-store" }).catch(() => {

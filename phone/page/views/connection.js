@@ -5,8 +5,14 @@ import { element } from "./element.js";
 const states = {
   connecting: ["Connecting …", ""],
   open: ["Connected", ""],
-  lost: ["The program has stopped.", "The phone is shown as it was; it continues when the program runs again."],
-  refused: ["The key is missing or wrong.", "Open the address that the program prints."],
+  lost: [
+    "The program has stopped.",
+    "The phone is shown as it was; it continues when the program runs again.",
+  ],
+  refused: [
+    "The key is missing or wrong.",
+    "Open the address that the program prints, or “Copy address” in a tab that works.",
+  ],
 };
 
 export class Connection {

@@ -1,4 +1,4 @@
-// Tells why something could not be done.
+// Tells why something could not be done, or that it was.
 
 import { button, element } from "./element.js";
 
@@ -9,7 +9,19 @@ export class Message {
     this.#root = root;
   }
 
+  /** Why something could not be done. */
   show(text) {
+    this.#root.className = "problem";
+    this.#fill(text);
+  }
+
+  /** Something else to know. */
+  tell(text) {
+    this.#root.className = "";
+    this.#fill(text);
+  }
+
+  #fill(text) {
     this.#root.replaceChildren(
       element("p", {}, text),
       button("×", () => this.clear(), { className: "plain-button", "aria-label": "Close this message" }),

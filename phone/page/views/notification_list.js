@@ -17,6 +17,7 @@ export class NotificationList {
   constructor(scroller) {
     this.#scroller = scroller;
     scroller.addEventListener("scroll", () => this.#draw());
+    new ResizeObserver(() => this.#draw()).observe(scroller);
   }
 
   /** The list's element, to be put into the scroller at once. */
@@ -33,7 +34,9 @@ export class NotificationList {
     const { length } = this.#entries;
     if (!this.#list?.isConnected || length === 0) return;
     if (this.#drawn.size === 0) this.#place(0, 1); // to be measured
-    const step = this.#list.firstChild.offsetHeight + gap;
+    const height = this.#list.firstChild.offsetHeight;
+    if (height === 0) return; // it is out of sight
+    const step = height + gap;
     const above = this.#scroller.getBoundingClientRect().top - this.#list.getBoundingClientRect().top;
     const first = Math.floor(above / step) - overscan;
     const last = Math.ceil((above + this.#scroller.clientHeight) / step) + overscan;

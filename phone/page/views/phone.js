@@ -31,9 +31,7 @@ export class PhoneView {
     this.#told = told;
     const names = ["status", "screen", "banner", "card", "alerts", "prompt", "home"];
     this.parts = Object.fromEntries(names.map((name) => [name, element("div", { className: name })]));
-    for (const name of ["banner", "card", "alerts", "prompt"]) {
-      this.parts[name].setAttribute("aria-live", "assertive");
-    }
+    for (const name of ["alerts", "prompt"]) this.parts[name].setAttribute("aria-live", "assertive");
     this.body = element(
       "div",
       { className: "phone", role: "group", tabIndex: -1, "aria-label": "The phone’s screen" },

@@ -22,6 +22,7 @@ export class Timeline {
   #read = 0; // rows that are known already
   #visible = []; // the rows that pass the filter
   #hidden = new Set();
+  #wasAtEnd = true; // when it was scrolled last: what comes then stays in sight
   #open = -1; // which of the visible rows is open
   #openHeight = 0;
   #focused = 0;
@@ -33,7 +34,7 @@ export class Timeline {
     this.list = element("ol", { className: "rows", "aria-label": "What happened, line by line" });
     this.scroller = element(
       "div",
-      { className: "scroller", scroll: () => this.#draw(), keydown: (event) => this.#key(event) },
+      { className: "scroller", scroll: () => this.#scrolled(), keydown: (event) => this.#key(event) },
       this.list,
     );
     this.nothing = element("p", { className: "none" }, "Nothing has happened yet.");
@@ -51,17 +52,12 @@ export class Timeline {
       this.nothing,
       this.scroller,
     );
-    new ResizeObserver(() => {
-      this.#rowHeight = parseInt(getComputedStyle(this.scroller).getPropertyValue("--row"), 10);
-      this.#draw();
-    }).observe(this.scroller);
+    new ResizeObserver(() => this.#resized()).observe(this.scroller);
   }
 
   /** Looks for what is new in the history and draws. */
   update() {
     const { lines, moment, isNow } = this.#history;
-    const { scrollTop, clientHeight, scrollHeight } = this.scroller;
-    const wasAtEnd = scrollTop + clientHeight >= scrollHeight - this.#rowHeight;
     const isAnother = lines !== this.#lines;
     if (isAnother) this.#begin(lines);
     const hasGrown = this.#read < lines.rows;
@@ -72,7 +68,25 @@ export class Timeline {
     this.scroller.hidden = lines.length === 0;
     this.#draw();
     if (!isNow) this.#reveal(this.#lastBefore(moment));
-    else if (hasGrown && (wasAtEnd || isAnother)) this.scroller.scrollTop = this.scroller.scrollHeight;
+    else if (hasGrown && (this.#wasAtEnd || isAnother)) this.scroller.scrollTop = this.scroller.scrollHeight;
+  }
+
+  /** The rows may have another height now; those that were in sight stay there. */
+  #resized() {
+    const first = this.#above / this.#rowHeight;
+    this.#rowHeight = parseInt(getComputedStyle(this.scroller).getPropertyValue("--row"), 10);
+    this.#draw();
+    const { moment, isNow } = this.#history;
+    if (!isNow) this.#reveal(this.#lastBefore(moment));
+    else if (this.#wasAtEnd) this.scroller.scrollTop = this.scroller.scrollHeight;
+    else this.#scrollTo(first * this.#rowHeight);
+    this.#draw();
+  }
+
+  #scrolled() {
+    const { scrollTop, clientHeight, scrollHeight } = this.scroller;
+    this.#wasAtEnd = scrollTop + clientHeight >= scrollHeight - this.#rowHeight;
+    this.#draw();
   }
 
   #begin(lines) {

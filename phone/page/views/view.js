@@ -24,9 +24,11 @@ export function show(history, told, drawn = () => {}) {
     timeline.update();
     document.body.classList.toggle("past", !isNow);
     document.body.classList.toggle("reading", isReading);
-    if (isReading) return; // what the phone is like is not known yet
-    phone.draw(history.state, isNow);
-    stored.draw(history.state);
+    if (!isReading) {
+      // Until then it is not known what the phone is like.
+      phone.draw(history.state, isNow);
+      stored.draw(history.state);
+    }
     drawn();
   };
   history.addEventListener("change", () => {
