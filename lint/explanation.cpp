@@ -6,7 +6,6 @@
 #include <memory>
 
 #include "lint/judges/link.h"
-#include "notifications/payload_keys.h"
 #include "scenario/delivery.h"
 
 namespace quorvantis::lint {
@@ -81,7 +80,9 @@ void note(const device::Event& event, Outcome::When when, Outcome& outcome) {
   } else if (name == "stored") {
     outcome.stored.emplace_back(*event.at("key").get<std::string>(), event.at("value"));
   } else if (name == "opened") {
-    outcome.opened.push_back({event.at("url"), when});
+    const json::Value& url = event.at("url");
+    const auto* text = url.get<std::string>();
+    outcome.opened.push_back({url, when, text != nullptr && linkFrom(*text).problem.empty()});
   } else if (name == "raised") {
     outcome.raised = *event.at("selector").get<std::string>();
   } else if (name == "callback") {
@@ -99,23 +100,6 @@ void noteAll(std::vector<device::Event> events, Outcome::When when, Outcome& out
   for (device::Event& event : events) {
     note(event, when, outcome);
     outcome.events.push_back(std::move(event));
-  }
-}
-
-bool hasLinkThatIsNoString(const Dictionary& payload) {
-  const auto aps = payload.find(payload::aps.text());
-  const json::Value* link = aps != payload.end() ? aps->second.find(payload::urlnoti.text()) : nullptr;
-  return link != nullptr && link->get<std::string>() == nullptr;
-}
-
-/// The simulated phone opens something for a link that is not a string; a real phone need not.
-void judgeOpened(bool isDefined, std::vector<Outcome::Opened>& opened) {
-  for (Outcome::Opened& opening : opened) {
-    if (!isDefined) {
-      opening = {{}, opening.when, false, false};
-    } else if (const auto* url = opening.url.get<std::string>()) {
-      opening.opens = linkFrom(*url).problem.empty();
-    }
   }
 }
 
@@ -141,7 +125,6 @@ Outcome outcomeOf(const Situation& situation, const Dictionary& payload, const s
       noteAll(phone.takeEvents(), Outcome::When::oneSecondLater, outcome);
     }
   }
-  judgeOpened(!hasLinkThatIsNoString(payload), outcome.opened);
   outcome.system = effectsOn(situation, payload, outcome.presented);
   return outcome;
 }

@@ -39,10 +39,9 @@ struct Outcome {
   };
   enum class When { onOK, oneSecondLater };
   struct Opened {
-    json::Value url;  ///< what the system is asked to open; null: nil, or undefined
+    json::Value url;  ///< what the system is asked to open; null: nil
     When when = When::onOK;
-    bool isDefined = true;  ///< false: the link is not a string, and phones may open anything or nothing
-    bool opens = false;     ///< whether it is an address that can be opened
+    bool opens = false;  ///< whether it is an address that can be opened
   };
 
   std::vector<device::Event> events;

@@ -30,6 +30,7 @@ std::string reasonOf(const std::string& selector) {
   if (selector == "isEqualToString:") return "the library compared something that is not a string with one";
   if (selector == "integerValue")
     return "the library asked for a whole number, and got null, an array or an object";
+  if (selector == "length") return "the library made an address of something that is not a string";
   return "the settings can't store null";
 }
 
@@ -37,8 +38,6 @@ Sentence sentenceOn(const Outcome::Opened& opened) {
   const std::string when = opened.when == Outcome::When::onOK ? "A tap on OK" : "A second later it";
   if (opened.opens) return {About::other, when + " opens", shown(opened.url)};
   const std::string asks = when + " asks the system to open";
-  if (!opened.isDefined)
-    return {About::other, asks + " something that is not defined, since the link is not a string."};
   if (opened.url.isNull())
     return {About::other, asks + " nil, since the text is not an address: nothing opens."};
   return {About::other, asks + ' ' + shown(opened.url) + ", which it can't open."};
@@ -135,8 +134,9 @@ std::vector<Sentence> sentencesOf(const Explained& explained) {
   for (const Outcome::Opened& opened : outcome.opened) sentences.push_back(sentenceOn(opened));
   if (outcome.report) sentences.push_back({About::report, "The host gets onReceiveNotification: with"});
   if (outcome.raised) {
-    sentences.push_back(
-        {About::end, "THE APPLICATION ENDS, at " + *outcome.raised + " (" + reasonOf(*outcome.raised) + ")"});
+    sentences.push_back({About::end, std::string("THE APPLICATION ENDS") +
+                                         (outcome.alert ? " with a tap on OK" : "") + ", at " +
+                                         *outcome.raised + " (" + reasonOf(*outcome.raised) + ")"});
   }
   if (isIdle(explained)) say("The library does nothing.");
   return sentences;

@@ -47,7 +47,7 @@ Value jsonOf(const lint::Situation& situation) {
 Value jsonOf(const lint::Outcome::Opened& opened) {
   return Dictionary{{"url", opened.url},
                     {"when", opened.when == lint::Outcome::When::onOK ? "onOK" : "oneSecondLater"},
-                    {"opens", opened.isDefined ? Value(opened.opens) : Value()}};
+                    {"opens", opened.opens}};
 }
 
 Value jsonOf(const lint::Outcome::Alert& alert) {

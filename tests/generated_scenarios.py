@@ -54,6 +54,9 @@ class Generator:
             return [self.value(depth - 1, null) for _ in range(count)]
         return {self.pick("a", "b", "ñ", "key with blank", "Z"): self.value(depth - 1, null) for _ in range(count)}
 
+    def link(self):
+        return self.pick(*LINKS) if self.chance(0.9) else self.value()
+
     def some(self, optional):
         """Some of the entries; each is a function."""
         return {key: make() for key, make in optional.items() if self.chance(0.5)}
@@ -61,13 +64,13 @@ class Generator:
     def payload(self):
         if self.chance(0.2):  # as often as a person would tap on a link
             return {"aps": {"alert": self.some({"title": lambda: self.pick(*TEXTS), "body": lambda: self.pick(*TEXTS)}),
-                            "type": "pushlib-abrirurl", "urlnoti": self.pick(*LINKS)}}
+                            "type": "pushlib-abrirurl", "urlnoti": self.link()}}
         if self.chance(0.05):
             return self.some({"other": self.value})
         if self.chance(0.05):
             return {"aps": self.value()}
         aps = self.some({
-            "badge": self.value, "content-available": lambda: self.pick(1, 1, 0, True, 1.0, "1"), "urlnoti": lambda: self.pick(*LINKS),
+            "badge": self.value, "content-available": lambda: self.pick(1, 1, 0, True, 1.0, "1"), "urlnoti": self.link,
             "extra1": self.value, "extra3": self.value, "extra5": lambda: self.pick(*TEXTS), "sound": self.value})
         if self.chance(0.8):
             aps["alert"] = self.some({"title": lambda: self.pick(*TEXTS), "body": lambda: self.pick(*TEXTS),
@@ -78,7 +81,7 @@ class Generator:
             aps["type"] = self.pick(*TYPES) if self.chance(0.85) else self.value()
         elif self.chance(0.3):
             aps["customType"] = self.value()
-        return {"aps": aps, **self.some({"urlnoti": lambda: self.pick(*LINKS)})}
+        return {"aps": aps, **self.some({"urlnoti": self.link})}
 
     def answer(self):
         if self.chance(0.2):

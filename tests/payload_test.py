@@ -71,9 +71,8 @@ def played(cases, system_version):
     for state, switch, step, taps, goes_on in cases:
         steps += [{"do": "relaunch"}, {"do": "application", "state": state}, {"do": "host", "foreground": switch},
                   {"do": "call", "operation": "registerFinish"}, {"do": "settle"}, marker, step]
-        if goes_on:
-            steps += [{"do": "tapOK", "alert": 1}] if taps else []
-            steps.append({"do": "advance", "seconds": 1})
+        steps += [{"do": "tapOK", "alert": 1}] if taps else []
+        steps += [{"do": "advance", "seconds": 1}] if goes_on else []
         steps.append(marker)
     done = run("run", "-", stdin="\n".join(map(json.dumps, steps)).encode())
     assert done.returncode == 0, done.stderr
@@ -113,9 +112,6 @@ def random_payloads(count):
         # Both under one name in the report: which one comes out is not defined.
         if "alert" not in aps and "type" in aps:
             aps.pop("customType", None)
-        # What a phone does with these is not defined.
-        if not isinstance(aps.get("urlnoti", ""), str):
-            del aps["urlnoti"]
         yield chance.choice([{"aps": aps}] * 9 + [{"aps": chance.choice(values)}, {"other": aps}])
 
 
@@ -235,6 +231,9 @@ class Payloads(unittest.TestCase):
         # With a flag that wakes nobody the library never looks, so nothing raises.
         payloads += [{"aps": {"content-available": flag, "badge": [], "alert": alert}}
                      for flag in (0, True, 1) for alert in ("text", {"body": "x"})]
+        # But a tap does, at the type and at the link.
+        payloads += [{"aps": {"content-available": 0, "alert": {"body": "x"}, "type": kind, "urlnoti": 5}}
+                     for kind in (7, "pushlib-abrirurl")]
         payloads += random_payloads(60)
         files = [self.write(f"{number}.json", json.dumps(payload)) for number, payload in enumerate(payloads)]
         for payload in payloads:
@@ -310,13 +309,16 @@ class Payloads(unittest.TestCase):
         self.assertIn("A tap on OK asks the system to open /offers?id=1, which it can't open.", text)
         self.assertNotIn("opens /offers", text)
 
-    def test_a_link_that_is_not_a_string_is_not_explained(self):
-        for version in SYSTEM_VERSIONS:
-            found, = report([FOLDER / "link-is-no-text.json"], "--system-version", version)
-            opened = {opening["url"] for outcome in found["outcomes"] for opening in outcome["opened"]}
-            self.assertEqual(opened, {None})
+    def test_a_link_that_is_not_a_string_ends_the_application(self):
+        found, = report([FOLDER / "link-is-no-text.json"])
+        shown = {bool(outcome["alert"]): outcome["raised"] for outcome in found["outcomes"]
+                 if outcome["situations"][0]["arrives"] == "foreground"}
+        self.assertEqual(shown, {True: "length", False: None}, "where there is an OK to tap")
+        self.assertEqual([outcome["raised"] for outcome in found["outcomes"]
+                          if outcome["situations"][0]["arrives"] == "tap"], ["length"])
         text = run("payload", FOLDER / "link-is-no-text.json").stdout.decode()
-        self.assertIn("A tap on OK asks the system to open something that is not defined", text)
+        self.assertIn("THE APPLICATION ENDS with a tap on OK, at length", text)
+        self.assertIn("THE APPLICATION ENDS, at length (the library made an address", text)
 
     def test_output_fits_narrow_terminals(self):
         command = f"stty cols 40; NO_COLOR=1 '{TOOL}' payload '{FOLDER / 'valid.openurl.json'}'"

@@ -25,8 +25,8 @@ void judgeLink(const json::Value& value, Reporter& reporter) {
   if (text == nullptr) {
     return reporter.report("link-is-no-text", pointer,
                            {"\"urlnoti\" " + mustBe(value, "a string"),
-                            "The library uses it as a string to make an address; what a phone does with "
-                            "it is not defined, and it may end the application.",
+                            "On OK and on a tap the library makes an address of it, which raises: the "
+                            "application ends.",
                             "Make it a string with an absolute address."});
   }
   const Link link = linkFrom(*text);

@@ -7,9 +7,10 @@
 namespace quorvantis::platform {
 
 NSURL NSURL::URLWithString(const NSString& text) {
-  const auto characters = simulated::textOf(text);
-  if (!characters) return nullptr;
-  const auto url = device::urlFrom(*characters, device::Device::current().facts.systemVersion);
+  // The first that the platform asks of it.
+  const auto* string = simulated::receiver<simulated::StringInstance>(text, {"length"});
+  if (string == nullptr) return nullptr;
+  const auto url = device::urlFrom(string->text, device::Device::current().facts.systemVersion);
   return simulated::stringFrom(url).as<NSURL>();
 }
 

@@ -144,6 +144,10 @@ namespace json = quorvantis::json;
 @implementation NSURL (Device)
 
 + (id)URLWithString:(NSString*)text {
+  // The phone's asks for the length first, of whatever it is given.
+  if (text != nil && ![text respondsToSelector:@selector(length)]) {
+    [text doesNotRecognizeSelector:@selector(length)];
+  }
   const auto url = quorvantis::device::urlFrom(textOf(text).value_or(""), deviceInUse()->facts.systemVersion);
   return url ? [[[DeviceURL alloc] initWithText:stringFrom(url)] autorelease] : nil;
 }
