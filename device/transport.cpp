@@ -228,8 +228,9 @@ struct Transport::Connection {
   /// The server has closed the kept connection, or has sent something unasked. libcurl takes close_notify for
   /// a sign of life, and the request would fail since it can't be sent again.
   [[nodiscard]] bool isKeptConnectionOver() const;
-  void configure(const Target& target, const std::string& authorities, const TransportLimits& limits);
-  void perform(const Stop& stop);
+  void configure(CURL* handle, const Target& target, const std::string& authorities,
+                 const TransportLimits& limits);
+  void perform(CURL* handle, const Stop& stop);
 
   const Network& network;
   bool closeNotified = false;  // the server has sent close_notify; outlives the connection
@@ -257,9 +258,8 @@ bool Transport::Connection::isKeptConnectionOver() const {
   return ::poll(&watched, 1, 0) > 0;
 }
 
-void Transport::Connection::configure(const Target& target, const std::string& authorities,
+void Transport::Connection::configure(CURL* handle, const Target& target, const std::string& authorities,
                                       const TransportLimits& limits) {
-  CURL* handle = easy.get();
   curl_easy_reset(handle);
   set(handle, CURLOPT_CURLU, target.url.get());
   set(handle, CURLOPT_PROTOCOLS_STR, "https");
@@ -283,7 +283,7 @@ void Transport::Connection::configure(const Target& target, const std::string& a
   set(handle, CURLOPT_TIMEOUT_MS, atLeastOne(limits.total));
 }
 
-void Transport::Connection::perform(const Stop& stop) {
+void Transport::Connection::perform(CURL* handle, const Stop& stop) {
   struct Added {
     Added(CURLM* theMulti, CURL* theEasy) : multi(theMulti), easy(theEasy) {
       if (curl_multi_add_handle(multi, easy) != CURLM_OK) throw Failure("the request could not be started");
@@ -295,7 +295,7 @@ void Transport::Connection::perform(const Stop& stop) {
     CURL* easy;
   };
   keptSocket = CURL_SOCKET_BAD;
-  const Added added(multi.get(), easy.get());
+  const Added added(multi.get(), handle);
   const Stop::Waking waking(stop, [this] { curl_multi_wakeup(multi.get()); });
   for (int running = 1; running > 0;) {
     if (stop.isRequested()) throw Failure("cancelled");
@@ -304,7 +304,7 @@ void Transport::Connection::perform(const Stop& stop) {
       throw Failure("the request failed to proceed");
     }
   }
-  curl_easy_getinfo(easy.get(), CURLINFO_ACTIVESOCKET, &keptSocket);
+  curl_easy_getinfo(handle, CURLINFO_ACTIVESOCKET, &keptSocket);
   int left = 0;
   const CURLMsg* message = curl_multi_info_read(multi.get(), &left);
   if (message == nullptr || message->msg != CURLMSG_DONE) throw Failure("no complete answer");
@@ -330,8 +330,11 @@ std::optional<std::string> Transport::Connection::post(const Request& request, c
   if (!connections) throw Failure("out of memory");
   Exchange exchange{body, limits.answerBytes};
 
-  configure(target, authorities, limits);
-  CURL* handle = easy.get();
+  // Kept only if the request succeeds: libcurl 8 would rewind the body of one that has failed when the handle
+  // is used again, and the next request would fail.
+  Easy current = std::move(easy);
+  CURL* handle = current.get();
+  configure(handle, target, authorities, limits);
   set(handle, CURLOPT_CONNECT_TO, connections.get());
   set(handle, CURLOPT_POST, 1L);
   set(handle, CURLOPT_HTTPHEADER, sent.get());
@@ -346,7 +349,8 @@ std::optional<std::string> Transport::Connection::post(const Request& request, c
   set(handle, CURLOPT_HEADERFUNCTION, receiveHeader);
   set(handle, CURLOPT_HEADERDATA, &exchange);
   closeNotified = false;
-  perform(stop);
+  perform(handle, stop);
+  easy = std::move(current);
   if (exchange.endsWithConnection && !exchange.answer.empty() && !closeNotified)
     throw Failure("the answer was cut off");
 
