@@ -136,7 +136,7 @@ def phone_after(lines):
         "prompt": "prompt" in all_of(since(lines, ("do", "authorization")), ("screen", "prompt"), of="screen"),
         "vibrated": "vibrated" in all_of(since_moved, ("event", "vibrated"), of="event"),
         "airplane": last(all_of(lines, ("phone", "airplaneMode"), of="on"), False),
-        "clock": float(sum(all_of(lines, ("do", "advance"), of="seconds"))),
+        "clock": float(sum(round(seconds * 1e9) for seconds in all_of(lines, ("do", "advance"), of="seconds"))),
         "host": HOST | host,
         "code": code,
         "facts": {"state": "active", "systemVersion": "17.0", "country": "US"} | {

@@ -38,7 +38,7 @@ export const start = {
   },
   isRegistering: false, // the registration framework is to report
   settings: {},
-  clock: 0, // seconds
+  clock: 0, // nanoseconds, which the phone counts, too: sums of seconds come short of a minute
   airplane: false,
   badge: 0,
   vibrated: false, // by what was done last
@@ -119,7 +119,10 @@ const steps = {
     server: { ...server, answers: answers.reduce((all, answer) => all.append(answer), server.answers) },
   }),
   settle,
-  advance: (state, { seconds }) => ({ ...settle(state), clock: state.clock + Number(seconds), banner: null }),
+  advance: (state, { seconds }) => {
+    const duration = Math.round(Number(seconds) * 1e9);
+    return { ...settle(state), clock: state.clock + duration, banner: null };
+  },
   relaunch: ({ server }) => ({
     running: true,
     host,

@@ -9,7 +9,7 @@ const morning = 9 * 60 * 60; // when the phone's clock starts, in seconds
 const neighbours = 11; // icons of other applications
 
 export function timeOf(clock) {
-  const minutes = Math.floor((morning + clock) / 60);
+  const minutes = Math.floor((morning + clock / 1e9) / 60);
   const two = (number) => String(number).padStart(2, "0");
   return `${two(Math.floor(minutes / 60) % 24)}:${two(minutes % 60)}`;
 }
