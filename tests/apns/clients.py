@@ -42,7 +42,7 @@ def by_curl(port, authority, path, headers, payload):
 
 
 def by_httpx(port, authority, path, headers, payload):
-    with httpx.Client(http2=True, verify=authority) as client:
+    with httpx.Client(http2=True, verify=ssl.create_default_context(cafile=authority)) as client:
         answer = client.post(f"https://localhost:{port}{path}", json=payload, headers=headers)
     assert answer.http_version == "HTTP/2"
     return answer.status_code, answer.json()["reason"] if answer.content else ""

@@ -2,6 +2,7 @@
 """reasons_test.py STAND: every reason that a request can cause, by httpx, and which one comes first."""
 
 import pathlib
+import ssl
 import subprocess
 import sys
 import tempfile
@@ -82,7 +83,7 @@ def send(stand, key, changes):
     body, again = changes.pop("body", GOOD), changes.pop("again", None)
     headers = {"authorization": "bearer " + changes.pop("token", key.token()), "apns-topic": TOPIC} | changes
     fields = [(name, value) for name, value in headers.items() if value is not None] + ([again] if again else [])
-    with httpx.Client(http2=True, verify=stand.authority) as client:
+    with httpx.Client(http2=True, verify=ssl.create_default_context(cafile=stand.authority)) as client:
         return client.request(method, f"https://localhost:{stand.port}{path}", content=body, headers=fields)
 
 
@@ -176,8 +177,10 @@ def certificates(program, folder):
                 ("clients-com.example.other", {"apns-topic": TOPIC}, "TopicDisallowed"),
                 (f"strangers-{TOPIC}", {"apns-topic": TOPIC}, "BadCertificate"),
                 (None, {"apns-topic": TOPIC}, "MissingProviderToken")):
-            cert = own and (f"{folder}/{own}.pem", f"{folder}/{own}.key")
-            with httpx.Client(http2=True, verify=stand.authority, cert=cert) as client:
+            trusting = ssl.create_default_context(cafile=stand.authority)
+            if own:
+                trusting.load_cert_chain(f"{folder}/{own}.pem", f"{folder}/{own}.key")
+            with httpx.Client(http2=True, verify=trusting) as client:
                 answer = client.post(url, content=GOOD, headers=headers)
             found = answer.json()["reason"] if answer.content else ""
             check(found == reason, f"{own} {headers}: {answer.status_code} {found}")

@@ -150,10 +150,13 @@ class Client:
         """Handles what comes next; False at the end of the connection."""
         try:
             bytes_read = self.wire.recv(65536)
-        except (ConnectionResetError, ssl.SSLEOFError):
-            bytes_read, self.is_cut = b"", True
         except ssl.SSLZeroReturnError:
             bytes_read = b""
+        except (ConnectionResetError, ssl.SSLError) as error:
+            # Python's version decides which class of error an end without a farewell is.
+            if getattr(error, "reason", None) not in (None, "UNEXPECTED_EOF_WHILE_READING"):
+                raise
+            bytes_read, self.is_cut = b"", True
         if not bytes_read:
             self.closed = True
             return False
