@@ -37,8 +37,8 @@ def main():
                          {"NSPrivacyCollectedDataType" + end for end in ("", "Linked", "Tracking", "Purposes")}),
         "accessed": (accessed, {"NSPrivacyAccessedAPICategoryUserDefaults": ["CA92.1"]}),
         "CMake's frameworks": (words("CMakeLists.txt", r"foreach\(framework(.*?)\)"), set(LINKED)),
-        "linked for the application": ([line for name in ("QuorvantisPush.podspec", "Package.swift")
-                                        for line in (PACKAGING / name).read_text().splitlines() if LINKS.search(line)], []),
+        "linked for the application": (LINKS.findall("".join(
+            (PACKAGING / name).read_text() for name in ("QuorvantisPush.podspec", "Package.swift"))), []),
     }
     wrong = {what: pair for what, pair in checks.items() if pair[0] != pair[1]}
     for what, (found, expected) in wrong.items():

@@ -1,14 +1,14 @@
 #!/usr/bin/python3
-"""check.py FOLDER SWIFTC...: Swift's compiler sees what a host in Swift sees of the library, in language modes 5 and 6.
+"""check.py FOLDER SWIFTC...: Swift's compiler sees what a host in Swift sees of the library, in modes 5 and 6.
 
-FOLDER is made anew; the command SWIFTC is run in it, and all paths that it gets are relative to it. Apple's frameworks are
-our own declarations: those that the Objective-C side is compiled against, and what overlays/ adds for Swift. Nothing is
-linked or run.
+FOLDER is made anew; the command SWIFTC is run in it, and all paths that it gets are relative to it. Apple's
+frameworks are our own declarations: those that the Objective-C side is compiled against, and what overlays/
+adds for Swift. Nothing is linked or run.
 
-  the sample hosts, with UIKit and with SwiftUI, the parts that the documents quote besides, hosts/: no word of the compiler
-  the sample host in UIKit: it has the methods of the one in Objective-C, by the names that the system calls
+  the sample hosts with UIKit and with SwiftUI, what the documents quote besides, hosts/: no word of the compiler
+  the sample host with UIKit: it has the methods of the one in Objective-C, by the names that the system calls
   refused/: refused with the words in the file's first line, in the modes that it names
-  packaging/Package.swift"""
+  packaging/Package.swift: no word"""
 import re
 import shutil
 import subprocess
@@ -20,12 +20,13 @@ ROOT = HERE.parents[1]
 HOST = ROOT / "docs/sample-host"
 OVERLAYS = ["Dispatch", "ObjectiveC", "Foundation", "UIKit", "SwiftUI"]  # each after those that it imports
 MODES = ["5", "6"]
+BASIC = "-parse-as-library -sdk / -module-cache-path cache".split()
 # Objective-C as on a phone, on Linux.
-OPTIONS = """-parse-as-library -target x86_64-pc-linux-gnu -sdk / -module-cache-path cache -enable-objc-interop
--disable-objc-attr-requires-foundation-module -Xcc -fobjc-runtime=ios-15.0 -Xcc -fblocks -Xcc -Isdk
--Xcc -fmodule-map-file=sdk/module.modulemap -F . -I overlays""".split()
-MANIFEST_OPTIONS = """-parse-as-library -target x86_64-pc-linux-gnu -sdk / -module-cache-path cache -package-description-version 5.5.0
--I /usr/lib/swift/pm/ManifestAPI""".split()
+OPTIONS = [*BASIC, *"""-enable-objc-interop -disable-objc-attr-requires-foundation-module
+-Xcc -fobjc-runtime=ios-15.0 -Xcc -fblocks -Xcc -Isdk -Xcc -fmodule-map-file=sdk/module.modulemap
+-F . -I overlays""".split()]
+MANIFEST = [*BASIC, "-package-description-version", "5.5.0", "-I", "/usr/lib/swift/pm/ManifestAPI"]
+CALLED_BY_THE_HOST = {"becomeCenterDelegate", "forgetUnconfirmedToken", "showLink:ofNotification:"}
 
 
 class Compiler:
@@ -80,12 +81,37 @@ def selectors(text, begin, end):
 
 
 def compare_hosts(compiler, header):
-    """Swift's compiler takes a misspelt method for the host's own: so hold the methods' names against the other host's."""
-    objective_c = set().union(*(selectors((HOST / name).read_text(), r"^-", r"\{") for name in ("AppDelegate.m", "SceneDelegate.m")))
-    swift = selectors((compiler.folder / header).read_text(), r"^-", r";$")
-    called_by_itself = {"becomeCenterDelegate", "forgetUnconfirmedToken", "showLink:ofNotification:"}
-    if swift - {"init"} != objective_c - called_by_itself:
-        compiler.wrong.append(f"the hosts' methods differ: {sorted((swift - {'init'}) ^ (objective_c - called_by_itself))}")
+    """Swift takes a misspelt method for one of the host's own: so the names are those of the other host."""
+    sources = [(HOST / name).read_text() for name in ("AppDelegate.m", "SceneDelegate.m")]
+    expected = set().union(*(selectors(text, r"^-", r"\{") for text in sources)) - CALLED_BY_THE_HOST
+    found = selectors((compiler.folder / header).read_text(), r"^-", r";$") - {"init"}
+    if found != expected:
+        compiler.wrong.append(f"the hosts' methods differ: {sorted(found ^ expected)}")
+
+
+def programs():
+    """The sources of each, in the folder."""
+    yield "the sample host", ["sample-host/AppDelegate.swift", "sample-host/SceneDelegate.swift"]
+    yield "the sample host in SwiftUI", ["sample-host/swiftui/AppDelegate.swift",
+                                         "sample-host/swiftui/TheApplication.swift"]
+    for path in sorted(HOST.glob("parts/*.swift")):
+        yield path.name, [f"sample-host/parts/{path.name}"]
+    for path in sorted(HERE.glob("hosts/*.swift")):
+        yield path.name, [f"hosts/{path.name}"]
+
+
+def check_mode(compiler, mode):
+    check = ["-typecheck", "-swift-version", mode, "-module-name", "Host", *OPTIONS]
+    header = f"host-{mode}.h"
+    for what, sources in programs():
+        writes = ["-emit-objc-header-path", header] if what == "the sample host" else []
+        compiler.accepts(f"{what}, mode {mode}", *check, *writes, *sources)
+    if (compiler.folder / header).exists():
+        compare_hosts(compiler, header)
+    for path in sorted(HERE.glob("refused/*.swift")):
+        modes, words = re.match(r"// Refused in (.*?): (.*)", path.read_text()).groups()
+        if mode in modes:
+            compiler.refuses(f"{path.name}, mode {mode}", words, *check, f"refused/{path.name}")
 
 
 def main():
@@ -93,25 +119,12 @@ def main():
     lay_out(folder)
     compiler = Compiler(command, folder)
     for name in OVERLAYS:
-        compiler.accepts(name, "-emit-module", "-module-name", name, "-o", f"overlays/{name}.swiftmodule", "-swift-version", "5",
-                         *OPTIONS, f"overlays/{name}.swift")
-    programs = {"the sample host": ["sample-host/AppDelegate.swift", "sample-host/SceneDelegate.swift"],
-                "the sample host in SwiftUI": [f"sample-host/swiftui/{name}.swift" for name in ("AppDelegate", "TheApplication")]}
-    for part in [*sorted(HOST.glob("parts/*.swift")), *sorted(HERE.glob("hosts/*.swift"))]:
-        place = "sample-host/parts" if part.is_relative_to(HOST) else "hosts"
-        programs[part.name] = [f"{place}/{part.name}"]
+        compiler.accepts(name, "-emit-module", "-module-name", name, "-o", f"overlays/{name}.swiftmodule",
+                         "-swift-version", "5", *OPTIONS, f"overlays/{name}.swift")
     for mode in MODES:
-        check = ["-typecheck", "-swift-version", mode, "-module-name", "Host", *OPTIONS]
-        for number, (what, sources) in enumerate(programs.items()):
-            compiler.accepts(f"{what}, mode {mode}", *check, "-emit-objc-header-path", f"{number}-{mode}.h", *sources)
-        if not compiler.wrong:
-            compare_hosts(compiler, f"0-{mode}.h")
-        for path in sorted(HERE.glob("refused/*.swift")):
-            modes, words = re.match(r"// Refused in (.*?): (.*)", path.read_text()).groups()
-            if mode in modes:
-                compiler.refuses(f"{path.name}, mode {mode}", words, *check, f"refused/{path.name}")
-    compiler.accepts("Package.swift", "-typecheck", "-module-name", "Package", *MANIFEST_OPTIONS, "Package.swift")
-    print("\n".join(compiler.wrong) or f"{len(programs)} programs in modes {' and '.join(MODES)}, no warning")
+        check_mode(compiler, mode)
+    compiler.accepts("Package.swift", "-typecheck", "-module-name", "Package", *MANIFEST, "Package.swift")
+    print("\n".join(compiler.wrong) or f"{len(list(programs()))} programs in modes {' and '.join(MODES)}, no warning")
     return 1 if compiler.wrong else 0
 
 

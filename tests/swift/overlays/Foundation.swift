@@ -1,5 +1,5 @@
-// What Apple's Foundation gives Swift besides the declarations: values that stand for its objects. Only their types count
-// here; nothing of it runs.
+// What Apple's Foundation gives Swift besides the declarations: values that stand for its objects. Only their
+// types count here; nothing of it runs.
 @_exported import Foundation
 @_exported import ObjectiveC
 @_exported import Dispatch

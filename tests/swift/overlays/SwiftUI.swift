@@ -17,9 +17,9 @@ public struct ObservedObject<ObjectType: ObservableObject> {
 
   @dynamicMemberLookup @MainActor
   public struct Wrapper {
-    public subscript<Subject>(dynamicMember keyPath: ReferenceWritableKeyPath<ObjectType, Subject>) -> Binding<Subject> {
-      fatalError()
-    }
+    public subscript<Subject>(
+      dynamicMember keyPath: ReferenceWritableKeyPath<ObjectType, Subject>
+    ) -> Binding<Subject> { fatalError() }
   }
 }
 
@@ -69,7 +69,9 @@ extension App {
 public protocol Scene {}
 
 extension Scene {
-  public func onChange<Value: Equatable>(of value: Value, perform action: @escaping (Value) -> Void) -> some Scene { self }
+  public func onChange<Value: Equatable>(
+    of value: Value, perform action: @escaping (Value) -> Void
+  ) -> some Scene { self }
 }
 
 @resultBuilder

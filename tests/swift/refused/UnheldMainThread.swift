@@ -1,4 +1,4 @@
-// Refused in mode 6: call to main actor-isolated instance method 'activePushNotifications' in a synchronous nonisolated context
+// Refused in mode 6: call to main actor-isolated instance method 'activePushNotifications'
 import QuorvantisPush
 
 func activate() { Push.shared().activePushNotifications(true) }
