@@ -24,9 +24,9 @@ std::vector<std::string> eventsIn(const phone::Transcript& transcript) {
     const auto reading = transcript.read(next);
     if (reading.lines.empty()) return events;
     next += reading.lines.size();
-    for (const std::string& line : reading.lines) {
-      const json::Dictionary object = scenario::readObject(line);
-      if (object.contains("event")) events.push_back(line);
+    for (const phone::SharedText& line : reading.lines) {
+      const json::Dictionary object = scenario::readObject(*line);
+      if (object.contains("event")) events.push_back(*line);
     }
   }
 }
@@ -54,7 +54,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     phone.play(scenario::readStep({{"do", "authorization"}, {"granted", true}}));
   }
   const std::vector<std::string> events = fuzz::eventsIn(transcript);
-  phone.begin(phone::readLines(phone.scenario(), true));
+  phone.begin(phone::readLines(phone.scenario().takeAll(), true));
   fuzz::check(fuzz::eventsIn(transcript) == events, "what is saved gives the same events");
   return 0;
 }

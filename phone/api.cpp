@@ -29,23 +29,28 @@ HttpResponse answerWith(const json::Value& value) {
   return {.body = json::write(value)};
 }
 
-/// [{"id":…,"line":…},…]; the lines are JSON already.
-std::string numbered(std::size_t first, const std::vector<std::string>& lines) {
-  std::string array = "[";
-  for (const std::string& line : lines) {
-    if (array.size() > 1) array += ',';
-    array += R"({"id":)" + std::to_string(first++) + R"(,"line":)" + line + '}';
-  }
-  return array + ']';
-}
-
-std::vector<std::string> readAll(const Transcript& transcript, std::size_t from) {
-  std::vector<std::string> lines;
-  for (;;) {
-    auto reading = transcript.read(from + lines.size());
-    if (reading.lines.empty()) return lines;
-    std::move(reading.lines.begin(), reading.lines.end(), std::back_inserter(lines));
-  }
+/// {…"lines":[{"id":…,"line":…},…],"next":…}, a few lines at a time; the lines are JSON already.
+HttpResponse answerWithLines(Transcript::Excerpt excerpt, std::string begin = "{") {
+  begin += R"("lines":[)";
+  const auto nextPiece = [excerpt, begin, isFirst = true,
+                          isDone = false]() mutable -> std::optional<std::string> {
+    if (isDone) return std::nullopt;
+    std::string piece = std::exchange(begin, "");
+    std::size_t number = excerpt.from();
+    const std::vector<SharedText> lines = excerpt.take();
+    for (const SharedText& line : lines) {
+      if (!std::exchange(isFirst, false)) piece += ',';
+      piece.append(R"({"id":)")
+          .append(std::to_string(number++))
+          .append(R"(,"line":)")
+          .append(*line)
+          .append("}");
+    }
+    isDone = excerpt.from() == excerpt.next();
+    if (isDone) piece += R"(],"next":)" + std::to_string(excerpt.next()) + '}';
+    return piece;
+  };
+  return {.nextPiece = nextPiece};
 }
 
 std::optional<double> numberFrom(std::string_view text, double) {
@@ -208,9 +213,7 @@ server::HttpResponse Api::playLines(const Request& request) {
     } catch (const scenario::StepError& error) {
       return refuseLine(400, error.what(), index);
     }
-    const std::vector<std::string> made = readAll(transcript_, from);
-    return {.body = R"({"from":)" + std::to_string(from) + R"(,"lines":)" + numbered(from, made) +
-                    R"(,"next":)" + std::to_string(from + made.size()) + "}"};
+    return answerWithLines(transcript_.excerpt(from), R"({"from":)" + std::to_string(from) + ',');
   });
 }
 
@@ -247,9 +250,7 @@ server::HttpResponse Api::orderFaults(const Request& request) {
 server::HttpResponse Api::tellLines(const Request& request) {
   std::size_t from = fromOf(request);
   if (request.header("Accept").find("text/event-stream") == std::string_view::npos) {
-    const std::vector<std::string> lines = readAll(transcript_, from);
-    return {.body = R"({"lines":)" + numbered(from, lines) + R"(,"next":)" +
-                    std::to_string(from + lines.size()) + "}"};
+    return answerWithLines(transcript_.excerpt(from));
   }
   const auto last = numberFrom(request.header("Last-Event-ID"), from);
   if (last && *last <= kLargestLineNumber) from = *last + 1;
@@ -270,9 +271,9 @@ server::HttpResponse Api::waitForLine(const Request& request) {
   for (;;) {
     const auto reading = transcript_.wait(phone, from, until);
     if (reading.phone != phone) throw NotNow("the phone was replaced by a fresh one in the meantime");
-    for (const std::string& line : reading.lines) {
-      if (isWanted(line, wanted)) {
-        return {.body = R"({"id":)" + std::to_string(from) + R"(,"line":)" + line + "}"};
+    for (const SharedText& line : reading.lines) {
+      if (isWanted(*line, wanted)) {
+        return {.body = R"({"id":)" + std::to_string(from) + R"(,"line":)" + *line + "}"};
       }
       ++from;
     }
@@ -287,7 +288,11 @@ server::HttpResponse Api::waitForLine(const Request& request) {
 }
 
 server::HttpResponse Api::tellScenario(const Request&) {
-  return {.body = worker_.run([&] { return phone_.scenario(); }), .mediaType = "text/plain; charset=utf-8"};
+  const auto nextPiece = [text = worker_.run([&] { return phone_.scenario(); })]() mutable {
+    std::string piece = text.take();
+    return piece.empty() ? std::nullopt : std::optional(std::move(piece));
+  };
+  return {.mediaType = "text/plain; charset=utf-8", .nextPiece = nextPiece};
 }
 
 server::HttpResponse Api::tellSchema(const Request&) {

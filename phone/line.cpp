@@ -14,7 +14,6 @@ using scenario::optional;
 using scenario::required;
 
 constexpr std::string_view kKey = "phone";
-constexpr std::string_view kComment = "#phone ";
 
 const auto kOn = required("on", scenario::boolean(), kKey);
 const auto kUserInfo = required("userInfo", scenario::object(), kKey);
@@ -82,10 +81,6 @@ std::string textOf(const Act& act) {
   return std::visit([](const auto& one) { return json::write(objectOf(one)); }, act);
 }
 
-std::string commentOf(const Act& act) {
-  return std::string(kComment) + textOf(act);
-}
-
 Line readLine(json::Dictionary object, bool serverIsElsewhere) {
   if (object.contains(kKey) && !object.contains("do")) return readAct(object);
   return scenario::readStep(std::move(object), serverIsElsewhere);
@@ -95,8 +90,9 @@ std::vector<Line> readLines(std::string_view scenario, bool serverIsElsewhere) {
   std::vector<Line> lines;
   for (const scenario::ScenarioLine& line : scenario::linesOf(scenario)) {
     try {
-      if (line.text.starts_with(kComment)) {
-        lines.emplace_back(readAct(scenario::readObject(line.text.substr(kComment.size()))));
+      if (line.text.starts_with(kActComment)) {
+        lines.emplace_back(
+            readAct(scenario::readObject(line.text.substr(std::string_view(kActComment).size()))));
       } else if (!line.isComment()) {
         lines.emplace_back(scenario::readStep(line.text, serverIsElsewhere, line.number));
       }

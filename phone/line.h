@@ -39,8 +39,8 @@ using Line = std::variant<scenario::Step, Act>;
 
 /// The act as a line, without a line feed.
 std::string textOf(const Act& act);
-/// The same as a comment of a scenario.
-std::string commentOf(const Act& act);
+/// Before that text it makes a comment of a scenario.
+inline constexpr const char* kActComment = "#phone ";
 
 /// Throws scenario::StepError. With an external push server, "server" steps are refused.
 Line readLine(json::Dictionary object, bool serverIsElsewhere);

@@ -171,7 +171,7 @@ void Phone::deliverWaiting() {
 }
 
 void Phone::record(const json::Dictionary& line) {
-  unpublished_.push_back(json::write(line));
+  add(json::write(line));
   flush();
 }
 
@@ -201,8 +201,7 @@ void Phone::perform(const scenario::Step& step) {
   world_->player->play(step);
   if (world_->isPrompting) world_->player->goOn();
 
-  unpublished_.push_back(step.text());
-  saved_.add(step);
+  saved_.add(step, add(step.text()));
   tokens_.change(world_->device.facts.token);
   saved_.took(answers - std::min(answers, world_->waitingAnswers()), world_->refusals);
   if (step.name() == "relaunch") world_->hasEnded = false;
@@ -230,7 +229,7 @@ void Phone::makeReadyFor(const scenario::Step& step) {
 }
 
 void Phone::recordEvent(const device::Event& event, const json::Dictionary* userInfo) {
-  unpublished_.push_back(json::write(event));
+  add(json::write(event));
   const auto kind = event.find("event");
   if (kind == event.end()) return;
   if (kind->second == json::Value("authorizationRequested")) world_->isDecided = true;
@@ -342,12 +341,15 @@ void Phone::end(json::Value selector) {
 
 void Phone::show(const char* what, json::Dictionary more) {
   more.emplace("screen", what);
-  unpublished_.push_back(json::write(more));
+  add(json::write(more));
 }
 
 void Phone::record(const Act& act) {
-  unpublished_.push_back(textOf(act));
-  saved_.add(act);
+  saved_.add(act, add(textOf(act)));
+}
+
+SharedText Phone::add(std::string line) {
+  return unpublished_.emplace_back(share(std::move(line)));
 }
 
 void Phone::flush() {

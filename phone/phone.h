@@ -64,7 +64,7 @@ class Phone {
   void record(const json::Dictionary& line);
 
   /// What was done since the phone was started afresh, as a scenario.
-  [[nodiscard]] std::string scenario() const { return saved_.text(); }
+  [[nodiscard]] SavedScenario::Text scenario() const { return saved_.text(); }
 
   /// May be called on any thread.
   [[nodiscard]] const Tokens& tokens() const { return tokens_; }
@@ -107,6 +107,7 @@ class Phone {
   void reportSettingsFailure();
   void show(const char* what, json::Dictionary more = {});
   void record(const Act& act);
+  SharedText add(std::string line);
   void flush();
 
   const PhoneOptions options_;
@@ -115,7 +116,7 @@ class Phone {
   std::size_t phones_ = 0;
 
   std::unique_ptr<World> world_;
-  std::vector<std::string> unpublished_;  // lines that are not yet in the transcript
+  std::vector<SharedText> unpublished_;  // lines that are not yet in the transcript
   SavedScenario saved_;
   Tokens tokens_;
 

@@ -8,43 +8,29 @@
 
 namespace quorvantis::phone {
 
-namespace {
-
-void addLine(std::string& text, const std::string& line) {
-  text += line;
-  text += '\n';
-}
-
-void addAnswers(std::string& text, const json::Array& answers) {
-  if (answers.empty()) return;
-  addLine(text, json::write(json::Dictionary{{"do", "server"}, {"answers", answers}}));
-}
-
-}  // namespace
-
 SavedScenario::SavedScenario(const std::vector<std::string>& remarks, const json::Dictionary& stored) {
-  for (const std::string& remark : remarks) addLine(head_, "# " + remark);
+  for (const std::string& remark : remarks) head_.push_back(share("# " + remark));
   if (stored.empty()) return;
   // What was stored before the application started.
-  addLine(head_, json::write(json::Dictionary{{"do", "store"}, {"set", stored}}));
+  head_.push_back(share(json::write(json::Dictionary{{"do", "store"}, {"set", stored}})));
 }
 
-void SavedScenario::add(const scenario::Step& step) {
+void SavedScenario::add(const scenario::Step& step, SharedText line) {
   if (step.name() == "server") {
     const auto& answers = *step.find("answers")->get<json::Array>();
     queued_.insert(queued_.end(), answers.begin(), answers.end());
   } else if (std::exchange(isWaiting_, false)) {
     const auto waiting = entries_.begin() + static_cast<std::ptrdiff_t>(last_);
-    entries_.insert(waiting, {step.text()});
+    entries_.insert(waiting, {std::move(line)});
     ++last_;
   } else {
     last_ = entries_.size();
-    entries_.push_back({step.text()});
+    entries_.push_back({std::move(line)});
   }
 }
 
-void SavedScenario::add(const Act& act) {
-  entries_.push_back({commentOf(act)});
+void SavedScenario::add(const Act&, SharedText line) {
+  entries_.push_back({std::move(line), true});
 }
 
 void SavedScenario::took(std::size_t answers, std::size_t refusals) {
@@ -56,18 +42,40 @@ void SavedScenario::took(std::size_t answers, std::size_t refusals) {
   taken.insert(taken.end(), refusals, json::Dictionary{{"fault", "refuse"}});
 }
 
-std::string SavedScenario::text() const {
-  std::string text = head_;
+SavedScenario::Text SavedScenario::text() const {
+  Text text;
+  const auto addAnswers = [&](const json::Array& answers) {
+    if (answers.empty()) return;
+    text.lines_.emplace_back("",
+                             share(json::write(json::Dictionary{{"do", "server"}, {"answers", answers}})));
+  };
+  text.lines_.reserve(head_.size() + entries_.size());
+  for (const SharedText& line : head_) text.lines_.emplace_back("", line);
   for (std::size_t i = 0; i < entries_.size(); ++i) {
     if (isWaiting_ && i == last_) {
-      addLine(text, "# The phone asked for permission here, and nobody had answered yet.");
+      text.lines_.emplace_back("",
+                               share("# The phone asked for permission here, and nobody had answered yet."));
       continue;
     }
-    addAnswers(text, entries_[i].answers);
-    addLine(text, entries_[i].line);
+    addAnswers(entries_[i].answers);
+    text.lines_.emplace_back(entries_[i].isAct ? kActComment : "", entries_[i].line);
   }
-  addAnswers(text, queued_);
+  addAnswers(queued_);
   return text;
+}
+
+std::string SavedScenario::Text::take() {
+  std::string some;
+  for (; next_ < lines_.size() && some.size() < kMostBytesAtOnce; ++next_) {
+    some.append(lines_[next_].first).append(*lines_[next_].second).append("\n");
+  }
+  return some;
+}
+
+std::string SavedScenario::Text::takeAll() {
+  std::string all;
+  for (std::string some = take(); !some.empty(); some = take()) all += some;
+  return all;
 }
 
 }  // namespace quorvantis::phone

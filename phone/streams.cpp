@@ -39,8 +39,8 @@ class Stream {
     }
     if (reading.isOver && reading.lines.empty()) return std::nullopt;
     std::string text;
-    for (const std::string& line : reading.lines) {
-      text += "id: " + std::to_string(next_++) + "\ndata: " + line + "\n\n";
+    for (const SharedText& line : reading.lines) {
+      text += "id: " + std::to_string(next_++) + "\ndata: " + *line + "\n\n";
     }
     return text.empty() ? ":\n\n" : text;
   }

@@ -7,9 +7,12 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstddef>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <vector>
+
+#include "phone/shared_text.h"
 
 namespace quorvantis::phone {
 
@@ -19,16 +22,37 @@ class Transcript {
   struct Reading {
     std::string phone;  ///< identifies the phone
     std::size_t from = 1;
-    std::vector<std::string> lines = {};  ///< the first has the number `from`
-    std::size_t next = 1;                 ///< the number of the next line that the phone will have
-    bool isOver = false;                  ///< no more lines will come
+    std::vector<SharedText> lines = {};  ///< the first has the number `from`
+    std::size_t next = 1;                ///< the number of the next line that the phone will have
+    bool isOver = false;                 ///< no more lines will come
+  };
+
+  /// The lines that a phone has at a moment, to be read bit by bit, also when another phone has taken its
+  /// place. One thread at a time.
+  class Excerpt {
+   public:
+    /// The number of the first that was not taken yet.
+    [[nodiscard]] std::size_t from() const { return from_; }
+    /// The number that follows the last.
+    [[nodiscard]] std::size_t next() const { return next_; }
+    /// The next few of them, one at least; none when all have been taken.
+    std::vector<SharedText> take();
+
+   private:
+    friend class Transcript;
+    Excerpt(const Transcript& transcript, std::size_t from);
+
+    const Transcript* transcript_;
+    std::shared_ptr<const std::vector<SharedText>> lines_;
+    std::size_t from_;
+    std::size_t next_;
   };
 
   /// Starts over, for another phone.
   void begin(std::string phone);
 
   /// Returns the number of the first of them.
-  std::size_t append(std::vector<std::string> lines);
+  std::size_t append(std::vector<SharedText> lines);
 
   /// Wakes all waiting readers: no more lines will come.
   void end();
@@ -36,8 +60,11 @@ class Transcript {
   /// The lines from the number `from` on, but no more of them than fill a screen or two.
   [[nodiscard]] Reading read(std::size_t from) const;
 
-  /// The same, once there are any, or there is another phone than the named one, or the transcript is over,
-  /// or the time has come.
+  /// The lines from the number `from` on that there are now.
+  [[nodiscard]] Excerpt excerpt(std::size_t from) const { return {*this, from}; }
+
+  /// What read() gives, once there are any, or there is another phone than the named one, or the transcript
+  /// is over, or the time has come.
   [[nodiscard]] Reading wait(const std::string& phone, std::size_t from,
                              std::chrono::steady_clock::time_point until) const;
 
@@ -47,7 +74,7 @@ class Transcript {
   mutable std::mutex mutex_;
   mutable std::condition_variable changed_;
   std::string phone_;
-  std::vector<std::string> lines_;
+  std::shared_ptr<std::vector<SharedText>> lines_ = std::make_shared<std::vector<SharedText>>();
   bool isOver_ = false;
 };
 

@@ -198,7 +198,7 @@ class Apple {
       continue;
     }
     std::string text;
-    for (const std::string& line : reading.lines) text.append(line).append("\n");
+    for (const phone::SharedText& line : reading.lines) text.append(*line).append("\n");
     if (!streams.write(text)) return false;
     next += reading.lines.size();
     if (reading.isOver && reading.lines.empty()) return true;

@@ -2,6 +2,7 @@
 
 import http.client
 import json
+import os
 import subprocess
 import tempfile
 import urllib.parse
@@ -73,6 +74,11 @@ class Phone:
 
     def scenario(self):
         return self.request("GET", "/api/scenario")[2].decode()
+
+    def memory(self):
+        """The bytes of memory that its process has."""
+        with open(f"/proc/{self.process.pid}/statm") as file:
+            return int(file.read().split()[1]) * os.sysconf("SC_PAGESIZE")
 
     def said(self):
         """What it has said in words."""

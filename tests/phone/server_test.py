@@ -198,6 +198,26 @@ def many_lines(phone):
     check(phone.json("GET", f"/api/lines?from={many + 2}")[1]["next"] == many + 3, "from there on")
 
 
+def long_answers(phone):
+    """They are sent in pieces: who does not read costs nothing, and gets the lines of the phone that was asked."""
+    phone.fresh()
+    many = 3000 // PART
+    for _ in range(10):
+        phone.play(*[{"do": "application", "version": "z" * 4000}] * (many // 10))
+    before, waiting = phone.memory(), []
+    for _ in range(16):
+        waiting.append(http.client.HTTPConnection("127.0.0.1", phone.port, timeout=PATIENCE))
+        waiting[-1].request("GET", "/api/lines", headers={"Authorization": "Bearer " + phone.key})
+        check(waiting[-1].sock.recv(4, socket.MSG_PEEK) == b"HTTP", "it begins at once")
+    grown = phone.memory() - before
+    check(PART > 1 or grown < 16 << 20, f"16 answers of 12 MB cost {grown >> 20} MiB")
+    phone.fresh()
+    lines = json.loads(waiting[0].getresponse().read())["lines"]
+    check([entry["id"] for entry in lines] == list(range(1, many + 1)), f"{len(lines)} lines of the phone that was asked")
+    for connection in waiting:
+        connection.close()
+
+
 def ends_in_use():
     """What has not been played yet is refused, and nobody waits for it."""
     with Phone(TOOL) as phone:
@@ -301,7 +321,7 @@ def wrong_arguments():
 
 def main():
     with Phone(TOOL) as phone:
-        for part in (only_those_with_the_key, what_is_refused, waits, streams, many_lines):
+        for part in (only_those_with_the_key, what_is_refused, waits, streams, many_lines, long_answers):
             part(phone)
         check(phone.request("GET", "/")[0] == 404, "no page")
         check(phone.stop()[1] == 0, "a clean end")
