@@ -36,6 +36,12 @@ constexpr std::size_t kMostLingerBytes = std::size_t{4} * 1024 * 1024;
 constexpr const char* kUnclearLength =
     "the length of the body is not clear: send one Content-Length, or \"Transfer-Encoding: chunked\"";
 
+std::string sizeOf(std::size_t bytes) {
+  const std::size_t kibibytes = bytes / 1024;
+  return kibibytes % 1024 == 0 ? std::to_string(kibibytes / 1024) + " MiB"
+                               : std::to_string(kibibytes) + " KiB";
+}
+
 std::string decoded(std::string_view text, bool isQuery) {
   std::string bytes;
   bytes.reserve(text.size());
@@ -245,7 +251,7 @@ bool HttpWire::readBody(std::string& body, std::size_t mostKept, std::size_t mos
   });
   if (end == State::BodyEnd::gone) return false;
   if (isTooLong || end == State::BodyEnd::tooLong)
-    throw HttpRefusal(413, "the body is longer than " + std::to_string(mostKept / 1024) + " KiB");
+    throw HttpRefusal(413, "the body is longer than " + sizeOf(mostKept));
   return true;
 }
 

@@ -202,8 +202,8 @@ def long_answers(phone):
     """They are sent in pieces: who does not read costs nothing, and gets the lines of the phone that was asked."""
     phone.fresh()
     many = 3000 // PART
-    for _ in range(10):
-        phone.play(*[{"do": "application", "version": "z" * 4000}] * (many // 10))
+    for _ in range(20):
+        phone.play(*[{"do": "application", "version": "z" * 4000}] * (many // 20))
     before, waiting = phone.memory(), []
     for _ in range(16):
         waiting.append(http.client.HTTPConnection("127.0.0.1", phone.port, timeout=PATIENCE))
