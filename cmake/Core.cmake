@@ -4,6 +4,7 @@ file(STRINGS "${CMAKE_CURRENT_LIST_DIR}/core-folders" QUORVANTIS_CORE_FOLDERS)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${CMAKE_CURRENT_LIST_DIR}/core-folders")
 
 add_library(quorvantis_push)
+add_subdirectory(platform)
 foreach(folder IN LISTS QUORVANTIS_CORE_FOLDERS)
   add_subdirectory("${folder}")
 endforeach()

@@ -4,7 +4,6 @@
 include(CMakePackageConfigHelpers)
 
 set(package_folder "${CMAKE_INSTALL_LIBDIR}/cmake/QuorvantisPush")
-set(header_folder "${CMAKE_INSTALL_INCLUDEDIR}/QuorvantisPush")
 set(installed_targets quorvantis_push quorvantis_simulated quorvantis_device quorvantis_json quorvantis_jose quorvantis_base quorvantis_server)
 
 foreach(target IN LISTS installed_targets)
@@ -19,7 +18,7 @@ install(TARGETS ${installed_targets}
   ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development
   LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development
   RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT development
-  INCLUDES DESTINATION "${header_folder}")
+  FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/QuorvantisPush" COMPONENT development)
 install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 if(QUORVANTIS_TOOL)
   if(BUILD_SHARED_LIBS)
@@ -44,13 +43,6 @@ if(QUORVANTIS_TOOL)
   install(FILES "${completions}/quorvantis-push.fish"
     DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d" COMPONENT tool)
 endif()
-
-# Headers include each other by their path in the source tree.
-foreach(folder IN LISTS QUORVANTIS_CORE_FOLDERS ITEMS platform platform/simulated device json server)
-  file(GLOB headers CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/${folder}/*.h")
-  list(FILTER headers EXCLUDE REGEX "/shared_slot\\.h$")  # only for the simulated device's relaunch
-  install(FILES ${headers} DESTINATION "${header_folder}/${folder}" COMPONENT development)
-endforeach()
 
 install(EXPORT QuorvantisPush
   FILE QuorvantisPushTargets.cmake

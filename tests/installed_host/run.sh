@@ -10,14 +10,17 @@ shift 2
 
 rm -rf "$work"
 mkdir -p "$work/samples"
+headers=
 if [ "$build_tree" != - ]; then
   cmake --install "$build_tree" --prefix "$work/prefix" >/dev/null
   test -s "$work/prefix/share/doc/QuorvantisPush/LICENSE"
+  headers=$work/prefix/include/QuorvantisPush
 fi
 sample() { sed -n '/^```cpp$/,/^```$/{/^```/d;p}' "$1"; }
 sample "$here/../../README.md" >"$work/samples/readme.cpp"
 sample "$here/../../docs/cpp-hosts.md" >"$work/samples/news_test.cpp"
-cmake -S "$here" -B "$work/host" -G Ninja -DCMAKE_PREFIX_PATH="$work/prefix" -DSAMPLES="$work/samples" "$@"
+cmake -S "$here" -B "$work/host" -G Ninja -DCMAKE_PREFIX_PATH="$work/prefix" -DSAMPLES="$work/samples" \
+  -DHEADERS="$headers" "$@"
 cmake --build "$work/host"
 "$work/host/host" "$work"
 test "$("$work/host/readme")" = 000102030405060708090a0b0c0d0e0f101112131415161718191a1b1c1d1e1f
