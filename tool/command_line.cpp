@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <functional>
 #include <iostream>
 #include <optional>
 #include <string>
@@ -9,6 +10,7 @@
 
 #include "device/text.h"
 #include "scenario/names.h"
+#include "tool/exit_status.h"
 
 namespace quorvantis::tool {
 
@@ -27,6 +29,11 @@ class CommandStatus : public CLI::Error {
  public:
   explicit CommandStatus(int status) : CLI::Error("CommandStatus", "", status) {}
 };
+
+/// Runs the command; `scenario` is the file that it reads.
+[[noreturn]] void end(const std::function<int()>& command, const std::string& scenario = "") {
+  throw CommandStatus(statusOf(command, scenario));
+}
 
 /// CLI11 keeps references to these while it parses.
 struct Options {
@@ -49,7 +56,7 @@ CLI::App* addCommand(CLI::App& app, const char* name, const char* about) {
 
 void addDemo(CLI::App& app, int (*demo)()) {
   addCommand(app, "demo", "Watch a simulated phone register and get notifications")->callback([demo] {
-    throw CommandStatus(demo());
+    end(demo);
   });
 }
 
@@ -117,7 +124,7 @@ void addPayload(CLI::App& app, PayloadOptions& options, int (*payload)(const Pay
     if (std::count(options.files.begin(), options.files.end(), "-") > 1) {
       throw CLI::ValidationError("FILE", "standard input (-) may be named only once");
     }
-    throw CommandStatus(payload(options));
+    end([&] { return payload(options); });
   });
 }
 
@@ -164,7 +171,7 @@ void addRun(CLI::App& app, RunOptions& options, int (*run)(const RunOptions&)) {
       ->add_option("FILE", options.scenario, "the scenario, one JSON object per line; - for standard input")
       ->required()
       ->type_name(" ");
-  command->callback([&options, run] { throw CommandStatus(run(options)); });
+  command->callback([&options, run] { end([&] { return run(options); }, options.scenario); });
 }
 
 void addPhone(CLI::App& app, PhoneOptions& options, int (*phone)(const PhoneOptions&)) {
@@ -220,7 +227,7 @@ void addPhone(CLI::App& app, PhoneOptions& options, int (*phone)(const PhoneOpti
     if (options.untilEof && options.scenario == "-") {
       throw CLI::ValidationError("FILE", "can't be standard input (-) with --until-eof; name a file");
     }
-    throw CommandStatus(phone(options));
+    end([&] { return phone(options); }, options.scenario);
   });
 }
 
@@ -236,7 +243,7 @@ void addServe(CLI::App& app, ServeOptions& options, int (*serve)(const ServeOpti
       ->type_name("FILE");
   command->add_flag("--seal-answers", options.sealAnswers,
                     "encrypt answers with the hash key, as requests are");
-  command->callback([&options, serve] { throw CommandStatus(serve(options)); });
+  command->callback([&options, serve] { end([&] { return serve(options); }); });
 }
 
 bool hasCommand(CLI::App& app, const std::string& name) {
@@ -244,10 +251,10 @@ bool hasCommand(CLI::App& app, const std::string& name) {
 }
 
 /// The command's status, unless its output was lost.
-int statusOf(const CommandStatus& command) {
+int checked(const CommandStatus& command) {
   if (std::cout.flush()) return command.get_exit_code();
   std::cerr << "quorvantis-push: can't write to standard output; is the disk full?\n";
-  return std::max(command.get_exit_code(), 1);
+  return std::max(command.get_exit_code(), kFailed);
 }
 
 }  // namespace
@@ -266,18 +273,18 @@ int runCommandLine(int argc, char** argv, const Commands& commands) {
 
   if (argc > 1 && argv[1][0] != '-' && !hasCommand(app, argv[1])) {
     std::cerr << "quorvantis-push: unknown command \"" << argv[1] << "\" (see --help)\n";
-    return 2;
+    return kUnusable;
   }
   try {
     app.parse(argc, argv);
     return 0;
   } catch (const CommandStatus& command) {
-    return statusOf(command);
+    return checked(command);
   } catch (const CLI::Success& help) {
     return app.exit(help);
   } catch (const CLI::ParseError& error) {
     std::cerr << "quorvantis-push: " << error.what() << " (see --help)\n";
-    return 2;
+    return kUnusable;
   }
 }
 

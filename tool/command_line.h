@@ -8,7 +8,8 @@
 
 namespace quorvantis::tool {
 
-/// The function behind each command; it returns the exit status. A command without one is not offered.
+/// The function behind each command; it returns the exit status, or throws. A command without one is not
+/// offered.
 struct Commands {
   const char* about;  ///< the program, in one line
   int (*demo)() = nullptr;

@@ -9,6 +9,7 @@
 #include "scenario/push_service.h"
 #include "tool/demo_scenes.h"
 #include "tool/demo_story.h"
+#include "tool/exit_status.h"
 
 namespace quorvantis::tool {
 
@@ -90,27 +91,21 @@ class Demo {
 }  // namespace
 
 int demo() {
-  try {
-    const console::Terminal terminal = console::Terminal::ofStandardOutput();
-    for (const std::string& line :
-         console::wrap("One simulated phone, and a push server on this machine that it reaches over real "
-                       "HTTPS. Host is an "
-                       "application that links the library, Push is the library, System is the phone's "
-                       "operating system, Maker is the service that registers users and devices.",
-                       terminal.width())) {
-      std::cout << line << '\n';
-    }
-    std::cout << '\n';
-    const bool allWell = Demo(terminal).play();
-    std::cout << terminal.styled(
-                     allWell ? console::Style::green : console::Style::red,
-                     allWell ? "Everything went as expected." : "Something went wrong: see above.")
-              << std::endl;
-    return allWell ? 0 : 1;
-  } catch (const std::exception& error) {
-    std::cerr << "quorvantis-push: the demo failed: " << error.what() << '\n';
-    return 1;
+  const console::Terminal terminal = console::Terminal::ofStandardOutput();
+  for (const std::string& line :
+       console::wrap("One simulated phone, and a push server on this machine that it reaches over real "
+                     "HTTPS. Host is an "
+                     "application that links the library, Push is the library, System is the phone's "
+                     "operating system, Maker is the service that registers users and devices.",
+                     terminal.width())) {
+    std::cout << line << '\n';
   }
+  std::cout << '\n';
+  const bool allWell = Demo(terminal).play();
+  std::cout << terminal.styled(allWell ? console::Style::green : console::Style::red,
+                               allWell ? "Everything went as expected." : "Something went wrong: see above.")
+            << std::endl;
+  return allWell ? 0 : kFailed;
 }
 
 }  // namespace quorvantis::tool

@@ -1,6 +1,5 @@
 #include "tool/payload.h"
 
-#include <exception>
 #include <iostream>
 #include <sstream>
 
@@ -12,6 +11,7 @@
 #include "report/sarif.h"
 #include "report/source.h"
 #include "report/text.h"
+#include "tool/exit_status.h"
 
 namespace quorvantis::tool {
 
@@ -20,8 +20,8 @@ namespace {
 using Format = PayloadOptions::Format;
 
 int statusOf(const report::PayloadTotals& totals, std::optional<lint::Severity> failOn) {
-  if (totals.unreadable != 0) return 2;
-  return failOn && totals.atLeast(*failOn) != 0 ? 1 : 0;
+  if (totals.unreadable != 0) return kUnusable;
+  return failOn && totals.atLeast(*failOn) != 0 ? kFailed : 0;
 }
 
 void append(const json::Value& element, std::string& elements) {
@@ -104,14 +104,7 @@ report::PayloadTotals report(const std::vector<std::string>& files, const Payloa
 }  // namespace
 
 int explainPayloads(const PayloadOptions& options) {
-  try {
-    const report::PayloadTotals totals = report(report::payloadFiles(options.files), options);
-    return statusOf(totals, options.failOn);
-  } catch (const std::exception& error) {
-    std::cout.flush();
-    std::cerr << "quorvantis-push: " << error.what() << '\n';
-    return 1;
-  }
+  return statusOf(report(report::payloadFiles(options.files), options), options.failOn);
 }
 
 }  // namespace quorvantis::tool

@@ -25,7 +25,7 @@ struct PayloadOptions {
   std::vector<std::string> files;  ///< may be folders and patterns; "-" is standard input
 };
 
-/// Returns the exit status. Failures are reported on standard error.
+/// Returns the exit status.
 int explainPayloads(const PayloadOptions& options);
 
 }  // namespace quorvantis::tool

@@ -27,14 +27,12 @@
 #include "scenario/names.h"
 #include "server/authority_file.h"
 #include "server/socket.h"
+#include "tool/exit_status.h"
 #include "tool/standard_streams.h"
 
 namespace quorvantis::tool {
 
 namespace {
-
-constexpr int kFailed = 1;
-constexpr int kUnusable = 2;
 
 std::string contentsOf(const std::string& path, const char* option) {
   std::ifstream file(path, std::ios::binary);
@@ -285,18 +283,7 @@ bool run(const PhoneOptions& options) {
 }  // namespace
 
 int phone(const PhoneOptions& options) {
-  try {
-    return run(options) ? 0 : kFailed;
-  } catch (const scenario::ScenarioError& error) {
-    std::cerr << options.scenario << ':' << error.line() << ": " << error.what() << '\n';
-    return kUnusable;
-  } catch (const console::UsageError& error) {
-    std::cerr << "quorvantis-push: " << error.what() << '\n';
-    return kUnusable;
-  } catch (const std::exception& error) {
-    std::cerr << "quorvantis-push: " << error.what() << '\n';
-    return kFailed;
-  }
+  return run(options) ? 0 : kFailed;
 }
 
 }  // namespace quorvantis::tool

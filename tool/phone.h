@@ -36,7 +36,7 @@ struct PhoneOptions {
 };
 
 /// Runs until SIGINT, SIGTERM or a request ends it, or the end of standard input if asked to. Returns the
-/// exit status. Failures are reported on standard error.
+/// exit status.
 int phone(const PhoneOptions& options);
 
 }  // namespace quorvantis::tool

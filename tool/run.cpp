@@ -16,9 +16,6 @@ namespace quorvantis::tool {
 
 namespace {
 
-constexpr int kFailed = 1;
-constexpr int kUnreadable = 2;
-
 std::vector<scenario::Step> readScenarioFile(const RunOptions& options) {
   const bool serverIsElsewhere = options.server.has_value();
   const console::Input input = console::readInput(options.scenario);
@@ -72,22 +69,8 @@ void playOnFreshDevice(const RunOptions& options, const std::vector<scenario::St
 }  // namespace
 
 int run(const RunOptions& options) {
-  try {
-    playOnFreshDevice(options, readScenarioFile(options));
-    std::cout.flush();
-    return 0;
-  } catch (const scenario::ScenarioError& error) {
-    std::cout.flush();
-    std::cerr << options.scenario << ':' << error.line() << ": " << error.what() << '\n';
-    return kUnreadable;
-  } catch (const console::UsageError& error) {
-    say(error.what());
-    return kUnreadable;
-  } catch (const std::exception& error) {
-    std::cout.flush();
-    say(error.what());
-    return kFailed;
-  }
+  playOnFreshDevice(options, readScenarioFile(options));
+  return 0;
 }
 
 }  // namespace quorvantis::tool

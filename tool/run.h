@@ -17,7 +17,7 @@ struct RunOptions {
   std::optional<std::string> authority;  ///< the file with its authority's certificate, PEM
 };
 
-/// Returns the exit status. Failures are reported on standard error.
+/// Returns the exit status.
 int run(const RunOptions& options);
 
 }  // namespace quorvantis::tool

@@ -64,13 +64,8 @@ void serveUntilStopped(const ServeOptions& options) {
 }  // namespace
 
 int serve(const ServeOptions& options) {
-  try {
-    serveUntilStopped(options);
-    return 0;
-  } catch (const std::exception& error) {
-    std::cerr << "quorvantis-push: " << error.what() << '\n';
-    return 1;
-  }
+  serveUntilStopped(options);
+  return 0;
 }
 
 }  // namespace quorvantis::tool

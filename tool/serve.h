@@ -13,7 +13,7 @@ struct ServeOptions {
   bool sealAnswers = false;
 };
 
-/// Serves until SIGINT or SIGTERM. Returns the exit status. Failures are reported on standard error.
+/// Serves until SIGINT or SIGTERM. Returns the exit status.
 int serve(const ServeOptions& options);
 
 }  // namespace quorvantis::tool
