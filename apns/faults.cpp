@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 #include "apns/reasons.h"
+#include "console/wording.h"
 
 namespace quorvantis::apns {
 namespace {
@@ -27,15 +29,6 @@ constexpr std::array kKinds = {KindName{"answer", Kind::answer, {"reason", "stat
                                KindName{"lost", Kind::lost, {}},
                                KindName{"silence", Kind::silence, {}},
                                KindName{"slow", Kind::slow, {"seconds"}}};
-
-std::string listedKinds() {
-  std::string all;
-  for (const KindName& one : kKinds) {
-    all += all.empty() ? "" : ", ";
-    all += '"' + std::string(one.name) + '"';
-  }
-  return all;
-}
 
 const KindName* kindOf(const json::Value& entry) {
   const json::Value* const name = entry.find("fault");
@@ -74,13 +67,17 @@ std::optional<double> secondsIn(const json::Value& entry) {
 std::string read(const json::Value& entry, Fault& fault) {
   if (entry.get<json::Dictionary>() == nullptr) return "must be an object";
   const KindName* const kind = kindOf(entry);
-  if (kind == nullptr) return "needs a \"fault\", one of " + listedKinds();
+  if (kind == nullptr) {
+    std::vector<std::string_view> names;
+    for (const KindName& one : kKinds) names.push_back(one.name);
+    return "needs a \"fault\", one of " + console::listed(names);
+  }
   if (hasOtherKeys(entry, *kind)) {
-    std::string known = R"("fault", "times")";
-    for (const std::string_view key : kind->keys) {
-      if (!key.empty()) known += ", \"" + std::string(key) + '"';
-    }
-    return "has a key that \"" + std::string(kind->name) + "\" does not take; it takes " + known;
+    std::vector<std::string_view> known{"fault", "times"};
+    std::copy_if(kind->keys.begin(), kind->keys.end(), std::back_inserter(known),
+                 [](std::string_view key) { return !key.empty(); });
+    return "has a key that \"" + std::string(kind->name) + "\" does not take; it takes " +
+           console::listed(known);
   }
   const auto times = wholeNumber(entry, "times", 1, 1, kMostTimes);
   if (!times) return "\"times\" must be a whole number from 1 to 1000000";

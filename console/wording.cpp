@@ -1,5 +1,7 @@
 #include "console/wording.h"
 
+#include <vector>
+
 #include "base/utf8.h"
 #include "json/write.h"
 
@@ -50,10 +52,19 @@ std::string counted(std::size_t number, const std::string& noun) {
   return grouped(number) + ' ' + noun + (number == 1 ? "" : "s");
 }
 
-std::string listed(std::span<const std::string_view> texts) {
+std::string joined(std::span<const std::string> texts, std::string_view beforeLast) {
   std::string list;
-  for (const std::string_view text : texts) list += (list.empty() ? "" : ", ") + json::write(text);
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    if (i != 0) list += i + 1 == texts.size() ? beforeLast : ", ";
+    list += texts[i];
+  }
   return list;
+}
+
+std::string listed(std::span<const std::string_view> texts, std::string_view beforeLast) {
+  std::vector<std::string> quoted;
+  for (const std::string_view text : texts) quoted.push_back(json::write(text));
+  return joined(quoted, beforeLast);
 }
 
 std::string shortened(std::string_view text, std::size_t longest) {

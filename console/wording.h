@@ -19,8 +19,11 @@ std::string grouped(std::size_t number);
 /// "1 error", "2 errors".
 std::string counted(std::size_t number, const std::string& noun);
 
-/// Quoted strings, separated by commas.
-std::string listed(std::span<const std::string_view> texts);
+/// The texts, separated by commas, the last one by `beforeLast`, such as " or ".
+std::string joined(std::span<const std::string> texts, std::string_view beforeLast = ", ");
+
+/// The same with each in quotation marks.
+std::string listed(std::span<const std::string_view> texts, std::string_view beforeLast = ", ");
 
 /// The text, shortened with an ellipsis when it has more bytes than that.
 std::string shortened(std::string_view text, std::size_t longest = 120);

@@ -48,12 +48,8 @@ std::string shownBySystem(const device::SystemEffects& system) {
   if (system.showsAlert) effects.emplace_back("shows the notification");
   if (system.badge) effects.push_back("sets the badge to " + std::to_string(*system.badge));
   if (system.playsSound) effects.emplace_back("plays its sound");
-  std::string text;
-  for (std::size_t i = 0; i < effects.size(); ++i) {
-    const bool isLast = i + 1 == effects.size();
-    text += (i == 0 ? "" : isLast ? " and " : ", ") + effects[i];
-  }
-  return text.empty() ? "The system shows nothing." : "The system by itself " + text + ".";
+  if (effects.empty()) return "The system shows nothing.";
+  return "The system by itself " + console::joined(effects, " and ") + ".";
 }
 
 /// What comes before the library has a say.

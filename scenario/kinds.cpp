@@ -91,15 +91,6 @@ std::optional<QueuedAnswer> answerOf(const Value& value) {
 
 }  // namespace
 
-std::string alternatives(const std::vector<const char*>& choices) {
-  std::string list;
-  for (std::size_t i = 0; i < choices.size(); ++i) {
-    if (i > 0) list += i + 1 < choices.size() ? ", " : " or ";
-    list += '"' + std::string(choices[i]) + '"';
-  }
-  return list;
-}
-
 Kind<std::string> text() {
   return {{.name = "string", .description = "a string"}, copyOf<std::string>};
 }
@@ -141,7 +132,7 @@ Kind<std::chrono::nanoseconds> seconds() {
   return {{.name = "seconds", .description = "a number, 0 or more"}, durationOf};
 }
 
-Kind<std::vector<std::string>> someOf(const std::vector<const char*>& choices,
+Kind<std::vector<std::string>> someOf(const std::vector<std::string_view>& choices,
                                       const std::string& description) {
   return {{.name = "choices", .description = description, .choices = choices}, [choices](const Value& value) {
             return elementsOf<std::string>(value, [&](const Value& element) {
@@ -160,7 +151,7 @@ Kind<std::vector<QueuedAnswer>> answers() {
       "an array of answers, each {\"status\": a whole number from 200 to 599 except 204 and 304, \"body\": a "
       "string}, "
       "{\"status\", \"bodyHex\": a string of an even count of hexadecimal digits} or {\"fault\": " +
-      alternatives(facts.choices) + "}";
+      console::listed(facts.choices, " or ") + "}";
   return {facts, [](const Value& value) { return elementsOf<QueuedAnswer>(value, answerOf); }};
 }
 

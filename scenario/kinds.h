@@ -7,8 +7,10 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "console/wording.h"
 #include "json/value.h"
 #include "scenario/names.h"
 #include "scenario/push_service.h"
@@ -21,7 +23,7 @@ struct KindFacts {
   /// "strings", "choices" or "answers".
   std::string name;
   std::string description = {};  ///< what a value must be: "a string or null"
-  std::vector<const char*> choices =
+  std::vector<std::string_view> choices =
       {};  ///< of "choice" and "choices": the strings; of "answers": the faults
   bool takesNull = false;
 };
@@ -31,9 +33,6 @@ struct Kind {
   KindFacts facts;
   std::function<std::optional<T>(const json::Value&)> read;  ///< nothing: the value is not of this kind
 };
-
-/// "a", "b" or "c", in quotation marks.
-std::string alternatives(const std::vector<const char*>& choices);
 
 Kind<std::string> text();
 Kind<std::vector<std::string>> texts();
@@ -50,7 +49,7 @@ Kind<std::int64_t> count();
 Kind<std::int64_t> integer();
 Kind<std::chrono::nanoseconds> seconds();
 /// An array of some of these strings.
-Kind<std::vector<std::string>> someOf(const std::vector<const char*>& choices,
+Kind<std::vector<std::string>> someOf(const std::vector<std::string_view>& choices,
                                       const std::string& description);
 Kind<std::vector<QueuedAnswer>> answers();
 
@@ -59,7 +58,7 @@ template <class Value>
 Kind<Value> choice() {
   KindFacts facts{.name = "choice"};
   for (const auto& named : kNamed<Value>) facts.choices.push_back(named.name);
-  facts.description = alternatives(facts.choices);
+  facts.description = console::listed(facts.choices, " or ");
   return {facts, [](const json::Value& value) {
             const auto* name = value.get<std::string>();
             return name == nullptr ? std::nullopt : valueOf<Value>(*name);

@@ -1,5 +1,6 @@
 #include "scenario/step.h"
 
+#include "console/wording.h"
 #include "json/write.h"
 #include "scenario/named_object.h"
 #include "scenario/step_table.h"
@@ -27,12 +28,12 @@ const StepRow& rowOf(const json::Dictionary& step) {
   const auto entry = step.find(variant->key);
   if (entry == step.end())
     throw StepError(json::write(rows.front()->name) + " needs " + json::write(variant->key));
-  std::vector<const char*> choices;
+  std::vector<std::string_view> choices;
   for (const StepRow* row : rows) {
     if (entry->second == json::Value(row->variant->value)) return *row;
     choices.push_back(row->variant->value);
   }
-  throw StepError(json::write(variant->key) + " must be " + alternatives(choices));
+  throw StepError(json::write(variant->key) + " must be " + console::listed(choices, " or "));
 }
 
 void refuseKeysOfOthers(const json::Dictionary& step, const StepRow& row) {

@@ -24,7 +24,7 @@ device::AuthorizationBehaviour& decided(const World& world) {
   return authorization ? *authorization : authorization.emplace();
 }
 
-std::vector<const char*> callbackNames() {
+std::vector<std::string_view> callbackNames() {
   return {"onGetToken:", "onReceiveNotification:", "onRegisterToken:", "onUpdateToken:", "onError:"};
 }
 
@@ -129,7 +129,8 @@ std::vector<StepRow> makeTable() {
         sets("deactivateGPS", boolean(), sending(&Host::setDeactivateGPS)),
         sets("foreground", boolean(), sending(&Host::setActiveInForeground)),
         sets("delegate",
-             orNull(someOf(callbackNames(), "an array of callbacks (" + alternatives(callbackNames()) + ")")),
+             orNull(someOf(callbackNames(),
+                           "an array of callbacks (" + console::listed(callbackNames(), " or ") + ")")),
              setDelegate)},
        Needs::runningApplication},
       {"registration",
