@@ -11,7 +11,12 @@ set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_STRIP_FILES ON)
 
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+# Each release of Debian has libraries of its own, and the package of a newer one replaces that of an older one.
+cmake_host_system_information(RESULT release QUERY DISTRIB_VERSION_ID)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
+if(release)
+  string(APPEND CPACK_DEBIAN_PACKAGE_RELEASE "~deb${release}u1")
+endif()
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE https://www.quorvantis.com)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 
@@ -30,7 +35,7 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libquorvantispush-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 string(CONCAT CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
   "libcjose-dev, libcurl4-openssl-dev | libcurl-dev, libjansson-dev, libsimdjson-dev, "
-  "libsqlite3-dev, libssl-dev, pkg-config, zlib1g-dev")
+  "libsqlite3-dev, libssl-dev, pkgconf, zlib1g-dev")
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "push notifications on a simulated phone, for C++ hosts
 The QuorvantisPush library, which iOS applications link to receive push
 notifications, on a simulated phone: the headers and static libraries with

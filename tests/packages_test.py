@@ -68,6 +68,11 @@ class Packages(unittest.TestCase):
         self.assertEqual({library.stem.removeprefix("lib") for library in packaged.rglob("*.a")},
                          set(re.findall(r" -l(\S+)", pkg_config.read_text())))
 
+    def test_their_version_says_for_which_release_they_are(self):
+        release = re.search(r'^VERSION_ID="?(\d+)', Path("/etc/os-release").read_text(), re.M)
+        suffix = f"~deb{release[1]}u1" if release else ""
+        self.assertEqual({self.field(name, "Version").strip().partition("-1")[2] for name in NAMES}, {suffix})
+
     def test_lintian_finds_nothing(self):
         found = subprocess.run(["lintian", "--fail-on", "error,warning", *self.first], capture_output=True, text=True,
                                timeout=200)
