@@ -3,12 +3,16 @@
 import http.server
 import os
 import re
+import socket
+import subprocess
 import threading
-from contextlib import contextmanager
+import time
+from contextlib import contextmanager, suppress
 from pathlib import Path
 
 from selenium import webdriver
 from selenium.webdriver.chrome.service import Service
+from selenium.webdriver.remote.file_detector import UselessFileDetector
 
 PATIENCE = 60
 
@@ -26,6 +30,44 @@ def chromium(*arguments):
         yield driver
     finally:
         driver.quit()
+
+
+@contextmanager
+def ended(*command, **more):
+    """A process, which ends with the `with`."""
+    process = subprocess.Popen(command, **more)
+    try:
+        yield process
+    finally:
+        process.terminate()
+        process.wait(PATIENCE)
+
+
+@contextmanager
+def webkit():
+    """Debian's WebKit, which has no mode without a screen: its screen is Xvfb's."""
+    options = webdriver.WebKitGTKOptions()
+    options.binary_location = str(next(Path("/usr/lib").glob("*/webkit2gtk-4.*/MiniBrowser")))
+    options.add_argument("--automation")
+    with socket.socket() as free:
+        free.bind(("127.0.0.1", 0))
+        port = free.getsockname()[1]
+    with ended("Xvfb", "-displayfd", "1", "-screen", "0", "1600x1200x24", "-nolisten", "tcp", stdout=subprocess.PIPE,
+               stderr=subprocess.DEVNULL, text=True) as screen, screen.stdout:
+        environment = os.environ | {"DISPLAY": ":" + screen.stdout.readline().strip(), "GDK_BACKEND": "x11",
+                                    "LIBGL_ALWAYS_SOFTWARE": "1"}
+        with ended("WebKitWebDriver", f"--port={port}", env=environment, stderr=subprocess.DEVNULL):
+            for _ in range(10 * PATIENCE):
+                with suppress(OSError), socket.create_connection(("127.0.0.1", port)):
+                    break
+                time.sleep(0.1)
+            driver = webdriver.Remote(f"http://127.0.0.1:{port}", options=options)
+            try:
+                driver.file_detector = UselessFileDetector()  # files are where the browser is
+                driver.set_script_timeout(PATIENCE)
+                yield driver
+            finally:
+                driver.quit()
 
 
 def renderers(driver):

@@ -22,6 +22,7 @@ export class Timeline {
   #read = 0; // rows that are known already
   #visible = []; // the rows that pass the filter
   #hidden = new Set();
+  #wasNow = true; // when it was updated last
   #wasAtEnd = true; // when it was scrolled last: what comes then stays in sight
   #open = -1; // which of the visible rows is open
   #openHeight = 0;
@@ -68,7 +69,10 @@ export class Timeline {
     this.scroller.hidden = lines.length === 0;
     this.#draw();
     if (!isNow) this.#reveal(this.#lastBefore(moment));
-    else if (hasGrown && (this.#wasAtEnd || isAnother)) this.scroller.scrollTop = this.scroller.scrollHeight;
+    else if (!this.#wasNow || (hasGrown && (this.#wasAtEnd || isAnother))) {
+      this.scroller.scrollTop = this.scroller.scrollHeight;
+    }
+    this.#wasNow = isNow;
   }
 
   /** The rows may have another height now; those that were in sight stay there. */
