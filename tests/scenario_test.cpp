@@ -5,6 +5,7 @@
 #include <iterator>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "json/write.h"
 #include "scenario/host.h"
@@ -34,6 +35,9 @@ constexpr const char* kActivate = R"({"do":"activate","value":true})";
 constexpr const char* kAdvance = R"({"do":"advance","seconds":1})";
 constexpr const char* kTap =
     R"({"arrives":"tap","do":"notification","userInfo":{"aps":{"alert":{},"type":"pushlib-abrirurl","urlnoti":"https://a.b/"}}})";
+
+constexpr const char* kAlert =
+    R"({"arrives":"background","do":"notification","userInfo":{"aps":{"alert":{},"type":"pushlib-abrirurl","urlnoti":"https://a.b/"}}})";
 
 std::string played(std::initializer_list<const char*> steps) {
   Phone phone;
@@ -65,6 +69,20 @@ TEST(SteppedPhone, WaitsForAPersonsAnswerAndContinuesAsAScenarioWould) {
     }
     EXPECT_EQ(lines, played({kHost, kActivate, answer, kAdvance, kTap, kAdvance}));
   }
+}
+
+TEST(SteppedPhone, EndsTheApplicationsProcess) {
+  device::Device device;
+  PushService service{device};
+  const std::unique_ptr<Host> host = makeHost(device);
+  {
+    Player player(device, *host, &service);
+    for (const char* step : {kHost, kActivate, kAlert}) player.play(readStep(step));
+  }
+  EXPECT_EQ(device.screen.alerts(), std::vector<int>());
+  device.record.take();
+  device.queue.settle([](const auto& task) { task(); });
+  EXPECT_TRUE(device.record.take().empty()) << "what was due ended with it";
 }
 
 TEST(StepTable, IsInTheDocument) {

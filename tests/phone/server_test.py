@@ -274,6 +274,11 @@ def begin_and_end():
         with Phone(TOOL, "--port", port) as phone:
             check(phone.key != keys[0], "a key that others can read is none")
             check(kept[0].read_text() == phone.key and kept[0].stat().st_mode & 0o77 == 0, "another takes its place")
+        del os.environ["XDG_STATE_HOME"]
+        os.environ["HOME"] = str(folder / "home")
+        with Phone(TOOL, "--port", port) as phone:
+            own, = (folder / "home/.local/state/quorvantis-push").iterdir()
+            check(own.read_text() == phone.key, "without a state folder of the user's it is at home")
         with Phone(TOOL) as one, Phone(TOOL) as other:
             check(one.key != other.key and one.json("GET", "/api/status")[1]["phone"] != other.json("GET", "/api/status")[1]["phone"],
                   "phones of their own")
