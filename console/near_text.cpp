@@ -1,7 +1,10 @@
 #include "console/near_text.h"
 
 #include <algorithm>
+#include <numeric>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "base/utf8.h"
 
@@ -27,13 +30,26 @@ std::u32string plain(std::string_view text) {
   return letters;
 }
 
-bool differByOne(std::u32string_view a, std::u32string_view b) {
-  if (a.size() > b.size()) std::swap(a, b);
-  if (b.size() - a.size() > 1) return false;
-  const auto [atA, atB] = std::mismatch(a.begin(), a.end(), b.begin());
-  const auto restA = atA + (a.size() == b.size() && atA != a.end() ? 1 : 0);
-  const auto restB = atB + (atB != b.end() ? 1 : 0);
-  return std::equal(restA, a.end(), restB, b.end());
+/// How many letters have to be changed, left out, put in or swapped with their neighbours to make one of the
+/// other (the distance of Damerau and Levenshtein, in which no letter takes part twice).
+std::size_t distance(std::u32string_view a, std::u32string_view b) {
+  std::vector<std::size_t> before, last, row(b.size() + 1);
+  std::iota(row.begin(), row.end(), std::size_t{0});
+  for (std::size_t i = 1; i <= a.size(); ++i) {
+    before = std::exchange(last, row);
+    row[0] = i;
+    for (std::size_t j = 1; j <= b.size(); ++j) {
+      row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (a[i - 1] == b[j - 1] ? 0 : 1)});
+      const bool isSwap = i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1];
+      if (isSwap) row[j] = std::min(row[j], before[j - 2] + 1);
+    }
+  }
+  return row.back();
+}
+
+bool differByAtMost(std::size_t most, std::u32string_view a, std::u32string_view b) {
+  const std::size_t difference = a.size() > b.size() ? a.size() - b.size() : b.size() - a.size();
+  return difference <= most && distance(a, b) <= most;
 }
 
 }  // namespace
@@ -46,8 +62,12 @@ std::optional<std::string_view> nearestTo(std::string_view text, std::span<const
   for (const std::string_view name : known) {
     if (plain(name) == letters) return name;
   }
-  for (const std::string_view name : known) {
-    if (differByOne(plain(name), letters)) return name;
+  constexpr std::size_t kLong = 12;
+  for (const std::size_t most : {1U, 2U}) {
+    for (const std::string_view name : known) {
+      const std::u32string wanted = plain(name);
+      if ((most == 1 || wanted.size() >= kLong) && differByAtMost(most, wanted, letters)) return name;
+    }
   }
   return std::nullopt;
 }

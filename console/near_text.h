@@ -8,7 +8,8 @@
 namespace quorvantis::console {
 
 /// The first of `known` that differs from `text` only in case, blanks, "-" and "_", or else in one letter
-/// that is different, missing or extra. Nothing when there is none, or when `text` is one of them.
+/// that is different, missing, extra or swapped with its neighbour, or, in long names, in two. Nothing when
+/// there is none, or when `text` is one of them.
 std::optional<std::string_view> nearestTo(std::string_view text, std::span<const std::string_view> known);
 
 }  // namespace quorvantis::console

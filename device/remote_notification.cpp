@@ -33,6 +33,28 @@ std::optional<std::int64_t> badgeIn(const json::Dictionary& payload) {
 
 }  // namespace
 
+std::string_view liveActivityEventIn(const json::Dictionary& aps) {
+  const auto event = aps.find("event");
+  if (event == aps.end()) return {};
+  for (const std::string_view name : kLiveActivityEvents) {
+    if (event->second == Value(name)) return name;
+  }
+  return {};
+}
+
+std::string_view actBySystemItself(const json::Dictionary& payload) {
+  const auto aps = payload.find("aps");
+  if (aps == payload.end()) {
+    if (payload.contains("mdm")) return "has the device's management contact its server";
+    return payload.contains("container-identifier") ? "calls the file provider's extension" : "";
+  }
+  const auto* dictionary = aps->second.get<json::Dictionary>();
+  const std::string_view event = dictionary != nullptr ? liveActivityEventIn(*dictionary) : "";
+  if (event == "start") return "starts a Live Activity";
+  if (event == "update") return "updates a Live Activity";
+  return event == "end" ? "ends a Live Activity" : "";
+}
+
 bool hasTextToShow(const json::Dictionary& payload) {
   constexpr std::array<std::string_view, 6> kShown{"title",         "body",    "subtitle",
                                                    "title-loc-key", "loc-key", "subtitle-loc-key"};

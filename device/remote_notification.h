@@ -2,9 +2,11 @@
 // thread.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string_view>
 
 #include "json/value.h"
 
@@ -17,6 +19,9 @@ inline constexpr std::size_t kLargestPayload = 4096;
 inline constexpr const char* kBackgroundCall =
     "application:didReceiveRemoteNotification:fetchCompletionHandler:";
 
+/// The values of "event" in "aps" by which a payload is one for a Live Activity.
+inline constexpr std::array<std::string_view, 3> kLiveActivityEvents{"start", "update", "end"};
+
 struct SystemEffects {
   bool showsAlert = false;  ///< when it is tapped: whether it was there to tap on
   std::optional<std::int64_t> badge;
@@ -24,6 +29,14 @@ struct SystemEffects {
 
   friend bool operator==(const SystemEffects&, const SystemEffects&) = default;
 };
+
+/// What a payload with this "aps" does to a Live Activity: "start", "update" or "end". Empty: nothing, it is
+/// for the application.
+std::string_view liveActivityEventIn(const json::Dictionary& aps);
+
+/// What the system does with a payload that is not for the application: "updates a Live Activity". Empty: the
+/// payload is for the application.
+std::string_view actBySystemItself(const json::Dictionary& payload);
 
 /// With the application in the background.
 SystemEffects effectsInBackground(const json::Dictionary& payload);

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "lint/judges/link.h"
+#include "notifications/payload_keys.h"
 #include "scenario/delivery.h"
 
 namespace quorvantis::lint {
@@ -147,6 +148,20 @@ std::vector<Situation> situationsOf(const Dictionary& payload) {
   return situations;
 }
 
+/// Of a payload that is not for the application: the same in every state.
+Explained explainWithoutApplication(const Dictionary& payload, std::string_view act) {
+  Explained explained;
+  for (const ApplicationState state : kStates) {
+    for (const bool foregroundSwitch : {false, true})
+      explained.situations.push_back({state, std::nullopt, foregroundSwitch});
+  }
+  explained.outcome.bySystemItself = act;
+  const auto aps = payload.find(payload::aps.text());
+  explained.outcome.system.showsAlert =
+      aps != payload.end() && aps->second.find(payload::alert.text()) != nullptr;
+  return explained;
+}
+
 bool isSame(const Explained& explained, const Situation& situation, const Outcome& outcome) {
   return momentOf(explained.situations.front()) == momentOf(situation) &&
          explained.outcome.system == outcome.system && explained.outcome.events == outcome.events;
@@ -157,10 +172,13 @@ bool isSame(const Explained& explained, const Situation& situation, const Outcom
 Moment momentOf(const Situation& situation) {
   if (situation.arrival == scenario::Arrival::tap) return Moment::tap;
   if (situation.state == ApplicationState::background) return Moment::background;
+  if (!situation.arrival) return Moment::never;
   return situation.arrival == scenario::Arrival::foreground ? Moment::foreground : Moment::secondCall;
 }
 
 std::vector<Explained> explain(const Dictionary& payload, const std::string& systemVersion) {
+  const std::string_view act = device::actBySystemItself(payload);
+  if (!act.empty()) return {explainWithoutApplication(payload, act)};
   std::vector<Explained> all;
   for (const Situation& situation : situationsOf(payload)) {
     Outcome outcome = outcomeOf(situation, payload, systemVersion);

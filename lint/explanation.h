@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -27,7 +28,8 @@ enum class Moment {
   foreground,
   secondCall,  ///< the system's background call while the application is in front
   background,
-  tap
+  tap,
+  never  ///< it is not for the application
 };
 Moment momentOf(const Situation& situation);
 
@@ -46,6 +48,7 @@ struct Outcome {
 
   std::vector<device::Event> events;
   device::SystemEffects system;
+  std::string_view bySystemItself;  ///< what it does when the payload is not for the application
   bool presented = false;
   std::optional<std::int64_t> badge;
   std::optional<Alert> alert;

@@ -94,6 +94,7 @@ void reportNoAps(const Dictionary& payload, Reporter& reporter) {
 
 void judgeObject(const Dictionary& payload, Reporter& reporter) {
   const auto aps = payload.find(payload::aps.text());
+  if (aps == payload.end() && !device::actBySystemItself(payload).empty()) return;
   const auto* dictionary = aps != payload.end() ? aps->second.get<Dictionary>() : nullptr;
   for (const std::string_view key : libraryKeys()) {
     const auto entry = payload.find(key);

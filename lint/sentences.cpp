@@ -1,5 +1,6 @@
 #include "lint/sentences.h"
 
+#include <algorithm>
 #include <set>
 #include <utility>
 
@@ -72,6 +73,10 @@ std::vector<std::string> beforehand(const Explained& explained) {
                   : "The library is not called before a tap, and on a tap it only handles a link."};
     case Moment::tap:
       return {outcome.system.showsAlert ? "The application opens." : "There is nothing to tap."};
+    case Moment::never:
+      return {"The system " + std::string(outcome.bySystemItself) +
+                  (outcome.system.showsAlert ? ", and shows its alert." : "."),
+              "The library has no part in it, and the application is not called."};
   }
   return {};
 }
@@ -101,6 +106,9 @@ std::string titleOf(const Explained& explained) {
       break;
     case Moment::tap:
       title = "When it is tapped";
+      break;
+    case Moment::never:
+      title = "In every state";
       break;
   }
   const bool isInFront = moment == Moment::foreground || moment == Moment::secondCall;
@@ -136,6 +144,11 @@ std::vector<Sentence> sentencesOf(const Explained& explained) {
   }
   if (isIdle(explained)) say("The library does nothing.");
   return sentences;
+}
+
+std::optional<std::string> footnoteOf(const std::vector<Explained>& explanation) {
+  if (std::none_of(explanation.begin(), explanation.end(), dependsOnSwitch)) return std::nullopt;
+  return "\"switch\" is the value of activePushNotificationsInForegroundApp:, which is off by default.";
 }
 
 std::string shown(const json::Value& value) {

@@ -1,6 +1,7 @@
 // What a payload leads to, in sentences, the same in every report. Any thread.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,9 +29,8 @@ std::string titleOf(const Explained& explained);
 /// What then happens, in order.
 std::vector<Sentence> sentencesOf(const Explained& explained);
 
-/// What a word in the titles means.
-inline constexpr const char* kFootnote =
-    "\"switch\" is the value of activePushNotificationsInForegroundApp:, which is off by default.";
+/// What a word in the titles means; nothing when they say everything.
+std::optional<std::string> footnoteOf(const std::vector<Explained>& explanation);
 
 /// A value for people, shortened; a string without its quotation marks.
 std::string shown(const json::Value& value);

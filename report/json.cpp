@@ -1,5 +1,6 @@
 #include "report/json.h"
 
+#include <optional>
 #include <utility>
 
 #include "device/remote_notification.h"
@@ -112,6 +113,7 @@ Value jsonOf(const lint::Explained& explained) {
 
 Value jsonOf(const PayloadReport& report) {
   if (!report.problem.empty()) return Dictionary{{"file", report.file}, {"problem", report.problem}};
+  const std::optional<std::string> footnote = lint::footnoteOf(report.explanation);
   Array findings;
   for (const lint::Finding& finding : report.findings.shown) findings.push_back(jsonOf(finding, report.text));
   return Dictionary{{"file", report.file},
@@ -121,7 +123,7 @@ Value jsonOf(const PayloadReport& report) {
                     {"findings", std::move(findings)},
                     {"findingsLeftOut", report.findings.leftOut},
                     {"outcomes", arrayOf(report.explanation)},
-                    {"footnote", report.explanation.empty() ? Value() : Value(lint::kFootnote)}};
+                    {"footnote", footnote ? Value(*footnote) : Value()}};
 }
 
 std::string jsonReport(const std::string& version, const std::string& systemVersion,

@@ -73,8 +73,9 @@ void printExplanation(const std::vector<lint::Explained>& explanation, Printer& 
       printSentence(sentence, explained.outcome, printer, printed);
     printer.line();
   }
-  if (explanation.empty()) return;
-  printer.paragraph(kSituationIndent, lint::kFootnote, console::Style::dim);
+  const std::optional<std::string> footnote = lint::footnoteOf(explanation);
+  if (!footnote) return;
+  printer.paragraph(kSituationIndent, *footnote, console::Style::dim);
   printer.line();
 }
 

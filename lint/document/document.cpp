@@ -84,7 +84,9 @@ class PayloadDocument::Reader : public json::Observer {
   [[nodiscard]] bool isLookedAt() const {
     const std::size_t depth = levels_.size();
     return depth < 2 || (depth == 2 && pointer_.starts_with("/aps/")) ||
-           (depth == 3 && pointer_.starts_with("/aps/alert/"));
+           (depth == 3 && (pointer_.starts_with("/aps/alert/") || pointer_.starts_with("/aps/sound/"))) ||
+           (depth == 4 &&
+            (pointer_.starts_with("/aps/alert/title/") || pointer_.starts_with("/aps/alert/body/")));
   }
 
   [[nodiscard]] bool isFirstInExtra() const {

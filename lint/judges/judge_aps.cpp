@@ -110,6 +110,7 @@ bool wakes(const Dictionary& aps) {
 
 void judgeAps(const Dictionary& aps, Reporter& reporter) {
   judgeKeys(aps, reporter);
+  if (isOfLiveActivity(aps)) return judgeLiveActivity(aps, reporter);
   const auto alert = aps.find(payload::alert.text());
   if (alert == aps.end()) {
     judgeSilentPath(aps, reporter);

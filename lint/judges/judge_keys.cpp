@@ -26,6 +26,11 @@ bool isMeantForTheLibrary(std::string_view key, const Value& value) {
           console::nearestTo(*type, payload::types));
 }
 
+bool isExtra(std::string_view key) {
+  return std::any_of(payload::extras.begin(), payload::extras.end(),
+                     [&](const payload::Extra& extra) { return extra.key.text() == key; });
+}
+
 void judgeSystemValue(Place place, const std::string& key, const std::string& pointer, const Value& value,
                       Reporter& reporter) {
   SystemValueProblem problem = problemOfSystemValue(place, key, value);
@@ -43,27 +48,54 @@ void judgeSystemValue(Place place, const std::string& key, const std::string& po
   reporter.report("system-value", pointer, std::move(wording));
 }
 
-/// Short keys of Apple's become other words with one letter changed ("round"), so only their case is
-/// compared.
-std::optional<std::string_view> nearestSystemKey(Place place, const std::string& key) {
+/// Short keys become other words with another first letter ("round"): in "aps", where there are an
+/// application's own, too, those are not taken for misspelt ones.
+bool isOtherWord(Place place, std::string_view key, std::string_view meant) {
   constexpr std::size_t kShort = 8;
+  const bool isAmongOwn = place == Place::aps || place == Place::liveActivity;
+  return isAmongOwn && meant.size() < kShort && key.size() == meant.size() &&
+         base::lowerCase(std::string(key)).substr(1) == meant.substr(1);
+}
+
+std::optional<std::string_view> nearestSystemKey(Place place, const std::string& key) {
   const auto meant = console::nearestTo(key, systemKeys(place));
-  const bool isSure = meant && (meant->size() >= kShort || base::lowerCase(key) == *meant);
-  return isSure ? meant : std::nullopt;
+  const bool isSameInCase = meant && base::lowerCase(key) == *meant;
+  return meant && (isSameInCase || !isOtherWord(place, key, *meant)) ? meant : std::nullopt;
 }
 
 void reportMisspelt(std::string_view owner, const std::string& key, std::string_view meant,
                     const std::string& pointer, Reporter& reporter) {
-  const bool isExtra = meant.starts_with("extra") && base::isDigit(meant.back());
   Reporter::Wording wording{
       json::write(console::shortened(key)) + " is not one of " + std::string(owner) + " keys",
       "It is taken for one of the application's own keys, and has no effect.",
       R"(The extras are named "extra1" to "extra5".)"};
-  if (!isExtra) {
+  if (!isExtra(meant)) {
     wording.remedy = "Write " + json::write(meant) + ", if that is what you mean.";
     wording.edits = {reporter.document().replaceKey(pointer, meant)};
   }
   reporter.report("misspelt-key", pointer, std::move(wording));
+}
+
+/// Whether it was one.
+bool judgeSpellingOfSystemKey(Place place, const std::string& key, const Dictionary& dictionary,
+                              const std::string& pointer, Reporter& reporter) {
+  const auto meant = nearestSystemKey(place, key);
+  if (!meant || dictionary.contains(*meant)) return false;
+  reportMisspelt("Apple's", key, *meant, pointer, reporter);
+  return true;
+}
+
+/// A dictionary that holds nothing but Apple's keys. Returns whether all are spelt right.
+bool judgeSystemKeys(Place place, const Value* value, const std::string& pointer, Reporter& reporter) {
+  const auto* dictionary = value != nullptr ? value->get<Dictionary>() : nullptr;
+  bool isSpeltRight = true;
+  if (dictionary == nullptr) return isSpeltRight;
+  for (const auto& [key, part] : *dictionary) {
+    const std::string inside = pointer + pointerPart(key);
+    judgeSystemValue(place, key, inside, part, reporter);
+    if (judgeSpellingOfSystemKey(place, key, *dictionary, inside, reporter)) isSpeltRight = false;
+  }
+  return isSpeltRight;
 }
 
 void reportAlertTextOutside(const Dictionary& aps, const std::string& key, Reporter& reporter) {
@@ -80,21 +112,23 @@ void reportAlertTextOutside(const Dictionary& aps, const std::string& key, Repor
   reporter.report("alert-text-outside-alert", inAps(key), std::move(wording));
 }
 
-void judgeKeyOfAps(const Dictionary& aps, const std::string& key, const Value& value, Reporter& reporter) {
+void judgeKeyOfAps(Place place, const Dictionary& aps, const std::string& key, const Value& value,
+                   Reporter& reporter) {
   const bool isAlertText = key == payload::title.text() || key == payload::body.text();
   if (isAlertText) {
     if (aps.contains(payload::alert.text())) reportAlertTextOutside(aps, key, reporter);
     return;
   }
-  judgeSystemValue(Place::aps, key, inAps(key), value, reporter);
-  const auto known = systemKeys(Place::aps);
+  const std::string pointer = inAps(key);
+  const bool isJudged = key == "sound" && !judgeSystemKeys(Place::sound, &value, pointer, reporter);
+  if (!isJudged) judgeSystemValue(place, key, pointer, value, reporter);
+  const auto known = systemKeys(place);
   if (std::find(known.begin(), known.end(), key) != known.end()) return;
   if (const auto meant = console::nearestTo(key, libraryKeys())) {
-    if (aps.contains(*meant) && !meant->starts_with("extra")) return;
-    return reportMisspelt("the library's", key, *meant, inAps(key), reporter);
+    if (aps.contains(*meant) && !isExtra(*meant)) return;
+    return reportMisspelt("the library's", key, *meant, pointer, reporter);
   }
-  const auto meant = nearestSystemKey(Place::aps, key);
-  if (meant && !aps.contains(*meant)) reportMisspelt("Apple's", key, *meant, inAps(key), reporter);
+  judgeSpellingOfSystemKey(place, key, aps, pointer, reporter);
 }
 
 void judgeKeysOfAlert(const Dictionary& aps, const Dictionary& alert, Reporter& reporter) {
@@ -109,9 +143,13 @@ void judgeKeysOfAlert(const Dictionary& aps, const Dictionary& alert, Reporter& 
       continue;
     }
     judgeSystemValue(Place::alert, key, pointer, value, reporter);
-    const auto meant = nearestSystemKey(Place::alert, key);
-    if (meant && !alert.contains(*meant)) reportMisspelt("Apple's", key, *meant, pointer, reporter);
+    judgeSpellingOfSystemKey(Place::alert, key, alert, pointer, reporter);
   }
+}
+
+/// "content-state" is a word of nobody else's: the other keys are then those of a Live Activity, too.
+bool hasKeysOfLiveActivity(const Dictionary& aps) {
+  return isOfLiveActivity(aps) || aps.contains("content-state");
 }
 
 }  // namespace
@@ -151,10 +189,18 @@ void judgeMisplaced(std::string_view key, const Value& value, const std::string&
 }
 
 void judgeKeys(const Dictionary& aps, Reporter& reporter) {
-  for (const auto& [key, value] : aps) judgeKeyOfAps(aps, key, value, reporter);
+  const Place place = hasKeysOfLiveActivity(aps) ? Place::liveActivity : Place::aps;
+  for (const auto& [key, value] : aps) judgeKeyOfAps(place, aps, key, value, reporter);
   const auto alert = aps.find(payload::alert.text());
-  if (alert == aps.end()) return;
-  if (const auto* dictionary = alert->second.get<Dictionary>()) judgeKeysOfAlert(aps, *dictionary, reporter);
+  const auto* dictionary = alert != aps.end() ? alert->second.get<Dictionary>() : nullptr;
+  if (dictionary == nullptr) return;
+  if (!isOfLiveActivity(aps)) return judgeKeysOfAlert(aps, *dictionary, reporter);
+  judgeSystemKeys(Place::alertOfLiveActivity, &alert->second, inAps(alert->first), reporter);
+  for (const auto& key : {payload::title.text(), payload::body.text()}) {
+    judgeSystemKeys(Place::textOfLiveActivity,
+                    dictionary->find(key) != dictionary->end() ? &dictionary->find(key)->second : nullptr,
+                    inAps(alert->first) + pointerPart(key), reporter);
+  }
 }
 
 }  // namespace quorvantis::lint

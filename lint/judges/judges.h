@@ -28,6 +28,12 @@ void judgeType(const json::Dictionary& aps, Reporter& reporter);
 /// The value of "urlnoti" when it is opened.
 void judgeLink(const json::Value& link, Reporter& reporter);
 
+/// Whether "aps" is for a Live Activity, which the library has no part in.
+bool isOfLiveActivity(const json::Dictionary& aps);
+
+/// What such an "aps" must have, and what is of no use there.
+void judgeLiveActivity(const json::Dictionary& aps, Reporter& reporter);
+
 /// Whether "content-available" is the number at which the system wakes the application.
 bool wakes(const json::Dictionary& aps);
 

@@ -90,8 +90,9 @@ inline constexpr auto kRules = std::to_array<Rule>({
              "is one of the library's"},
     {.code = "misspelt-key",
      .severity = Severity::warning,
-     .help = "A key that differs from one of the library's or Apple's only in case, a separator or one "
-             "letter. It has no effect"},
+     .help = "A key that differs from one of the library's or Apple's only in case, separators or a typing "
+             "error: a letter that is wrong, missing, extra or swapped with the next (two, in long keys). It "
+             "has no effect"},
     {.code = "system-value",
      .severity = Severity::warning,
      .help = "The value of one of Apple's keys has the wrong type, or is not one that Apple documents. The "
@@ -183,6 +184,17 @@ inline constexpr auto kRules = std::to_array<Rule>({
      .severity = Severity::note,
      .help = "Neither an alert nor `\"content-available\": 1`. In the background the application is not "
              "woken for it"},
+    {.code = "live-activity-incomplete",
+     .severity = Severity::error,
+     .help = "A start, an update or an end of a Live Activity without a key that Apple requires of it. The "
+             "system ignores it"},
+    {.code = "unused-in-live-activity",
+     .severity = Severity::warning,
+     .help = "A key of the library's in a notification for a Live Activity. The library has no part in it"},
+    {.code = "live-activity",
+     .severity = Severity::note,
+     .help = "An update or the end of a Live Activity without an alert. The library has no part in it, and "
+             "the application is not called"},
 });
 
 /// A rule, by its code: one that is not in the table does not compile.

@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
+#include <vector>
 
 #include "console/near_text.h"
 #include "console/wording.h"
+#include "device/remote_notification.h"
 
 namespace quorvantis::lint {
 
@@ -12,7 +15,7 @@ namespace {
 
 using json::Value;
 
-enum class Kind { string, number, one, fraction, strings, object, sound };
+enum class Kind { string, number, one, fraction, strings, object, sound, text, any };
 
 struct Key {
   std::string_view name;
@@ -21,7 +24,6 @@ struct Key {
 };
 
 constexpr std::array<std::string_view, 4> kLevels{"passive", "active", "time-sensitive", "critical"};
-constexpr std::array<std::string_view, 3> kEvents{"start", "update", "end"};
 
 constexpr std::array kInAps{
     Key{"sound", Kind::sound},
@@ -34,11 +36,24 @@ constexpr std::array kInAps{
     Key{"filter-criteria"},
 };
 constexpr std::array kOfLiveActivities{
-    Key{"event", Kind::string, kEvents}, Key{"timestamp", Kind::number},     Key{"stale-date", Kind::number},
-    Key{"dismissal-date", Kind::number}, Key{"content-state", Kind::object}, Key{"attributes-type"},
+    Key{"event", Kind::string, device::kLiveActivityEvents},
+    Key{"timestamp", Kind::number},
+    Key{"stale-date", Kind::number},
+    Key{"dismissal-date", Kind::number},
+    Key{"content-state", Kind::object},
+    Key{"attributes-type"},
     Key{"attributes", Kind::object},
+    Key{"input-push-token", Kind::one},
+    Key{"input-push-channel"},
+};
+/// Where a Live Activity takes other values than a notification for the application.
+constexpr std::array kInLiveActivity{
+    Key{"alert", Kind::object},
+    Key{"relevance-score", Kind::number},
 };
 constexpr std::array kInAlert{
+    Key{"title", Kind::any},  // judged by what the library does with them
+    Key{"body", Kind::any},
     Key{"subtitle"},
     Key{"launch-image"},
     Key{"title-loc-key"},
@@ -52,13 +67,40 @@ constexpr std::array kInAlert{
     Key{"summary-arg-count", Kind::number},
 };
 
-/// Their names, and those of keys that are judged elsewhere.
-template <std::size_t count, std::size_t more>
-constexpr auto namesOf(const std::array<Key, count>& keys, const std::array<std::string_view, more>& others) {
-  std::array<std::string_view, count + more> names;
-  for (std::size_t i = 0; i < count; ++i) names[i] = keys[i].name;
-  for (std::size_t i = 0; i < more; ++i) names[count + i] = others[i];
-  return names;
+constexpr std::array kInSound{
+    Key{"critical", Kind::one},
+    Key{"name", Kind::any},  // judged with the whole
+    Key{"volume", Kind::any},
+};
+constexpr std::array kInAlertOfLiveActivity{
+    Key{"title", Kind::text},
+    Key{"body", Kind::text},
+    Key{"sound"},
+};
+constexpr std::array kInText{
+    Key{"loc-key"},
+    Key{"loc-args", Kind::strings},
+};
+
+using Keys = std::span<const Key>;
+
+/// The tables of a dictionary; of a key in several the first one counts.
+std::vector<Keys> tablesOf(Place place) {
+  switch (place) {
+    case Place::aps:
+      return {kInAps, kOfLiveActivities};
+    case Place::alert:
+      return {kInAlert};
+    case Place::sound:
+      return {kInSound};
+    case Place::liveActivity:
+      return {kInLiveActivity, kOfLiveActivities, kInAps};
+    case Place::alertOfLiveActivity:
+      return {kInAlertOfLiveActivity, kInAlert};
+    case Place::textOfLiveActivity:
+      return {kInText};
+  }
+  return {};
 }
 
 bool isNumber(const Value& value) {
@@ -81,6 +123,12 @@ bool isFraction(const Value& value) {
 bool isStrings(const Value& value) {
   const auto* array = value.get<json::Array>();
   return array != nullptr && std::all_of(array->begin(), array->end(), isText);
+}
+
+/// A text, or the key of one that the application has.
+bool isTextOrKey(const Value& value) {
+  const Value* key = value.find("loc-key");
+  return isText(value) || (key != nullptr && isText(*key));
 }
 
 bool isSound(const Value& value) {
@@ -106,6 +154,10 @@ std::string mustOf(Kind kind, const Value& value) {
     case Kind::sound:
       return isSound(value) ? ""
                             : R"(must be a string, or an object with a "name" and a "volume" from 0 to 1)";
+    case Kind::text:
+      return isTextOrKey(value) ? "" : R"(must be a string, or an object with a "loc-key")";
+    case Kind::any:
+      return "";
   }
   return "";
 }
@@ -124,20 +176,20 @@ SystemValueProblem problemOf(const Key& key, const Value& value) {
 }  // namespace
 
 SystemValueProblem problemOfSystemValue(Place place, std::string_view key, const Value& value) {
-  const auto among = [&](std::span<const Key> keys) -> SystemValueProblem {
+  for (const Keys& keys : tablesOf(place)) {
     const auto known = std::find_if(keys.begin(), keys.end(), [&](const Key& k) { return k.name == key; });
-    return known == keys.end() ? SystemValueProblem() : problemOf(*known, value);
-  };
-  if (place == Place::alert) return among(kInAlert);
-  const SystemValueProblem problem = among(kInAps);
-  return problem.must.empty() ? among(kOfLiveActivities) : problem;
+    if (known != keys.end()) return problemOf(*known, value);
+  }
+  return {};
 }
 
-std::span<const std::string_view> systemKeys(Place place) {
-  static constexpr auto kApsNames = namesOf(kInAps, std::array<std::string_view, 0>());
-  static constexpr auto kAlertNames = namesOf(kInAlert, std::array<std::string_view, 2>{"title", "body"});
-  if (place == Place::alert) return kAlertNames;
-  return kApsNames;
+std::vector<std::string_view> systemKeys(Place place) {
+  const auto tables = place == Place::aps ? std::vector<Keys>{kInAps} : tablesOf(place);
+  std::vector<std::string_view> names;
+  for (const Keys& keys : tables) {
+    for (const Key& key : keys) names.push_back(key.name);
+  }
+  return names;
 }
 
 }  // namespace quorvantis::lint

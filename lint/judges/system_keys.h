@@ -2,15 +2,23 @@
 // library reads too are not judged here. Any thread.
 #pragma once
 
-#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "json/value.h"
 
 namespace quorvantis::lint {
 
-enum class Place { aps, alert };
+/// The dictionaries whose keys Apple defines.
+enum class Place {
+  aps,
+  alert,
+  sound,
+  liveActivity,         ///< "aps" of a Live Activity
+  alertOfLiveActivity,  ///< its "alert"
+  textOfLiveActivity    ///< the "title" and the "body" of that
+};
 
 /// What the key's value must be, such as "must be a string"; empty when it is that, or the key is none of
 /// these. `meant`: the documented value that a misspelt one stands for, if there is one.
@@ -20,8 +28,8 @@ struct SystemValueProblem {
 };
 SystemValueProblem problemOfSystemValue(Place place, std::string_view key, const json::Value& value);
 
-/// Their names, those aside that a notification for Live Activities alone has: such words are an
+/// The names of its keys. In "aps" those that a Live Activity alone has are left out: such words are an
 /// application's own more often.
-std::span<const std::string_view> systemKeys(Place place);
+std::vector<std::string_view> systemKeys(Place place);
 
 }  // namespace quorvantis::lint
