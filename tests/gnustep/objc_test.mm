@@ -6,6 +6,7 @@
 
 #include <map>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "device/device.h"
@@ -211,13 +212,24 @@ std::string raisedBy(Work work) {
 namespace {
 
 PushRequestData* endingClient = nil;
+/// Between functions of different types, by way of the one that compilers take for none.
+template <class To, class From>
+To* castFunction(From* function) {
+  return reinterpret_cast<To*>(reinterpret_cast<void (*)()>(function));
+}
+
+template <class Function>
+IMP asMethod(Function* function) {
+  return castFunction<std::remove_pointer_t<IMP>>(function);
+}
+
 IMP deallocTransport = nullptr;
 
 void tellTheClientWhileEnding(id transport, SEL selector) {
   [endingClient cancel];
   [endingClient downloadFinished:@"pushlibRegistrarToken"];
   [endingClient setDelegate:nil];
-  reinterpret_cast<void (*)(id, SEL)>(deallocTransport)(transport, selector);
+  castFunction<void(id, SEL)>(deallocTransport)(transport, selector);
 }
 
 TestDelegate* lateDelegate = nil;
@@ -335,7 +347,7 @@ TEST_F(ObjectiveC, PassesTheSameObjects) {
   TestDelegate* delegate = [[[TestDelegate alloc] init] autorelease];
   [[Push shared] setDelegate:delegate];
   const Replaced set([[NSUserDefaults standardUserDefaults] class], @selector(setObject:forKey:),
-                     reinterpret_cast<IMP>(&keepSettingsObject));
+                     asMethod(&keepSettingsObject));
 
   NSDictionary* alert = @{@"title" : @"t"};
   NSString* type = [NSMutableString stringWithString:@"pushlib-extras"];
@@ -422,7 +434,7 @@ TEST_F(ObjectiveC, ReadsTheDelegateOnceAtTheSend) {
   endingClient = client;
   lateDelegate = replacing;
   const Replaced answers(NSClassFromString(@"DeviceConnexion"), @selector(receivedData),
-                         reinterpret_cast<IMP>(&replaceTheDelegateWhileAsked));
+                         asMethod(&replaceTheDelegateWhileAsked));
   [client setDelegate:nil];
   [client downloadFinished:@"pushlibRegistrarToken"];
   EXPECT_EQ(calls, Events{"onRegisterToken:"}) << "the delegate of the moment of sending is told";
@@ -475,7 +487,7 @@ TEST_F(ObjectiveC, FieldsMaySendMessagesDuringAClientsDestruction) {
 
   endingClient = [[PushRequestData alloc] init];
   const Replaced dealloc(NSClassFromString(@"DeviceConnexion"), @selector(dealloc),
-                         reinterpret_cast<IMP>(&tellTheClientWhileEnding));
+                         asMethod(&tellTheClientWhileEnding));
   deallocTransport = dealloc.original();
   [endingClient release];
   drain();
@@ -483,8 +495,7 @@ TEST_F(ObjectiveC, FieldsMaySendMessagesDuringAClientsDestruction) {
 
 TEST_F(ObjectiveC, ClientsForwardACancel) {
   PushRequestData* client = [[[PushRequestData alloc] init] autorelease];
-  const Replaced cancel(NSClassFromString(@"DeviceConnexion"), @selector(cancel),
-                        reinterpret_cast<IMP>(&countCancel));
+  const Replaced cancel(NSClassFromString(@"DeviceConnexion"), @selector(cancel), asMethod(&countCancel));
   [client cancel];
   EXPECT_EQ(calls, Events{"transport cancel"});
 }
