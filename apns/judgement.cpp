@@ -25,6 +25,7 @@ Notification notificationOf(Examination& seen) {
   return {.payload = std::move(*seen.payload->get<json::Dictionary>()),
           .text = seen.request.body(),
           .pushType = std::string(seen.pushType->name),
+          .isForApplication = seen.pushType->receiver.empty(),
           .collapseId = seen.request.header(Header::collapseId).value_or(""),
           .expires = expiration ? std::optional<std::int64_t>(std::strtoll(expiration->c_str(), nullptr, 10))
                                 : std::nullopt};
@@ -40,9 +41,18 @@ Judgement refused(const Request& request, int status, std::string_view reason, s
   return {std::move(answer), std::move(report), std::nullopt};
 }
 
+std::string whyUnheard(const PushType& type) {
+  if (type.receiver.empty()) return {};
+  return "push type " + std::string(type.name) + " goes to " + std::string(type.receiver) +
+         ", and not to the application's notification entry points: the library hears nothing of it";
+}
+
 Judgement taken(Examination& seen) {
   Answer answer{.id = idFor(seen.request)};
-  Report report{.reason = {}, .detail = {}, .id = answer.id, .pushType = std::string(seen.pushType->name)};
+  Report report{.reason = {},
+                .detail = whyUnheard(*seen.pushType),
+                .id = answer.id,
+                .pushType = std::string(seen.pushType->name)};
   return {std::move(answer), std::move(report), notificationOf(seen)};
 }
 

@@ -23,7 +23,7 @@ struct KnownToken {
 struct Report {
   int status = 200;
   std::string reason;  ///< empty with 200
-  std::string detail;  ///< what was wrong and how to fix it; empty with 200
+  std::string detail;  ///< what was wrong and how to fix it; with 200, why the library hears nothing of it
   std::string id;      ///< the answer's `apns-id`, as far as it can be shown
   std::string pushType;
 };
@@ -32,6 +32,7 @@ struct Notification {
   json::Dictionary payload;
   std::string text;                     ///< the payload as received
   std::string pushType;                 ///< "alert" by default
+  bool isForApplication = true;         ///< whether its notification entry points get it
   std::string collapseId;               ///< empty: none
   std::optional<std::int64_t> expires;  ///< seconds since 1970; 0: deliver now or never; nothing: not set
 };

@@ -6,17 +6,18 @@
 namespace quorvantis::apns {
 namespace {
 
-constexpr std::array kPushTypes = {PushType{"alert", ""},
-                                   PushType{"background", ""},
-                                   PushType{"controls", ".push-type.controls"},
-                                   PushType{"location", ".location-query"},
-                                   PushType{"voip", ".voip"},
-                                   PushType{"complication", ".complication"},
-                                   PushType{"fileprovider", ".pushkit.fileprovider"},
-                                   PushType{"mdm", std::nullopt},
-                                   PushType{"liveactivity", ".push-type.liveactivity"},
-                                   PushType{"pushtotalk", ".voip-ptt"},
-                                   PushType{"widgets", ".push-type.widgets"}};
+constexpr std::array kPushTypes = {
+    PushType{"alert", ""},
+    PushType{"background", ""},
+    PushType{"controls", ".push-type.controls", "WidgetKit, which updates the controls"},
+    PushType{"location", ".location-query", "the application's location push service extension"},
+    PushType{"voip", ".voip", "PushKit, for a call"},
+    PushType{"complication", ".complication", "PushKit, for the watch's complications"},
+    PushType{"fileprovider", ".pushkit.fileprovider", "PushKit, for the File Provider extension"},
+    PushType{"mdm", std::nullopt, "the device's management"},
+    PushType{"liveactivity", ".push-type.liveactivity", "ActivityKit, which updates the Live Activity"},
+    PushType{"pushtotalk", ".voip-ptt", "the Push to Talk framework"},
+    PushType{"widgets", ".push-type.widgets", "WidgetKit, which updates the widgets"}};
 
 }  // namespace
 

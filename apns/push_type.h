@@ -10,6 +10,8 @@ struct PushType {
   std::string_view name;
   /// What the topic has after the application's bundle identifier; nothing: it is not an application's.
   std::optional<std::string_view> topicSuffix;
+  /// Who gets it in place of the application's notification entry points; empty: they do.
+  std::string_view receiver = {};
 };
 
 /// Null for an unknown name.

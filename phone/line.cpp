@@ -19,6 +19,8 @@ const auto kOn = required("on", scenario::boolean(), kKey);
 const auto kUserInfo = required("userInfo", scenario::object(), kKey);
 const auto kCollapseId = optional("collapseId", scenario::text());
 const auto kExpires = optional("expires", scenario::integer());
+const auto kExpiresIn = optional("expiresIn", scenario::integer());
+const auto kAction = optional("action", scenario::text());
 const auto kNotification = required("notification", scenario::count(), kKey);
 
 struct ActRow {
@@ -32,13 +34,20 @@ const std::vector<ActRow>& actTable() {
       {"end", {}, [](const json::Dictionary&) { return End(); }},
       {"airplaneMode", {kOn.name}, [](const json::Dictionary& act) { return AirplaneMode{kOn.from(act)}; }},
       {"arrive",
-       {kUserInfo.name, kCollapseId.name, kExpires.name},
+       {kUserInfo.name, kCollapseId.name, kExpires.name, kExpiresIn.name},
        [](const json::Dictionary& act) {
-         return Arrive{kUserInfo.from(act), kCollapseId.from(act), kExpires.from(act)};
+         return Arrive{kUserInfo.from(act), kCollapseId.from(act), kExpires.from(act), kExpiresIn.from(act)};
        }},
-      {"remove", {kNotification.name}, [](const json::Dictionary& act) {
-         return Remove{kNotification.from(act)};
-       }}};
+      {"remove",
+       {kNotification.name},
+       [](const json::Dictionary& act) { return Remove{kNotification.from(act)}; }},
+      {"tap",
+       {kNotification.name, kAction.name},
+       [](const json::Dictionary& act) {
+         return Tap{kNotification.from(act), kAction.from(act)};
+       }},
+      {"uninstall", {}, [](const json::Dictionary&) { return Uninstall(); }},
+      {"install", {}, [](const json::Dictionary&) { return Install(); }}};
   return table;
 }
 
@@ -68,11 +77,26 @@ json::Dictionary objectOf(const Arrive& act) {
   json::Dictionary object{{"phone", "arrive"}, {kUserInfo.name.data(), act.userInfo}};
   if (act.collapseId) object.emplace(kCollapseId.name, *act.collapseId);
   if (act.expires) object.emplace(kExpires.name, *act.expires);
+  if (act.expiresIn) object.emplace(kExpiresIn.name, *act.expiresIn);
   return object;
 }
 
 json::Dictionary objectOf(const Remove& act) {
   return {{"phone", "remove"}, {kNotification.name.data(), act.notification}};
+}
+
+json::Dictionary objectOf(const Tap& act) {
+  json::Dictionary object{{"phone", "tap"}, {kNotification.name.data(), act.notification}};
+  if (act.action) object.emplace(kAction.name, *act.action);
+  return object;
+}
+
+json::Dictionary objectOf(const Uninstall&) {
+  return {{"phone", "uninstall"}};
+}
+
+json::Dictionary objectOf(const Install&) {
+  return {{"phone", "install"}};
 }
 
 }  // namespace

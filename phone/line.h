@@ -26,7 +26,9 @@ struct AirplaneMode {
 struct Arrive {
   json::Dictionary userInfo;
   CollapseId collapseId;
-  std::optional<std::int64_t> expires;  ///< seconds since 1970; nothing: never
+  std::optional<std::int64_t> expires;  ///< seconds since 1970
+  std::optional<std::int64_t>
+      expiresIn;  ///< seconds of the phone's clock after it was sent; counts before that
 };
 
 /// A notification is removed from the list.
@@ -34,7 +36,17 @@ struct Remove {
   std::int64_t notification = 0;
 };
 
-using Act = std::variant<End, AirplaneMode, Arrive, Remove>;
+/// The user taps a notification in the list, or one of its buttons.
+struct Tap {
+  std::int64_t notification = 0;
+  std::optional<std::string> action;  ///< the button's action identifier
+};
+
+/// The user removes the application, and installs it again.
+struct Uninstall {};
+struct Install {};
+
+using Act = std::variant<End, AirplaneMode, Arrive, Remove, Tap, Uninstall, Install>;
 using Line = std::variant<scenario::Step, Act>;
 
 /// The act as a line, without a line feed.

@@ -2,9 +2,14 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "phone/shared_text.h"
 
 namespace quorvantis::phone {
 
@@ -13,20 +18,35 @@ using CollapseId = std::optional<std::string>;
 
 class NotificationList {
  public:
-  /// Returns its number; they count from 1. One with the same id must have been removed before.
-  std::int64_t add(const CollapseId& collapseId) {
-    listed_.emplace(++last_, collapseId);
+  /// The number of the one that is added next; they count from 1.
+  [[nodiscard]] std::int64_t next() const { return last_ + 1; }
+
+  /// `line` is the transcript's that shows it. One with the same id must have been removed before.
+  void add(const CollapseId& collapseId, SharedText line) {
+    listed_.emplace(++last_, Entry{collapseId, std::move(line)});
     if (collapseId) byCollapseId_[*collapseId] = last_;
-    return last_;
   }
 
   /// Returns whether it was there.
   bool remove(std::int64_t number) {
     const auto found = listed_.find(number);
     if (found == listed_.end()) return false;
-    if (found->second) byCollapseId_.erase(*found->second);
+    if (found->second.collapseId) byCollapseId_.erase(*found->second.collapseId);
     listed_.erase(found);
     return true;
+  }
+
+  /// The transcript's line that shows it; null: it is not listed.
+  [[nodiscard]] SharedText lineOf(std::int64_t number) const {
+    const auto found = listed_.find(number);
+    return found == listed_.end() ? nullptr : found->second.line;
+  }
+
+  /// The numbers of all that are listed, from the first on.
+  [[nodiscard]] std::vector<std::int64_t> numbers() const {
+    std::vector<std::int64_t> numbers;
+    for (const auto& [number, entry] : listed_) numbers.push_back(number);
+    return numbers;
   }
 
   /// The notification that a new one with this id replaces.
@@ -36,7 +56,12 @@ class NotificationList {
   }
 
  private:
-  std::unordered_map<std::int64_t, CollapseId> listed_;
+  struct Entry {
+    CollapseId collapseId;
+    SharedText line;
+  };
+
+  std::map<std::int64_t, Entry> listed_;
   std::unordered_map<std::string, std::int64_t> byCollapseId_;
   std::int64_t last_ = 0;
 };

@@ -33,9 +33,35 @@ std::int64_t secondsSince1970() {
   return std::chrono::duration_cast<std::chrono::seconds>(now).count();
 }
 
+/// As the provider's service says when it expires: once it is sent, only the phone's clock counts.
+Arrive dated(Arrive act) {
+  if (act.expires && !act.expiresIn)
+    act.expiresIn = std::max<std::int64_t>(0, *act.expires - secondsSince1970());
+  return act;
+}
+
+/// A device token that this one is not, of the same length: the next number.
+std::string tokenAfter(std::string token) {
+  for (auto byte = token.rbegin(); byte != token.rend(); ++byte) {
+    *byte = static_cast<char>(static_cast<unsigned char>(*byte) + 1);
+    if (*byte != 0) break;
+  }
+  return token;
+}
+
+json::Dictionary state(device::ApplicationState state) {
+  return {{"do", "application"}, {"state", scenario::nameOf(state)}};
+}
+
 const json::Dictionary* userInfoOf(const scenario::Step& step) {
   const json::Value* userInfo = step.find("userInfo");
   return userInfo == nullptr ? nullptr : userInfo->get<json::Dictionary>();
+}
+
+double secondsIn(const scenario::Step& step) {
+  const json::Value& seconds = *step.find("seconds");
+  const auto* const whole = seconds.get<std::int64_t>();
+  return whole != nullptr ? static_cast<double>(*whole) : *seconds.get<double>();
 }
 
 [[noreturn]] void refuseBeforeAnswer() {
@@ -75,14 +101,23 @@ struct Phone::World {
   bool isDecided = false;  // whether the application may notify
   bool hasEnded = false;
   bool isInAirplaneMode = false;
+  bool isInstalled = true;
+  bool isRegistered = false;                        // whether the system gave the application its token
+  double clock = 0;                                 // seconds that have passed
+  json::Dictionary code = {};                       // what the application does when it is launched
+  std::optional<json::Value> activation = {};       // and then
   std::optional<std::string> raised = {};           // the exception that ends the application
   std::size_t refusals = 0;                         // of requests in airplane mode, during this step
   std::optional<std::string> settingsFailure = {};  // why they can no longer be kept
 
   NotificationList list;
-  CollapseId collapseId = {};       // of the notification that is being delivered
-  std::optional<Arrive> kept = {};  // the last one that came in airplane mode
-  std::deque<Arrive> waiting;       // until the prompt is answered
+  CollapseId collapseId = {};  // of the notification that is being delivered
+  struct Kept {
+    Arrive notification;
+    double since;
+  };
+  std::optional<Kept> kept = {};  // the last one that came in airplane mode
+  std::deque<Arrive> waiting;     // until the prompt is answered
 };
 
 Phone::Phone(PhoneOptions options, Transcript& transcript, const std::vector<Line>& lines)
@@ -129,13 +164,17 @@ void Phone::prepare() {
     // There is no other sign that a request's turn has come.
     world_->device.network.setBeforeRequest([this] { world_->device.record.add({{"screen", "sent"}}); });
   }
-  tokens_.begin(world_->device.facts.token);
   transcript_.begin(start_ + '-' + std::to_string(++phones_));
 
   std::vector<std::string> remarks{"Saved by quorvantis-push phone, version " + options_.version + "."};
   if (options_.build == device::Build::simulator) remarks.emplace_back("To be run with --build simulator.");
   if (options_.server) remarks.emplace_back("To be run with --server and --authority.");
   const json::Dictionary stored = scenario::storedValues(world_->device);
+  // An earlier process of the application has stored the token that it got.
+  world_->isRegistered = std::any_of(stored.begin(), stored.end(), [&](const auto& one) {
+    return token() && one.second == json::Value(*token());
+  });
+  tokens_.begin(registeredToken());
   if (!stored.empty()) show("stored", {{"values", stored}});
   if (world_->settingsFailure) show("settingsFailed", {{"reason", *world_->settingsFailure}});
   saved_ = SavedScenario(remarks, stored);
@@ -157,7 +196,7 @@ void Phone::play(const Line& line) {
 }
 
 void Phone::receive(Arrive notification) {
-  world_->waiting.push_back(std::move(notification));
+  world_->waiting.push_back(dated(std::move(notification)));
   deliverWaiting();
   flush();
 }
@@ -202,13 +241,15 @@ void Phone::perform(const scenario::Step& step) {
   if (world_->isPrompting) world_->player->goOn();
 
   saved_.add(step, add(step.text()));
-  tokens_.change(world_->device.facts.token);
   saved_.took(answers - std::min(answers, world_->waitingAnswers()), world_->refusals);
   if (step.name() == "relaunch") world_->hasEnded = false;
   if (step.name() == "authorization") world_->isDecided = true;
   if (userInfo != nullptr) reportOversize(*userInfo);
   if (isBehind && isArrival(step)) notify(*userInfo);
   for (const device::Event& event : world_->device.record.take()) recordEvent(event, userInfo);
+  noteRegistration(step);
+  noteCode(step);
+  if (step.name() == "advance") world_->clock += secondsIn(step);
   reportSettingsFailure();
   world_->isPrompting = world_->player->isStopped();
   if (world_->isPrompting) {
@@ -218,8 +259,36 @@ void Phone::perform(const scenario::Step& step) {
   if (!isReplaying_) endIfRaised();
 }
 
+/// After a step: it may also have given the phone another token.
+void Phone::noteRegistration(const scenario::Step& step) {
+  const json::Value* const given = step.name() == "deliverToken" ? step.find("hex") : nullptr;
+  const auto token = given == nullptr ? std::nullopt : base::bytesFromHexadecimal(*given->get<std::string>());
+  if (token && token == world_->device.facts.token) world_->isRegistered = true;
+  tokens_.change(registeredToken());
+}
+
+void Phone::noteCode(const scenario::Step& step) {
+  if (step.name() == "relaunch") {
+    world_->code.clear();
+    world_->activation.reset();
+  } else if (step.name() == "activate") {
+    world_->activation = *step.find("value");
+  } else if (step.name() == "host") {
+    for (auto& [key, value] : scenario::readObject(step.text())) world_->code.insert_or_assign(key, value);
+  }
+}
+
+std::optional<std::string> Phone::registeredToken() const {
+  return world_->isRegistered ? world_->device.facts.token : std::nullopt;
+}
+
 void Phone::makeReadyFor(const scenario::Step& step) {
   if (world_->isPrompting && step.name() != "authorization") refuseBeforeAnswer();
+  const bool needsApplication =
+      step.needs() == scenario::Needs::runningApplication || step.name() == "relaunch";
+  if (needsApplication && !world_->isInstalled && !isReplaying_) {
+    throw NotNow(R"(the application is not installed; {"phone":"install"} installs it)");
+  }
   if (step.needs() != scenario::Needs::runningApplication) return endIfRaised();
   if (world_->hasEnded && !isReplaying_) {
     throw NotNow(R"(the application has ended; {"do":"relaunch"} starts it)");
@@ -233,6 +302,7 @@ void Phone::recordEvent(const device::Event& event, const json::Dictionary* user
   const auto kind = event.find("event");
   if (kind == event.end()) return;
   if (kind->second == json::Value("authorizationRequested")) world_->isDecided = true;
+  if (kind->second == json::Value("registerForRemoteNotifications")) world_->isRegistered = true;
   if (kind->second == json::Value("raised")) world_->raised = *event.at("selector").get<std::string>();
   if (kind->second == json::Value("presented") && userInfo != nullptr) {
     present(*event.at("options").get<std::int64_t>(), *userInfo);
@@ -268,9 +338,14 @@ void Phone::perform(const AirplaneMode& act) {
   world_->isInAirplaneMode = act.on;
   applyAirplaneMode();
   if (act.on || !world_->kept) return;
-  const Arrive kept = *std::exchange(world_->kept, std::nullopt);
-  if (kept.expires && *kept.expires <= secondsSince1970()) return;
-  reach(kept);
+  const World::Kept kept = *std::exchange(world_->kept, std::nullopt);
+  const Arrive& notification = kept.notification;
+  if (notification.expiresIn) {
+    if (world_->clock - kept.since >= static_cast<double>(*notification.expiresIn)) return;
+  } else if (notification.expires && *notification.expires <= secondsSince1970()) {
+    return;  // a session that was saved by an earlier version
+  }
+  reach(notification);
 }
 
 void Phone::applyAirplaneMode() {
@@ -278,10 +353,11 @@ void Phone::applyAirplaneMode() {
   world_->device.network.setAirplaneMode(world_->isInAirplaneMode && (!isReplaying_ || serverIsElsewhere()));
 }
 
-void Phone::perform(const Arrive& act) {
-  if (world_->isInAirplaneMode) {
+void Phone::perform(const Arrive& given) {
+  const Arrive act = isReplaying_ ? given : dated(given);
+  if (world_->isInAirplaneMode || !world_->isInstalled) {
     record(act);
-    world_->kept = act;
+    if (world_->isInstalled) world_->kept = World::Kept{act, world_->clock};
     return;
   }
   if (world_->hasEnded) record(act);
@@ -295,6 +371,79 @@ void Phone::perform(const Remove& act) {
   }
   record(act);
   show("unlisted", {{"notification", act.notification}});
+}
+
+void Phone::perform(const Tap& act) {
+  const SharedText line = world_->list.lineOf(act.notification);
+  if (!line) {
+    throw NotNow("notification " + std::to_string(act.notification) + " is not in the list");
+  }
+  const json::Dictionary shown = scenario::readObject(*line);
+  record(act);
+  world_->list.remove(act.notification);
+  show("unlisted", {{"notification", act.notification}});
+  if (isReplaying_) return;  // a replay contains the resulting steps
+
+  using enum device::ApplicationState;
+  json::Array steps;
+  const bool comesToFront = world_->hasEnded || world_->device.application.state != active;
+  if (comesToFront) steps.push_back(state(inactive));
+  if (world_->hasEnded) {
+    steps.push_back(json::Dictionary{{"do", "relaunch"}});
+    if (!world_->code.empty()) steps.push_back(world_->code);
+    if (world_->activation)
+      steps.push_back(json::Dictionary{{"do", "activate"}, {"value", *world_->activation}});
+    steps.push_back(json::Dictionary{{"do", "settle"}});
+  }
+  json::Dictionary tapped{{"do", "notification"}, {"arrives", "tap"}, {"userInfo", shown.at("userInfo")}};
+  if (act.action) tapped.emplace("action", *act.action);
+  steps.push_back(std::move(tapped));
+  if (comesToFront) steps.push_back(state(active));
+  steps.push_back(json::Dictionary{{"do", "settle"}});
+  steps.push_back(json::Dictionary{{"do", "advance"}, {"seconds", 1}});  // a link opens a second later
+  performAll(steps);
+}
+
+/// As far as the application lives, and nobody has to answer.
+void Phone::performAll(const json::Array& steps) {
+  for (const json::Value& line : steps) {
+    const scenario::Step step = scenario::readStep(*line.get<json::Dictionary>());
+    const bool hasEnded = step.needs() == scenario::Needs::runningApplication && world_->hasEnded;
+    if (hasEnded || world_->isPrompting) return;
+    perform(step);
+  }
+}
+
+void Phone::perform(const Uninstall& act) {
+  if (!world_->isInstalled)
+    throw NotNow(R"(the application is not installed; {"phone":"install"} installs it)");
+  record(act);
+  if (!world_->hasEnded) end(nullptr);
+  for (const std::int64_t number : world_->list.numbers()) {
+    world_->list.remove(number);
+    show("unlisted", {{"notification", number}});
+  }
+  show("badge", {{"number", 0}});
+  world_->isInstalled = world_->isRegistered = world_->isDecided = false;
+  world_->kept.reset();
+  tokens_.change(registeredToken());
+  if (isReplaying_) return;
+  world_->device.authorization.reset();
+  json::Array keys;
+  for (const auto& [key, value] : scenario::storedValues(world_->device)) keys.emplace_back(key);
+  if (!keys.empty()) perform(scenario::readStep({{"do", "store"}, {"remove", std::move(keys)}}));
+}
+
+void Phone::perform(const Install& act) {
+  if (world_->isInstalled) throw NotNow("the application is installed");
+  record(act);
+  world_->isInstalled = true;
+  auto token = world_->device.facts.token;
+  if (isReplaying_ || !token) return;
+  do {
+    token = tokenAfter(*token);
+  } while (tokens_.find(*token));
+  perform(scenario::readStep({{"do", "device"}, {"token", base::hexadecimal(*token)}}));
 }
 
 void Phone::reach(const Arrive& notification) {
@@ -321,7 +470,8 @@ void Phone::present(std::int64_t options, const json::Dictionary& userInfo) {
 
 void Phone::list(const char* how, const json::Dictionary& userInfo) {
   if (const auto earlier = world_->list.find(world_->collapseId)) perform(Remove{*earlier});
-  show(how, {{"notification", world_->list.add(world_->collapseId)}, {"userInfo", userInfo}});
+  world_->list.add(world_->collapseId,
+                   show(how, {{"notification", world_->list.next()}, {"userInfo", userInfo}}));
 }
 
 void Phone::setBadge(const json::Dictionary& userInfo) {
@@ -339,9 +489,9 @@ void Phone::end(json::Value selector) {
   show("ended", {{"selector", std::move(selector)}});
 }
 
-void Phone::show(const char* what, json::Dictionary more) {
+SharedText Phone::show(const char* what, json::Dictionary more) {
   more.emplace("screen", what);
-  add(json::write(more));
+  return add(json::write(more));
 }
 
 void Phone::record(const Act& act) {

@@ -88,9 +88,16 @@ class Phone {
   void perform(const AirplaneMode& act);
   void perform(const Arrive& act);
   void perform(const Remove& act);
+  void perform(const Tap& act);
+  void perform(const Uninstall& act);
+  void perform(const Install& act);
+  void performAll(const json::Array& steps);
   void makeReadyFor(const scenario::Step& step);
   void deliverWaiting();
   void applyAirplaneMode();
+  void noteRegistration(const scenario::Step& step);
+  void noteCode(const scenario::Step& step);
+  [[nodiscard]] std::optional<std::string> registeredToken() const;
 
   // What the system does by itself.
   void reach(const Arrive& notification);
@@ -105,7 +112,7 @@ class Phone {
   void recordEvent(const device::Event& event, const json::Dictionary* userInfo);
   void reportOversize(const json::Dictionary& userInfo);
   void reportSettingsFailure();
-  void show(const char* what, json::Dictionary more = {});
+  SharedText show(const char* what, json::Dictionary more = {});
   void record(const Act& act);
   SharedText add(std::string line);
   void flush();

@@ -13,9 +13,8 @@ constexpr std::size_t kMostWaiting = 4096;  // then providers wait until the pho
 json::Dictionary lineOf(const apns::Report& report) {
   json::Dictionary line{{"screen", "provider"}, {"status", report.status}, {"apnsId", report.id}};
   if (!report.pushType.empty()) line.emplace("pushType", report.pushType);
-  if (report.status == 200) return line;
-  line.emplace("reason", report.reason);
-  line.emplace("detail", report.detail);
+  if (!report.reason.empty()) line.emplace("reason", report.reason);
+  if (!report.detail.empty()) line.emplace("detail", report.detail);
   return line;
 }
 
@@ -36,6 +35,7 @@ std::optional<apns::KnownToken> ProviderSide::find(std::string_view token) const
 }
 
 void ProviderSide::arrive(apns::Notification notification, const apns::Report& report) {
+  if (!notification.isForApplication) return note(report);
   const report::PayloadReport payload = reportOn(std::move(notification.text), notification.pushType);
   if (payload.findings.errors > 0) acceptedErrors_ = true;
   onRequest_(report, payload);
@@ -75,6 +75,10 @@ void ProviderSide::receiveAll() {
 }
 
 void ProviderSide::refused(const apns::Report& report) {
+  note(report);
+}
+
+void ProviderSide::note(const apns::Report& report) {
   onRequest_(report, {});
   worker_.post([this, line = lineOf(report)] { phone_.record(line); });
 }

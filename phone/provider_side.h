@@ -40,6 +40,8 @@ class ProviderSide final : public apns::Phone {
     json::Dictionary line;
   };
 
+  /// Adds a line for a request of which the phone hears nothing.
+  void note(const apns::Report& report);
   void receiveAll();
 
   phone::Phone& phone_;

@@ -75,8 +75,11 @@ def waits_for_permission(phone, backend, token):
     phone.fresh()
     check(backend.send("cd" * 32, ALERT) == (400, "BadDeviceToken"), "it was another phone's")
     check("prompt" in screens(phone.play(*REGISTER[:3])), "permission is asked for")
-    check(backend.send(token, ALERT)[0] == 200, "taken")
-    check(phone.wait(screen="provider", seconds=PATIENCE)[0] == 200, "it has come")
+    check(backend.send(token, ALERT) == (400, "BadDeviceToken"), "the phone has not registered yet")
+    phone.fresh()
+    phone.play({"do": "deliverToken", "hex": token}, *REGISTER[:3])
+    check(backend.send(token, ALERT)[0] == 200, "the application has got its token, and permission is asked for")
+    check(phone.wait(screen="provider", status="200", seconds=PATIENCE)[0] == 200, "it has come")
     check("deliver" not in [line.get("do") for line in phone.lines()], "nobody has answered the prompt yet")
     check({"do": "deliver", "userInfo": ALERT} in phone.play(REGISTER[3]), "it was not lost")
 
@@ -132,6 +135,26 @@ def as_a_phone_does(phone, backend, token):
     refused = phone.wait(screen="provider", status="410", **{"from": begun}, seconds=PATIENCE)[1]["line"]
     check(refused["reason"] == "Unregistered" and refused["detail"], refused)
     phone.play({"do": "device", "token": token})
+
+    for kind, suffix in (("voip", ".voip"), ("liveactivity", ".push-type.liveactivity"), ("widgets", ".push-type.widgets")):
+        begun = last(phone)
+        broken = {"aps": {"alert": "ends the application"}}
+        found = backend.send(token, broken, apns_push_type=kind, apns_topic=TOPIC + suffix)
+        check(found == (200, ""), f"{kind}: {found}")
+        line = phone.wait(screen="provider", **{"from": begun}, seconds=PATIENCE)[1]["line"]
+        check(kind in line["detail"] and "hears nothing" in line["detail"] and "findings" not in line, line)
+        check(len(after(phone, begun)) == 1, "no step")
+
+    begun = last(phone)
+    phone.play({"phone": "uninstall"})
+    check(backend.send(token, ALERT) == (410, "Unregistered"), "nobody has it now")
+    phone.play({"phone": "install"}, {"do": "relaunch"})
+    token = phone.json("GET", "/api/status")[1]["token"]
+    check(backend.send(token, ALERT) == (400, "BadDeviceToken"), "nobody has it yet")
+    phone.play(*REGISTER)
+    check(backend.send(token, ALERT)[0] == 200, "the next registration's")
+    phone.fresh()
+    phone.play(*REGISTER)
 
 
 def many_at_once(phone, backend, token, folder):

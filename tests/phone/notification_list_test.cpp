@@ -10,16 +10,19 @@ namespace {
 
 TEST(NotificationList, FindsWhatANewOneReplaces) {
   NotificationList list;
-  EXPECT_EQ(list.add(std::nullopt), 1);
-  EXPECT_EQ(list.add("a"), 2);
-  EXPECT_EQ(list.add(std::nullopt), 3);
+  list.add(std::nullopt, share("1"));
+  list.add("a", share("2"));
+  list.add(std::nullopt, share("3"));
+  EXPECT_EQ(*list.lineOf(3), "3");
   EXPECT_EQ(list.find("a"), 2);
   EXPECT_EQ(list.find("b"), std::nullopt);
   EXPECT_EQ(list.find(std::nullopt), std::nullopt);
   EXPECT_TRUE(list.remove(2));
   EXPECT_FALSE(list.remove(2));
   EXPECT_EQ(list.find("a"), std::nullopt);
-  EXPECT_EQ(list.add("a"), 4);
+  EXPECT_EQ(list.lineOf(2), nullptr);
+  EXPECT_EQ(list.next(), 4);
+  list.add("a", share("4"));
   EXPECT_EQ(list.find("a"), 4);
 }
 
@@ -31,7 +34,7 @@ TEST(NotificationList, TakesNoLongerForTheLastThanForTheFirst) {
   for (int i = 0; i < kMany; ++i) {
     const CollapseId id = "order-" + std::to_string(i);
     ASSERT_EQ(list.find(id), std::nullopt);
-    list.add(id);
+    list.add(id, nullptr);
   }
   EXPECT_LT(std::chrono::steady_clock::now() - began, std::chrono::seconds(20));
 }

@@ -149,6 +149,83 @@ def airplane(phone):
     check("requestFailed" in screens(phone.play({"do": "deliverToken", "hex": "dd"}, {"do": "settle"})), "it is still on")
 
 
+def expiry(phone):
+    """By the phone's clock, from the moment when it was sent."""
+    registered(phone)
+    for seconds, passes, comes in ((60, 59, True), (60, 3600, False), (0, 0.5, False)):
+        in_a_minute = {"expires": int(time.time()) + 1000} if seconds == 60 else {}
+        phone.play(BEHIND, {"phone": "airplaneMode", "on": True}, arrives(note(1), expiresIn=seconds, **in_a_minute),
+                   {"do": "advance", "seconds": passes})
+        lines = phone.play({"phone": "airplaneMode", "on": False})
+        check(("listed" in screens(lines)) == comes, (seconds, passes, lines))
+    act = phone.play({"phone": "airplaneMode", "on": True}, arrives(note(2), expires=int(time.time()) + 100))[-1]
+    check(90 < act["expiresIn"] <= 100, act)
+    check(phone.play(arrives(note(3), expires=1))[0]["expiresIn"] == 0, "it had expired when it was sent")
+    check_saved(phone)
+    # A session as an earlier version saved it, with an application that had ended: only the clock on the wall counts.
+    for expires, comes in ((1, False), (int(time.time()) + 900, True)):
+        old = [json.dumps(YES), *map(json.dumps, REGISTER), '#phone {"phone":"end"}', '#phone {"on":true,"phone":"airplaneMode"}',
+               "#phone " + json.dumps(arrives(note(4), expires=expires)), '#phone {"on":false,"phone":"airplaneMode"}']
+        phone.fresh("\n".join(old))
+        check(("listed" in screens(phone.lines())) == comes, phone.lines())
+        check("expiresIn" not in json.dumps(phone.lines()), "it opens as it did")
+
+
+def shown(lines):
+    return next(line["notification"] for line in lines if line.get("screen") in ("listed", "banner"))
+
+
+def taps(phone):
+    registered(phone)
+    link = note(1, type="pushlib-abrirurl", urlnoti="https://www.example.com/offers")
+    for before in ([BEHIND], [ACTIVE], [BEHIND, {"phone": "end"}]):
+        number = shown(phone.play(*before[:1], arrives(link)))
+        phone.play(*before[1:])
+        lines = phone.play({"phone": "tap", "notification": number})
+        check(lines[0] == {"phone": "tap", "notification": number} and "unlisted" in screens(lines), lines)
+        check({"event": "opened", "url": "https://www.example.com/offers"} in lines, lines)
+        steps = [line for line in lines if "do" in line]
+        check(({"do": "relaunch"} in steps) == (len(before) == 2) and ({**REGISTER[0]} in steps) == (len(before) == 2), steps)
+        check(before == [ACTIVE] or ACTIVE in steps, "the application comes to the front")
+        check(phone.refusal({"phone": "tap", "notification": number})[0] == 409, "it is off the list")
+    phone.play(BEHIND)
+    number = shown(phone.play(arrives(note(2))))
+    tapped = [line for line in phone.play({"phone": "tap", "notification": number, "action": "reply"}) if "arrives" in line]
+    check(tapped[0]["action"] == "reply", tapped)
+    check(phone.refusal({"phone": "tap", "notification": 99})[0] == 409, "never listed")
+    before = [line for line in phone.lines() if "screen" in line and line["screen"] != "prompt"]
+    phone.fresh(check_saved(phone))
+    check([line for line in phone.lines() if "screen" in line] == before, "the system shows the same when it is opened")
+
+    phone.fresh()
+    phone.play({"do": "authorization", "granted": False}, *REGISTER, BEHIND, arrives(link))
+    check(phone.refusal({"phone": "tap", "notification": 1})[0] == 409, "nobody taps what is not permitted")
+
+
+def reinstalls(phone):
+    registered(phone)
+    token = phone.json("GET", "/api/status")[1]["token"]
+    phone.play(BEHIND, arrives(note(1, badge=3)))
+    lines = phone.play({"phone": "uninstall"})
+    check(screens(lines) == ["ended", "unlisted", "badge"], lines)
+    check(phone.play({"do": "show"})[-1]["values"] == {}, "its settings are gone")
+    for line in ({"do": "relaunch"}, {"do": "settle"}, {"phone": "uninstall"}):
+        status, reason, _ = phone.refusal(line)
+        check(status == 409 and "install" in reason, reason)
+    check(screens(phone.play(arrives(note(2)))) == [], "nobody is there to get it")
+    phone.play({"phone": "install"})
+    check(phone.refusal({"phone": "install"})[0] == 409, "it is there")
+    other = phone.json("GET", "/api/status")[1]["token"]
+    check(other != token and len(other) == len(token), other)
+    check(screens(phone.play({"do": "relaunch"}, *REGISTER))[-1] == "prompt", "permission is asked for again")
+    lines = phone.play(YES)
+    check({"event": "callback", "selector": "onRegisterToken:", "argument": other} in lines, lines)
+    check(screens(phone.play(BEHIND, arrives(note(3)))) == ["listed"], "all is as with a fresh one")
+    before = [line for line in phone.lines() if "screen" in line and line["screen"] != "prompt"]
+    phone.fresh(check_saved(phone))
+    check([line for line in phone.lines() if "screen" in line] == before, "the system shows the same when it is opened")
+
+
 def settings():
     """They outlive the program; a phone whose file becomes unusable is held on without it, and says why."""
     with tempfile.TemporaryDirectory() as folder:
@@ -182,6 +259,8 @@ def random_sessions(phone):
         lambda: ACTIVE, lambda: BEHIND, lambda: {"do": "settle"}, lambda: {"do": "advance", "seconds": chance.random()},
         lambda: {"do": "relaunch"}, lambda: chance.choice(REGISTER), lambda: YES, lambda: {"phone": "end"},
         lambda: {"phone": "airplaneMode", "on": chance.random() < 0.5},
+        lambda: {"phone": "tap", "notification": chance.randrange(1, 5)},
+        lambda: {"phone": chance.choice(["uninstall", "install", "install"])},
         lambda: {"do": "deliverToken", "hex": f"{chance.randrange(256):02x}"},
         lambda: {"do": "server", "answers": [chance.choice([REFUSE, {"status": 500, "body": ""}, {"fault": "reset"}])]},
         lambda: arrives(chance.choice([note(chance.randrange(9), badge=1), {"aps": 1}, {"aps": {"content-available": 1}},
@@ -200,7 +279,7 @@ def random_sessions(phone):
 
 def main():
     with Phone(TOOL) as phone:
-        for part in (prompt, list_rules, ends, airplane, random_sessions):
+        for part in (prompt, list_rules, ends, airplane, expiry, taps, reinstalls, random_sessions):
             part(phone)
     settings()
     with Phone(TOOL, "--build", "simulator") as phone:

@@ -36,19 +36,10 @@ export const register = (phone) => [
   settle,
 ];
 
-/** A notification, tapped where the system shows it; a link opens a second later. */
+/** A notification, tapped where the system shows it. */
 export const tap =
-  ({ notification, userInfo }) =>
-  (phone) => {
-    const tapped = [
-      { do: "notification", arrives: "tap", userInfo },
-      { phone: "remove", notification },
-    ];
-    const later = [settle, { do: "advance", seconds: 1 }];
-    if (!phone.running) return [state("inactive"), ...relaunch(phone), ...tapped, state("active"), ...later];
-    if (phone.application.state === "active") return [...tapped, ...later];
-    return [state("inactive"), ...tapped, state("active"), ...later];
-  };
+  ({ notification }) =>
+  () => [{ phone: "tap", notification }];
 
 const forSimulator = "Simulator Target Bundle"; // in a file for it, and carried by no service
 

@@ -172,6 +172,7 @@ const events = {
 /** What somebody does to the phone around the application. */
 const acts = {
   airplaneMode: (_, { on }) => ({ airplane: on }),
+  uninstall: () => ({ authorization: start.authorization }),
 };
 
 const isUnread = (answer) => answer?.fault === "refuse" || answer?.fault === "untrusted";

@@ -174,6 +174,9 @@ const acts = {
   airplaneMode: [user, system, ({ on }) => `airplane mode ${on ? "on" : "off"}`],
   arrive: [provider, system, ({ userInfo }) => `sends the notification ${notificationIn(userInfo)}`],
   remove: [user, system, ({ notification }) => `removes notification ${notification} from the list`],
+  tap: [user, system, ({ notification }) => `taps notification ${notification} in the list`],
+  uninstall: [user, system, () => "removes the application"],
+  install: [user, system, () => "installs the application"],
 };
 
 const screens = {
