@@ -35,6 +35,13 @@ def kind_of(type_):
     return "number"
 
 
+def argument(type_):
+    """The kind of an argument, with a question mark where nil may be given: Swift makes an optional of it. Of
+    pointers the typings don't tell."""
+    kind, outermost = kind_of(type_), re.sub(r"\(\^ ?(\w*)\)\(.*", r"\1", type_["qualType"])
+    return kind + ("?" if outermost.endswith("_Nullable") and kind != "pointer" else "")
+
+
 def members(node, owner, found):
     for member in node.get("inner", []):
         if member.get("isImplicit"):
@@ -42,7 +49,7 @@ def members(node, owner, found):
         if member["kind"] == "ObjCPropertyDecl":
             found[f"{owner} {member['name']}"] = ([], kind_of(member["type"]))
         elif member["kind"] == "ObjCMethodDecl":
-            arguments = [kind_of(part["type"]) for part in member.get("inner", []) if part["kind"] == "ParmVarDecl"]
+            arguments = [argument(part["type"]) for part in member.get("inner", []) if part["kind"] == "ParmVarDecl"]
             found[f"{owner} {member['name']}"] = (arguments, kind_of(member["returnType"]))
 
 
@@ -76,7 +83,7 @@ def declared():
         if node["kind"] in ("ObjCInterfaceDecl", "ObjCProtocolDecl"):
             members(node, node["name"], names)
         elif node["kind"] == "FunctionDecl":
-            arguments = [kind_of(part["type"]) for part in node.get("inner", []) if part["kind"] == "ParmVarDecl"]
+            arguments = [argument(part["type"]) for part in node.get("inner", []) if part["kind"] == "ParmVarDecl"]
             result = re.sub(r" ?\(.*", "", node["type"]["qualType"])
             names[f"function {node['name']}"] = (arguments, kind_of({"qualType": result}) if "Ref" not in result
                                                  else "object")

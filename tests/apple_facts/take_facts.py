@@ -93,7 +93,8 @@ def main():
         if found is None:
             missing.append(name)
             continue
-        kinds = [kind_of(text, enumerations) for text in split(found[0] or "")]
+        kinds = [kind_of(text, enumerations) + ("?" if text.endswith(" | null") else "")
+                 for text in split(found[0] or "")]
         lines.append(f"{name} ({', '.join(kinds)}) {kind_of(found[1], enumerations)} {found[2] or '-'}")
     known = {(enumeration, enumeration + constant): value for enumeration, constants in enumerations.items()
              for constant, value in constants.items()}
@@ -108,7 +109,7 @@ def main():
         else:
             missing.append("constant " + name)
     Path(__file__).with_name("facts.txt").write_text(
-        "# What the phone's SDK says: name, kinds of arguments, kind of result, since which iOS; constants with their values.\n"
+        "# What the phone's SDK says: name, kinds of arguments (?: may be nil), kind of result, since which iOS; constants with their values.\n"
         "# Written by take_facts.py.\n" + "\n".join(lines) + "\n")
     print(f"{len(lines)} facts; not in the typings: {', '.join(missing) or 'none'}", file=sys.stderr)
 
