@@ -177,6 +177,11 @@ TEST_F(SampleHost, CompletesABackgroundNotificationOnce) {
 
 TEST_F(SampleHost, ShowsALinkInItsScene) {
   launch();
+  UISceneConfiguration* configuration =
+      [host application:[UIApplication sharedApplication]
+          configurationForConnectingSceneSession:[[[UISceneSession alloc] init] autorelease]
+                                         options:[[[UISceneConnectionOptions alloc] init] autorelease]];
+  EXPECT_EQ([configuration name], nil) << "a name is looked up in the Info.plist, which has none";
   settle();
   connectScene();
   clear();

@@ -11,6 +11,8 @@
 
 @interface DeviceSceneConfiguration : UISceneConfiguration {
   Class _delegateClass;
+ @public
+  NSString* _name;
 }
 @end
 
@@ -34,15 +36,26 @@
 
 @implementation UISceneConfiguration
 
-@dynamic delegateClass;
+@dynamic delegateClass, name;
 
 + (instancetype)configurationWithName:(NSString*)name sessionRole:(NSString*)sessionRole {
-  return [[[DeviceSceneConfiguration alloc] init] autorelease];
+  DeviceSceneConfiguration* configuration = [[[DeviceSceneConfiguration alloc] init] autorelease];
+  configuration->_name = [name copy];
+  return configuration;
 }
 
 @end
 
 @implementation DeviceSceneConfiguration
+
+- (void)dealloc {
+  [_name release];
+  [super dealloc];
+}
+
+- (NSString*)name {
+  return _name;
+}
 
 - (Class)delegateClass {
   return _delegateClass;

@@ -109,6 +109,7 @@ NS_SWIFT_UI_ACTOR NS_SWIFT_NAME(UIScene.ConnectionOptions) @interface UISceneCon
 NS_SWIFT_UI_ACTOR
 @interface UISceneConfiguration : NSObject
 + (instancetype)configurationWithName:(nullable NSString*)name sessionRole:(UISceneSessionRole)sessionRole;
+@property(nullable, nonatomic, readonly) NSString* name;
 @property(nullable, nonatomic) Class delegateClass;
 @end
 
