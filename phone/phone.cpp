@@ -293,6 +293,7 @@ void Phone::makeReadyFor(const scenario::Step& step) {
   if (world_->hasEnded && !isReplaying_) {
     throw NotNow(R"(the application has ended; {"do":"relaunch"} starts it)");
   }
+  if (world_->hasEnded) show("goesOn");
   world_->raised.reset();
   world_->hasEnded = false;
 }

@@ -18,8 +18,6 @@ TOOL, PAGE = sys.argv[1:]
 HERE = Path(__file__).resolve().parent
 SCENARIOS = sorted((HERE.parent / "scenarios").glob("*.jsonl"))
 SHOW = {"do": "show"}
-GOES_ON = [("do", name) for name in ("relaunch", "host", "activate", "deliverToken", "call", "notification", "deliver",
-                                     "tapOK", "settle", "advance")]
 RELAUNCH, ENDED = ("do", "relaunch"), ("screen", "ended")
 LATEST = 50
 HOST = {"appHash": None, "foreground": False, "deactivateGPS": False,
@@ -108,7 +106,7 @@ def server_after(lines):
 def phone_after(lines):
     """What a phone is like after these lines, but for what is stored."""
     launch = since(lines, RELAUNCH)
-    runs = "ended" not in all_of(since(lines, *GOES_ON), ENDED, of="screen")
+    runs = "ended" not in all_of(since(lines, RELAUNCH, ("screen", "goesOn")), ENDED, of="screen")
     hidden = all_of(launch, ("event", "alertHidden"), of="alert")
     alerts = all_of(launch, ("event", "alertShown"), of=("alert", "title", "message", "buttons"))
     unlisted = all_of(lines, ("screen", "unlisted"), of="notification")

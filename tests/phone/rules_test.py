@@ -125,6 +125,9 @@ def ends(phone):
     check(screens(phone.lines() + phone.play({"do": "settle"})) == ["ended"], "it was launched again")
     phone.fresh("\n".join(map(json.dumps, [*raises, {"do": "settle"}])))
     check("ended" not in screens(phone.lines() + phone.play({"do": "settle"})), "it went on, as with `run`")
+    phone.fresh('#phone {"phone":"end"}\n{"do":"settle"}')
+    check(screens(phone.lines()) == ["ended", "goesOn"] and phone.lines()[-1] == {"do": "settle"}, phone.lines())
+    check(phone.play({"do": "settle"}) == [{"do": "settle"}], "and from there on it runs")
 
 
 def airplane(phone):

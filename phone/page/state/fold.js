@@ -217,6 +217,7 @@ const screens = {
     },
   }),
   requestFailed,
+  goesOn: ({ ended, alerts }) => ({ running: true, ended: null, alerts: ended?.alerts ?? alerts }),
   ended: ({ alerts, list }, { selector }) => ({
     running: false,
     seen: list,
@@ -229,29 +230,8 @@ const screens = {
 
 const changes = { do: steps, event: events, phone: acts, screen: screens };
 
-const needApplication = new Set([
-  "host",
-  "activate",
-  "deliverToken",
-  "call",
-  "notification",
-  "deliver",
-  "tapOK",
-  "settle",
-  "advance",
-]);
-
-/** What each step does before its own. A scenario may go on with an application that has ended. */
-function begun(state, name) {
-  const goesOn = !state.running && needApplication.has(name);
-  const isStill = state.vibrated && name !== "settle";
-  if (!goesOn && !isStill) return state;
-  return {
-    ...state,
-    vibrated: state.vibrated && !isStill,
-    ...(goesOn ? { running: true, ended: null, alerts: state.ended.alerts } : null),
-  };
-}
+/** What each step or act does before its own. */
+const begun = (state, name) => (state.vibrated && name !== "settle" ? { ...state, vibrated: false } : state);
 
 /** The phone after one more line. What it does not know changes nothing. */
 export function after(state, line) {

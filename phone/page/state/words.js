@@ -194,6 +194,7 @@ const screens = {
   ],
   unlisted: [system, user, ({ notification }) => `notification ${notification} is no longer in the list`],
   badge: [system, user, ({ number }) => `sets the badge to ${number}`],
+  goesOn: [system, user, () => "the application goes on, as only a scenario lets it"],
   ended: [
     system,
     user,
