@@ -271,6 +271,16 @@ def saved(page, phone, folder):
     page.is_drawn(phone)
 
 
+def files_are_judged_as_they_are(page, _, folder):
+    marked = folder / "marked.apns"
+    marked.write_text('\ufeff{"aps":{"alert":{"body":"x"}}}', "utf-8")
+    page.tab("notification")
+    page.one("input[type=file][aria-label='Open .apns …']").send_keys(str(marked))
+    page.sees("#findings", "byte order mark")
+    page.click("#findings button", "Fix it")
+    page.until("the mark is gone", lambda: not page.all(".finding.error"))
+
+
 def texts_stay_texts(page, phone, folder):
     """Whatever a payload, a key, the device or the server says: it is text, and nothing of it runs."""
     hostile = {"alert": {"title": HOSTILE, "body": HOSTILE, HOSTILE: HOSTILE}, "extra1": HOSTILE, HOSTILE: [HOSTILE]}
@@ -448,6 +458,7 @@ def main():
                 part(page, phone)
             driver.switch_to.window(driver.window_handles[0])
             saved(page, phone, folder)
+            files_are_judged_as_they_are(page, phone, folder)
             texts_stay_texts(page, phone, folder)
             if not IN_WEBKIT:  # under whose driver clicks miss after the window has changed its size
                 all_at_once(page, phone)

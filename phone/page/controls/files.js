@@ -9,6 +9,10 @@ export function save(text, name, type) {
   setTimeout(() => URL.revokeObjectURL(url), 1000);
 }
 
+/** The file's text with a byte order mark, if it has one: the linter has something to say about that. */
+const textOf = async (file) =>
+  new TextDecoder("utf-8", { ignoreBOM: true }).decode(await file.arrayBuffer());
+
 /** A button that has a file chosen; `opened` gets its text and its name. */
 export function openButton(label, accept, opened, properties = {}) {
   const input = element("input", {
@@ -20,7 +24,7 @@ export function openButton(label, accept, opened, properties = {}) {
     change: async () => {
       const [file] = input.files;
       input.value = "";
-      if (file) opened(await file.text(), file.name);
+      if (file) opened(await textOf(file), file.name);
     },
   });
   return [button(label, () => input.click(), properties), input];
@@ -40,6 +44,6 @@ export function takeDropped(target, opened) {
   target.addEventListener("drop", async (event) => {
     mark(event, false);
     const [file] = event.dataTransfer.files;
-    if (file) opened(await file.text(), file.name);
+    if (file) opened(await textOf(file), file.name);
   });
 }
