@@ -3,6 +3,7 @@
 #include <simdjson.h>
 
 #include <algorithm>
+#include <limits>
 
 #include "base/utf8.h"
 #include "json/read.h"
@@ -83,6 +84,20 @@ Object readCarefully(std::string_view text) {
   return value != nullptr && isContainer(*value) ? simulated::objectFrom(*value) : Object();
 }
 
+/// What simdjson takes or refuses by its version: one more byte order mark, and more digits than a real has
+/// before its point, whatever the exponent.
+bool dependsOnVersion(std::string_view text) {
+  constexpr std::string_view kDigits = "0123456789";
+  constexpr std::size_t kMostDigits = std::numeric_limits<double>::max_exponent10;
+  if (base::startsWithByteOrderMark(text)) return true;
+  for (std::size_t at = kMostDigits; at < text.size(); at += kMostDigits) {  // no longer row fits in between
+    if (kDigits.find(text[at]) == std::string_view::npos) continue;
+    const std::size_t first = text.find_last_not_of(kDigits, at) + 1;
+    if (std::min(text.find_first_not_of(kDigits, at), text.size()) - first > kMostDigits) return true;
+  }
+  return false;
+}
+
 dom::parser makeParser() {
   dom::parser parser;
   if (parser.allocate(4096, json::kDeepest) != simdjson::SUCCESS) throw std::bad_alloc();
@@ -94,8 +109,7 @@ dom::parser makeParser() {
 Object JSONObjectWithData(const NSData& data, unsigned long /*options*/) {
   if (!data) return nullptr;
   const std::string_view text = base::withoutByteOrderMark(known<DataInstance>(data)->bytes);
-  // simdjson passes over one more mark, or refuses it, by its version.
-  if (base::startsWithByteOrderMark(text)) return readCarefully(text);
+  if (dependsOnVersion(text)) return readCarefully(text);
   thread_local dom::parser parser = makeParser();
   dom::element root;
   if (parser.parse(text).get(root) != simdjson::SUCCESS) return readCarefully(text);
