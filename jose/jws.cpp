@@ -60,7 +60,7 @@ Jwk publicHalf(const EVP_PKEY* key) {
   spec.y = point.data() + 1 + kCoordinateBytes;
   spec.ylen = kCoordinateBytes;
   Jwk made(cjose_jwk_create_EC_spec(&spec, nullptr));
-  if (!made) throw std::runtime_error("the key can't be used");
+  if (!made) throw std::runtime_error("not a key that can be used");
   return made;
 }
 

@@ -43,6 +43,16 @@ std::string contentsOf(const std::string& path, const char* option) {
   return text;
 }
 
+std::shared_ptr<const jose::SigningKey> readProviderKey(const std::string& path) {
+  const std::string pem = contentsOf(path, "--provider-key");
+  try {
+    return std::make_shared<const jose::SigningKey>(pem);
+  } catch (const std::runtime_error& error) {
+    throw console::UsageError("--provider-key: " + path + " is " + error.what() +
+                              "; it must be the .p8 file, or its public half");
+  }
+}
+
 bool isNumeric(const std::string& address) {
   in6_addr any{};
   return inet_pton(AF_INET, address.c_str(), &any) == 1 || inet_pton(AF_INET6, address.c_str(), &any) == 1;
@@ -143,8 +153,7 @@ class Apple {
     if (!options.apnsAuthority.empty()) server::requireOurs(options.apnsAuthority);
     apns::ServiceOptions made{.address = options.listen, .port = *options.apns, .rules = {options.topic}};
     if (!options.providerKey.empty()) {
-      made.rules.key =
-          std::make_shared<const jose::SigningKey>(contentsOf(options.providerKey, "--provider-key"));
+      made.rules.key = readProviderKey(options.providerKey);
     }
     if (!options.clientAuthority.empty()) {
       made.clientAuthority = contentsOf(options.clientAuthority, "--client-authority");

@@ -309,6 +309,7 @@ def ends_with_its_surroundings():
 def wrong_arguments():
     for arguments, reason in ((["--listen", "0.0.0.0"], "--public-host"), (["--listen", "here"], "numeric"),
                               (["--strict"], "--apns"), (["/nothing"], "can't be read"),
+                              (["--apns", "--provider-key", __file__], __file__),
                               (["--apns", "--provider-key", "/nothing"], "--provider-key"), (["--port", "99999"], "--port"),
                               (["--until-eof", "-"], "standard input"), (["--server", "127.0.0.1:1"], "--authority"), (["--apns", "x"], "--apns")):
         done = subprocess.run([TOOL, "phone", "--no-page", *arguments], capture_output=True, text=True, timeout=PATIENCE)
