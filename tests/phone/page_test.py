@@ -377,6 +377,7 @@ def moment_in_sight(page, phone):
 def without_eyes_or_mouse(page, phone):
     """What happens is said, and all that a mouse reaches the keyboard does."""
     phone.fresh()
+    phone.play({"do": "device", "country": "FR"}, {"do": "show"})
     page.driver.refresh()
     page.is_drawn(phone)
     check(page.text("#said p") == [], "what was there before is not said")
