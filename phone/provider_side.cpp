@@ -55,7 +55,8 @@ void ProviderSide::arrive(apns::Notification notification, const apns::Report& r
       {{.userInfo = std::move(notification.payload),
         .collapseId = notification.collapseId.empty() ? std::nullopt
                                                       : std::optional(std::move(notification.collapseId)),
-        .expires = notification.expires},
+        .expires = notification.expires,
+        .expiresIn = {}},
        std::move(line)});
 }
 

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "json/write.h"
@@ -80,7 +81,7 @@ TEST(SteppedPhone, EndsTheApplicationsProcess) {
     for (const char* step : {kHost, kActivate, kAlert}) player.play(readStep(step));
   }
   EXPECT_EQ(device.screen.alerts(), std::vector<int>());
-  device.record.take();
+  std::ignore = device.record.take();
   device.queue.settle([](const auto& task) { task(); });
   EXPECT_TRUE(device.record.take().empty()) << "what was due ended with it";
 }
