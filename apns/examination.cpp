@@ -35,6 +35,7 @@ Examination::Examination(const Request& given, const Provider& from, const Rules
       provider(from),
       rules(by),
       now(second),
+      room(phone.room()),
       deviceToken(deviceTokenIn(given.path())),
       pushType(findPushType(given.header(Header::pushType).value_or("alert"))) {
   readTopic();
@@ -65,7 +66,8 @@ void Examination::readProviderToken() {
     return;
   }
   token = apns::readProviderToken(tokenText);
-  isTokenGood = token && (rules.key == nullptr || rules.key->hasSigned(tokenText));
+  isTokenGood = token && (rules.keyId.empty() || token->keyId == rules.keyId) &&
+                (rules.key == nullptr || rules.key->hasSigned(tokenText));
 }
 
 }  // namespace quorvantis::apns

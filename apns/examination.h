@@ -23,6 +23,7 @@ struct Examination {
   const Rules& rules;
   const std::int64_t now;
 
+  const Room room;
   std::optional<std::string_view> deviceToken;
   std::optional<KnownToken> known;
   const PushType* pushType;  ///< null: there is no such type

@@ -27,6 +27,7 @@ struct Provider {
 struct Rules {
   std::string topic;                              ///< the application's bundle identifier
   std::shared_ptr<const jose::SigningKey> key{};  ///< null: signatures are not checked
+  std::string keyId{};                            ///< empty: any
 };
 
 struct Judgement {

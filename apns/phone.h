@@ -37,9 +37,18 @@ struct Notification {
   std::optional<std::int64_t> expires;  ///< seconds since 1970; 0: deliver now or never; nothing: not set
 };
 
+/// Whether a phone can take a further notification.
+enum class Room {
+  free,
+  promptFull,  ///< too many wait for the permission prompt's answer
+  full,        ///< it has written down all that it may
+};
+
 class Phone {
  public:
   virtual ~Phone() = default;
+
+  [[nodiscard]] virtual Room room() const { return Room::free; }
 
   /// Looks the token's bytes up; nothing when the phone never had it.
   [[nodiscard]] virtual std::optional<KnownToken> find(std::string_view token) const = 0;

@@ -145,6 +145,14 @@ bool isTooLarge(const Examination& seen) {
          (isOf(seen, "voip") ? Request::kMostPayloadBytes : device::kLargestPayload);
 }
 
+bool hasCrowdedPrompt(const Examination& seen) {
+  return seen.room == Room::promptFull;
+}
+
+bool isPhoneFull(const Examination& seen) {
+  return seen.room == Room::full;
+}
+
 bool lacksPayload(const Examination& seen) {
   return !isTooLarge(seen) && !seen.payload;
 }
@@ -223,9 +231,14 @@ constexpr std::array kReasons = {
            nullptr},
     Reason{403, "Forbidden", "the action is not allowed", nullptr},
     Reason{410, "ExpiredToken", "the device token has expired", nullptr},
-    Reason{429, "TooManyRequests", "too many requests for one device token", nullptr},
+    Reason{429, "TooManyRequests",
+           "too many notifications wait for the answer to the phone's permission prompt; answer it",
+           hasCrowdedPrompt},
     Reason{500, "InternalServerError", "the service failed", nullptr},
-    Reason{503, "ServiceUnavailable", "the service is not available", nullptr},
+    Reason{503, "ServiceUnavailable",
+           "the phone is full: save the session and begin a fresh phone, or start one with --most-lines and "
+           "--most-mebibytes",
+           isPhoneFull},
     Reason{503, "Shutdown", "the service is shutting down", nullptr}};
 
 }  // namespace

@@ -142,11 +142,12 @@ HttpResponse refusal(int status, const std::string& reason, json::Dictionary mor
 }
 
 Api::Api(Phone& phone, Worker& worker, const Transcript& transcript, report::LintService& linter,
-         ApiOptions options)
+         Rehearsal& rehearsal, ApiOptions options)
     : phone_(phone),
       worker_(worker),
       transcript_(transcript),
       linter_(linter),
+      rehearsal_(rehearsal),
       options_(std::move(options)),
       streams_(transcript) {}
 
@@ -169,6 +170,8 @@ std::vector<server::HttpRoute> Api::routes() {
         return (this->*method)(request);
       } catch (const NotNow& reason) {
         return refusal(409, reason.what());
+      } catch (const Full& reason) {
+        return refusal(507, reason.what());
       } catch (const scenario::StepError& reason) {
         return refusal(400, reason.what());
       } catch (const Stopped& reason) {
@@ -177,6 +180,8 @@ std::vector<server::HttpRoute> Api::routes() {
     };
     routes.push_back({row.method, row.path, answer});
     if (row.method == "POST") routes.back().mediaTypes = {"application/json"};
+    // What a phone has saved can be opened; as a JSON string, it is longer by its quotes' escapes.
+    if (row.path == "/api/fresh") routes.back().mostBodyBytes = 2 * transcript_.limits().bytes;
   }
   return routes;
 }
@@ -210,6 +215,8 @@ server::HttpResponse Api::playLines(const Request& request) {
       for (; index < lines.size(); ++index) phone_.play(lines[index]);
     } catch (const NotNow& error) {
       return refuseLine(409, error.what(), index);
+    } catch (const Full& error) {
+      return refuseLine(507, error.what(), index);
     } catch (const scenario::StepError& error) {
       return refuseLine(400, error.what(), index);
     }
@@ -221,6 +228,7 @@ server::HttpResponse Api::beginAnew(const Request& request) {
   const std::string scenario = textIn(readBody(request.body, {"scenario"}), "scenario", "");
   try {
     const std::vector<Line> lines = readLines(scenario, phone_.serverIsElsewhere());
+    if (!lines.empty()) rehearsal_.play(scenario, worker_.run([&] { return phone_.keptValues(); }));
     worker_.run([&] { phone_.begin(lines); });
   } catch (const scenario::ScenarioError& error) {
     return refusal(400, error.what(), {{"line", std::uint64_t{error.line()}}});
@@ -304,6 +312,12 @@ server::HttpResponse Api::tellStatus(const Request&) {
   const auto reading = transcript_.read(std::numeric_limits<std::size_t>::max());
   status.emplace("phone", reading.phone);
   status.emplace("next", std::uint64_t{reading.next});
+  const Transcript::Size size = transcript_.size();
+  const Limits& limits = transcript_.limits();
+  status.emplace("room", json::Dictionary{{"lines", std::uint64_t{size.lines}},
+                                          {"mostLines", std::uint64_t{limits.lines}},
+                                          {"bytes", std::uint64_t{size.bytes}},
+                                          {"mostBytes", std::uint64_t{limits.bytes}}});
   const auto token = worker_.run([&] { return phone_.token(); });
   status.emplace("token", token ? json::Value(*token) : json::Value());
   return answerWith(status);

@@ -8,6 +8,7 @@
 
 #include "json/value.h"
 #include "phone/phone.h"
+#include "phone/rehearsal.h"
 #include "phone/streams.h"
 #include "phone/transcript.h"
 #include "phone/worker.h"
@@ -29,7 +30,7 @@ class Api {
  public:
   /// References are not owned.
   Api(Phone& phone, Worker& worker, const Transcript& transcript, report::LintService& linter,
-      ApiOptions options);
+      Rehearsal& rehearsal, ApiOptions options);
 
   /// All of its requests, whose paths begin with "/api/". Their handlers refer to this object.
   [[nodiscard]] std::vector<server::HttpRoute> routes();
@@ -53,6 +54,7 @@ class Api {
   Worker& worker_;
   const Transcript& transcript_;
   report::LintService& linter_;
+  Rehearsal& rehearsal_;
   const ApiOptions options_;
   Streams streams_;
 };

@@ -45,9 +45,17 @@ std::string readKey(const fs::path& path) {
   return {bytes.data(), bytes.size()};
 }
 
+/// With those above it, only for this user, whatever the process's umask.
+void makeFolder(const fs::path& folder) {
+  std::error_code error;
+  if (fs::exists(folder, error)) return;
+  makeFolder(folder.parent_path());
+  ::mkdir(folder.c_str(), S_IRWXU);
+}
+
 void writeKey(const fs::path& path, const std::string& key) {
   std::error_code error;
-  fs::create_directories(path.parent_path(), error);
+  makeFolder(path.parent_path());
   fs::remove(path, error);
   const server::Socket file(
       ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR));

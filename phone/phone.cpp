@@ -132,6 +132,7 @@ void Phone::begin(const std::vector<Line>& lines) {
   isReplaying_ = true;
   try {
     for (const Line& line : lines) {
+      checkRoom();
       perform(line);
       flush();
     }
@@ -164,6 +165,7 @@ void Phone::prepare() {
     // There is no other sign that a request's turn has come.
     world_->device.network.setBeforeRequest([this] { world_->device.record.add({{"screen", "sent"}}); });
   }
+  hasWarned_ = false;
   transcript_.begin(start_ + '-' + std::to_string(++phones_));
 
   std::vector<std::string> remarks{"Saved by quorvantis-push phone, version " + options_.version + "."};
@@ -189,7 +191,33 @@ void Phone::goLive() {
   flush();
 }
 
+std::optional<std::size_t> Phone::waitingForAnswer() const {
+  return isPromptOnScreen_ ? std::optional<std::size_t>(waiting_) : std::nullopt;
+}
+
+void Phone::checkRoom() const {
+  if (!transcript_.isFull()) return;
+  const Limits& limits = transcript_.limits();
+  throw Full("the phone is full: it may have " + std::to_string(limits.lines) + " lines or " +
+             std::to_string(limits.bytes >> 20) +
+             " MiB of text. Save the session, begin a fresh phone, or start one with --most-lines and "
+             "--most-mebibytes");
+}
+
+void Phone::warnWhenNearlyFull() {
+  const Transcript::Size size = transcript_.size();
+  const Limits& limits = transcript_.limits();
+  if (hasWarned_ || (size.lines < limits.lines * 9 / 10 && size.bytes < limits.bytes * 9 / 10)) return;
+  hasWarned_ = true;
+  show("nearlyFull", {{"lines", std::uint64_t{size.lines}},
+                      {"mostLines", std::uint64_t{limits.lines}},
+                      {"bytes", std::uint64_t{size.bytes}},
+                      {"mostBytes", std::uint64_t{limits.bytes}}});
+  transcript_.append(std::exchange(unpublished_, {}));
+}
+
 void Phone::play(const Line& line) {
+  checkRoom();
   perform(line);
   deliverWaiting();
   flush();
@@ -210,6 +238,7 @@ void Phone::deliverWaiting() {
 }
 
 void Phone::record(const json::Dictionary& line) {
+  if (transcript_.isFull()) return;
   add(json::write(line));
   flush();
 }
@@ -217,6 +246,10 @@ void Phone::record(const json::Dictionary& line) {
 std::optional<std::string> Phone::token() const {
   const auto& token = world_->device.facts.token;
   return token ? std::optional(base::hexadecimal(*token)) : std::nullopt;
+}
+
+json::Dictionary Phone::keptValues() const {
+  return options_.settings.empty() ? json::Dictionary() : scenario::storedValues(world_->device);
 }
 
 bool Phone::isPrompting() const {
@@ -504,7 +537,11 @@ SharedText Phone::add(std::string line) {
 }
 
 void Phone::flush() {
-  if (!unpublished_.empty()) transcript_.append(std::exchange(unpublished_, {}));
+  waiting_ = world_->waiting.size();
+  isPromptOnScreen_ = world_->isPrompting;
+  if (unpublished_.empty()) return;
+  transcript_.append(std::exchange(unpublished_, {}));
+  warnWhenNearlyFull();
 }
 
 bool Phone::mayNotify() const {

@@ -9,6 +9,7 @@
 // Threads: one, which is the library's main thread; the transcript may be read on any.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -30,6 +31,12 @@ class NotNow : public scenario::StepError {
   using StepError::StepError;
 };
 
+/// The transcript holds all that it may; what() says what helps.
+class Full : public scenario::StepError {
+ public:
+  using StepError::StepError;
+};
+
 struct PhoneOptions {
   device::Build build = device::Build::device;
   std::string settings =
@@ -47,8 +54,8 @@ class Phone {
   Phone(const Phone&) = delete;
   Phone& operator=(const Phone&) = delete;
 
-  /// Throws NotNow, or scenario::StepError for a step that turns out impossible; the phone and the transcript
-  /// are then unchanged.
+  /// Throws NotNow, Full, or scenario::StepError for a step that turns out impossible; the phone and the
+  /// transcript are then unchanged.
   void play(const Line& line);
 
   /// Begins again with a fresh phone, which keeps nothing but the settings' file, or not even that when it
@@ -60,17 +67,24 @@ class Phone {
   /// A remote notification that comes by itself, and waits while the prompt is on the screen.
   void receive(Arrive notification);
 
-  /// Adds a line to the transcript for something that happened outside the phone.
+  /// Adds a line to the transcript, unless it is full, for something that happened outside the phone.
   void record(const json::Dictionary& line);
 
   /// What was done since the phone was started afresh, as a scenario.
   [[nodiscard]] SavedScenario::Text scenario() const { return saved_.text(); }
+
+  /// How many notifications wait for the permission prompt's answer; nothing: there is no prompt. Any thread.
+  [[nodiscard]] std::optional<std::size_t> waitingForAnswer() const;
+  /// Any thread.
+  [[nodiscard]] bool isFull() const { return transcript_.isFull(); }
 
   /// May be called on any thread.
   [[nodiscard]] const Tokens& tokens() const { return tokens_; }
   /// The device token in hexadecimal digits; nothing: it has none.
   [[nodiscard]] std::optional<std::string> token() const;
   [[nodiscard]] const std::string& systemVersion() const;
+  /// What a fresh phone will have stored at its start.
+  [[nodiscard]] json::Dictionary keptValues() const;
   /// Whether the permission prompt waits for an answer.
   [[nodiscard]] bool isPrompting() const;
   [[nodiscard]] bool serverIsElsewhere() const { return options_.server.has_value(); }
@@ -116,6 +130,8 @@ class Phone {
   void record(const Act& act);
   SharedText add(std::string line);
   void flush();
+  void checkRoom() const;
+  void warnWhenNearlyFull();
 
   const PhoneOptions options_;
   Transcript& transcript_;
@@ -128,6 +144,9 @@ class Phone {
   Tokens tokens_;
 
   bool isReplaying_ = false;
+  bool hasWarned_ = false;                      // that the transcript is nearly full
+  std::atomic<std::size_t> waiting_ = 0;        // for the prompt's answer
+  std::atomic<bool> isPromptOnScreen_ = false;  // as isPrompting(), for other threads
 };
 
 }  // namespace quorvantis::phone

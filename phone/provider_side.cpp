@@ -8,6 +8,7 @@ namespace quorvantis::phone {
 
 namespace {
 
+constexpr std::size_t kMostBehindPrompt = 1000;
 constexpr std::size_t kMostWaiting = 4096;  // then providers wait until the phone has handled some
 
 json::Dictionary lineOf(const apns::Report& report) {
@@ -28,6 +29,13 @@ report::PayloadReport reportOn(std::string text, const std::string& pushType) {
 }
 
 }  // namespace
+
+apns::Room ProviderSide::room() const {
+  if (phone_.isFull()) return apns::Room::full;
+  const auto waiting = phone_.waitingForAnswer();
+  if (!waiting) return apns::Room::free;
+  return *waiting + underWay_ < kMostBehindPrompt ? apns::Room::free : apns::Room::promptFull;
+}
 
 std::optional<apns::KnownToken> ProviderSide::find(std::string_view token) const {
   const auto known = phone_.tokens().find(token);
@@ -51,6 +59,7 @@ void ProviderSide::arrive(apns::Notification notification, const apns::Report& r
                        [this] { return arrivals_.size() < kMostWaiting; });
     if (worker_.isStopped()) return;
   }
+  ++underWay_;
   arrivals_.push_back(
       {{.userInfo = std::move(notification.payload),
         .collapseId = notification.collapseId.empty() ? std::nullopt
@@ -71,6 +80,7 @@ void ProviderSide::receiveAll() {
   received_.notify_all();
   for (Arrival& arrival : arrivals) {
     phone_.record(arrival.line);
+    --underWay_;
     phone_.receive(std::move(arrival.notification));
   }
 }

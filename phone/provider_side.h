@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <condition_variable>
+#include <cstddef>
 #include <deque>
 #include <functional>
 #include <mutex>
@@ -26,6 +27,7 @@ class ProviderSide final : public apns::Phone {
   ProviderSide(phone::Phone& phone, Worker& worker, OnRequest onRequest)
       : phone_(phone), worker_(worker), onRequest_(std::move(onRequest)) {}
 
+  [[nodiscard]] apns::Room room() const override;
   [[nodiscard]] std::optional<apns::KnownToken> find(std::string_view token) const override;
   void arrive(apns::Notification notification, const apns::Report& report) override;
   void haveArrived() override;
@@ -50,6 +52,7 @@ class ProviderSide final : public apns::Phone {
   std::mutex mutex_;
   std::condition_variable received_;
   std::deque<Arrival> arrivals_;
+  std::atomic<std::size_t> underWay_ = 0;  // arrivals that the phone does not have yet
   std::atomic<bool> acceptedErrors_ = false;
 };
 

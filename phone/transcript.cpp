@@ -37,8 +37,19 @@ std::vector<SharedText> Transcript::Excerpt::take() {
   return some;
 }
 
+Transcript::Size Transcript::size() const {
+  const std::lock_guard lock(mutex_);
+  return {lines_->size(), bytes_};
+}
+
+bool Transcript::isFull() const {
+  const Size now = size();
+  return now.lines >= limits_.lines || now.bytes >= limits_.bytes;
+}
+
 void Transcript::begin(std::string phone) {
   const std::lock_guard lock(mutex_);
+  bytes_ = 0;
   phone_ = std::move(phone);
   lines_ = std::make_shared<std::vector<SharedText>>();
   changed_.notify_all();
@@ -47,6 +58,7 @@ void Transcript::begin(std::string phone) {
 std::size_t Transcript::append(std::vector<SharedText> lines) {
   const std::lock_guard lock(mutex_);
   const std::size_t first = lines_->size() + 1;
+  for (const SharedText& line : lines) bytes_ += line->size();
   std::move(lines.begin(), lines.end(), std::back_inserter(*lines_));
   changed_.notify_all();
   return first;

@@ -16,8 +16,25 @@
 
 namespace quorvantis::phone {
 
+/// How much a transcript may hold.
+struct Limits {
+  std::size_t lines = 1'000'000;
+  std::size_t bytes = std::size_t{256} << 20;
+};
+
 class Transcript {
  public:
+  explicit Transcript(Limits limits = {}) : limits_(limits) {}
+
+  struct Size {
+    std::size_t lines = 0;
+    std::size_t bytes = 0;
+  };
+  [[nodiscard]] Size size() const;
+  [[nodiscard]] const Limits& limits() const { return limits_; }
+  /// Whether it holds all that it may. More can still be added: what has begun is written down to its end.
+  [[nodiscard]] bool isFull() const;
+
   /// Lines of one phone, each a JSON object without a line feed.
   struct Reading {
     std::string phone;  ///< identifies the phone
@@ -71,10 +88,12 @@ class Transcript {
  private:
   [[nodiscard]] Reading readLocked(std::size_t from) const;
 
+  const Limits limits_;
   mutable std::mutex mutex_;
   mutable std::condition_variable changed_;
   std::string phone_;
   std::shared_ptr<std::vector<SharedText>> lines_ = std::make_shared<std::vector<SharedText>>();
+  std::size_t bytes_ = 0;
   bool isOver_ = false;
 };
 

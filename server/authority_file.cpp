@@ -9,6 +9,8 @@
 namespace quorvantis::server {
 
 void requireOurs(const std::string& path) {
+  if (std::filesystem::is_symlink(path))
+    throw ServerError(path + ": is a symbolic link, which is not followed; name the file itself");
   if (!std::filesystem::exists(path)) return;
   std::string text;
   if (std::filesystem::is_regular_file(path)) {

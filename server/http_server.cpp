@@ -85,9 +85,8 @@ bool HttpServer::serveRequest(HttpWire& wire, Connection& connection) const {
     if (options_.admit) options_.admit(request);
     const HttpRoute& route = routeOf(request, options_.routes);
     checkBody(request, route.mediaTypes);
-    if (!wire.readBody(request.body, options_.mostBodyBytes,
-                       std::max(kMostReadBytes, options_.mostBodyBytes)) ||
-        !connection.endWaiting()) {
+    const std::size_t most = route.mostBodyBytes == 0 ? options_.mostBodyBytes : route.mostBodyBytes;
+    if (!wire.readBody(request.body, most, std::max(kMostReadBytes, most)) || !connection.endWaiting()) {
       return false;
     }
     response = route.answer(request);

@@ -27,6 +27,7 @@ struct HttpRoute {
   /// May throw HttpRefusal.
   std::function<HttpResponse(const HttpRequest&)> answer;
   std::vector<std::string_view> mediaTypes = {};  ///< those of the body that are taken; empty: all
+  std::size_t mostBodyBytes = 0;                  ///< 0: as the server's
 };
 
 struct HttpServerOptions {

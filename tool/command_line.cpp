@@ -157,6 +157,13 @@ CLI::Option* addNonEmpty(CLI::App& command, const char* name, String& value, con
   return command.add_option(name, value, about)->check(problemOfEmpty)->type_name(type);
 }
 
+void addLimit(CLI::App& command, const char* name, std::size_t& limit, const char* about) {
+  command.add_option(name, limit, about)
+      ->check(CLI::Range(std::size_t{1}, std::size_t{1'000'000'000}))
+      ->type_name("N")
+      ->capture_default_str();
+}
+
 CLI::Option* addPort(CLI::App& command, const char* name, std::uint16_t& port, const char* about) {
   return command.add_option(name, port, about)->check(problemOfEmpty)->type_name("N");
 }
@@ -187,6 +194,9 @@ void addPhone(CLI::App& app, PhoneOptions& options, int (*phone)(const PhoneOpti
   command->add_flag("--json", options.json, "print each line of the transcript as it happens");
   command->add_flag("--until-eof", options.untilEof,
                     "end when standard input does, as it does when the program that started this has ended");
+  addLimit(*command, "--most-lines", options.mostLines, "the phone takes nothing more with as many lines");
+  addLimit(*command, "--most-mebibytes", options.mostMebibytes,
+           "the phone takes nothing more with as much text");
   addBuild(*command, options.build);
   addNonEmpty(*command, "--settings", options.settings, "keep the phone's settings in this file", "FILE");
   addOutsideServer(*command, options.server, options.authority);
@@ -215,6 +225,9 @@ void addPhone(CLI::App& app, PhoneOptions& options, int (*phone)(const PhoneOpti
       ->needs(apns);
   addNonEmpty(*command, "--provider-key", options.providerKey,
               "the key that signs provider tokens (the .p8, or its public half); any by default", "FILE")
+      ->needs(apns);
+  addNonEmpty(*command, "--provider-key-id", options.providerKeyId,
+              "that key's ID, which provider tokens must name; not checked by default", "ID")
       ->needs(apns);
   addNonEmpty(*command, "--client-authority", options.clientAuthority,
               "the authority of providers that authenticate with a certificate", "FILE")

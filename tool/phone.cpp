@@ -143,28 +143,42 @@ class Messages {
   std::mutex mutex_;
 };
 
+/// What providers are known by; null or empty: the option was not given.
+struct ProviderFiles {
+  explicit ProviderFiles(const PhoneOptions& options) {
+    if (!options.providerKey.empty()) key = readProviderKey(options.providerKey);
+    if (!options.clientAuthority.empty())
+      clientAuthority = contentsOf(options.clientAuthority, "--client-authority");
+  }
+
+  std::shared_ptr<const jose::SigningKey> key;
+  std::string clientAuthority;
+};
+
 /// The stand-in for Apple's service, in front of the phone.
 class Apple {
  public:
-  Apple(const PhoneOptions& options, phone::Phone& phone, phone::Worker& worker, Messages& messages)
+  Apple(const PhoneOptions& options, const ProviderFiles& files, phone::Phone& phone, phone::Worker& worker,
+        Messages& messages)
       : options_(options), side_(phone, worker, [&messages](const auto& report, const auto& payload) {
           messages.printRequest(report, payload);
         }) {
     if (!options.apnsAuthority.empty()) server::requireOurs(options.apnsAuthority);
     apns::ServiceOptions made{.address = options.listen, .port = *options.apns, .rules = {options.topic}};
-    if (!options.providerKey.empty()) {
-      made.rules.key = readProviderKey(options.providerKey);
-    }
-    if (!options.clientAuthority.empty()) {
-      made.clientAuthority = contentsOf(options.clientAuthority, "--client-authority");
-    }
+    made.rules.key = files.key;
+    made.rules.keyId = options.providerKeyId;
+    made.clientAuthority = files.clientAuthority;
     const auto authority = apns::makeAuthority();
     service_.emplace(authority, side_, std::move(made));
     if (!options.apnsAuthority.empty()) server::writeAuthority(options.apnsAuthority, authority);
   }
 
   [[nodiscard]] json::Dictionary facts() const {
-    return {{"host", options_.listen}, {"port", std::int64_t{service_->port()}}, {"topic", options_.topic}};
+    return {{"host", options_.listen},
+            {"port", std::int64_t{service_->port()}},
+            {"topic", options_.topic},
+            {"checksSignature", !options_.providerKey.empty()},
+            {"checksKeyId", !options_.providerKeyId.empty()}};
   }
 
   [[nodiscard]] std::string description(const std::string& token) const {
@@ -234,11 +248,15 @@ class Apple {
 
 bool run(const PhoneOptions& options) {
   checkWhereToListen(options);
+  // Reading may take for ever, from a terminal or a pipe, and ends with the process.
+  const std::vector<phone::Line> lines = readScenario(options);
+  const ProviderFiles providers(options);
   const sigset_t stop = console::blockStopSignals();
   report::LintService linter;
-  const std::vector<phone::Line> lines = readScenario(options);
+  const phone::Limits limits{.lines = options.mostLines, .bytes = options.mostMebibytes << 20};
+  phone::Rehearsal rehearsal(options.build, limits);
 
-  phone::Transcript transcript;
+  phone::Transcript transcript(limits);
   phone::Worker worker;
   StandardStreams streams;
   Stopper stopper(stop, [&] {
@@ -249,7 +267,7 @@ bool run(const PhoneOptions& options) {
 
   Messages messages(options);
   std::optional<Apple> apple;
-  if (options.apns) apple.emplace(options, phone, worker, messages);
+  if (options.apns) apple.emplace(options, providers, phone, worker, messages);
   json::Dictionary about{
       {"tool", "quorvantis-push"}, {"version", options.version}, {"build", scenario::nameOf(options.build)}};
   phone::ApiOptions apiOptions{.about = {}, .stop = [&stopper] { stopper.wake(); }, .orderFaults = {}};
@@ -258,7 +276,7 @@ bool run(const PhoneOptions& options) {
     apiOptions.orderFaults = [&apple](const json::Value& order) { return apple->orderFaults(order); };
   }
   apiOptions.about = std::move(about);
-  phone::Api api(phone, worker, transcript, linter, std::move(apiOptions));
+  phone::Api api(phone, worker, transcript, linter, rehearsal, std::move(apiOptions));
   const phone::HttpService service({.address = options.listen,
                                     .port = options.port,
                                     .publicHost = options.publicHost,

@@ -2,6 +2,7 @@
 // for Apple's push service.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -21,12 +22,15 @@ struct PhoneOptions {
   std::uint16_t port = 0;            ///< 0: any free one
   std::string publicHost;            ///< a further host name that the page may be reached by; empty: none
   bool hasPage = true;
-  bool json = false;      ///< print the transcript's lines as they happen
-  bool untilEof = false;  ///< end when standard input does
+  bool json = false;                  ///< print the transcript's lines as they happen
+  bool untilEof = false;              ///< end when standard input does
+  std::size_t mostLines = 1'000'000;  ///< the phone is full then,
+  std::size_t mostMebibytes = 256;    ///< or with as much text
 
   std::optional<std::uint16_t> apns;  ///< the port of the stand-in for Apple's service; none: no stand-in
   std::string topic;                  ///< the application's bundle identifier
   std::string apnsAuthority;          ///< the file to write the stand-in's authority to; empty: none
+  std::string providerKeyId;          ///< of that key; empty: not checked
   std::string providerKey;            ///< the file with the key that signs provider tokens; empty: any key
   std::string
       clientAuthority;  ///< the file with the authority of clients' certificates; empty: not asked for

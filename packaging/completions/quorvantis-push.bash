@@ -23,7 +23,7 @@ _quorvantis_push() {
       compopt -o default
       return
       ;;
-    --system-version | --server | --port | --listen | --public-host | --topic)
+    --system-version | --server | --port | --listen | --public-host | --topic | --provider-key-id | --most-lines | --most-mebibytes)
       return
       ;;
   esac
@@ -33,7 +33,7 @@ _quorvantis_push() {
     run) options+=" $phone_and_run" ;;
     phone)
       options+=" $phone_and_run --port --no-page --json --until-eof --listen --public-host --apns --topic --apns-authority"
-      options+=' --provider-key --client-authority --strict'
+      options+=' --provider-key --provider-key-id --client-authority --strict --most-lines --most-mebibytes'
       ;;
     serve) options+=' --port --data --authority --seal-answers' ;;
   esac

@@ -157,24 +157,59 @@ def as_a_phone_does(phone, backend, token):
     phone.play(*REGISTER)
 
 
+def load(backend, token, folder, requests, connections):
+    """What h2load reports of as many requests."""
+    (folder / "silent.json").write_text('{"aps":{"content-available":1}}')
+    words = [word for name, value in clients.headers_for("silent", TOPIC, backend.provider_token).items()
+             if name != "apns-id" for word in ("--header", f"{name}: {value}")]
+    return subprocess.run(["h2load", f"--requests={requests}", f"--clients={connections}", "--max-concurrent-streams=1000",
+                           "--data", folder / "silent.json", *words,
+                           f"https://localhost:{backend.port}/3/device/{token}"],
+                          capture_output=True, text=True, timeout=PATIENCE, check=True).stdout
+
+
 def many_at_once(phone, backend, token, folder):
     """What was answered 200 is handled, once, though nobody reads what the command prints."""
-    (folder / "silent.json").write_text('{"aps":{"content-available":1}}')
     behind_all = {"do": "device", "country": "PT"}
     for connections in (1, 50):
         phone.play(behind_all)
         begun = last(phone)
-        words = [word for name, value in clients.headers_for("silent", TOPIC, backend.provider_token).items()
-                 if name != "apns-id" for word in ("--header", f"{name}: {value}")]
-        done = subprocess.run(["h2load", "--requests=1000", f"--clients={connections}", "--max-concurrent-streams=1000",
-                               "--data", folder / "silent.json", *words,
-                               f"https://localhost:{backend.port}/3/device/{token}"],
-                              capture_output=True, text=True, timeout=PATIENCE, check=True)
-        check("1000 2xx" in done.stdout, done.stdout)
+        done = load(backend, token, folder, 1000, connections)
+        check("1000 2xx" in done, done)
         phone.play(behind_all)
         lines = after(phone, begun)
         check(len([line for line in lines if line.get("do") == "deliver"]) == 1000, f"{connections}: {len(lines)} lines")
         check(len({line.get("apnsId") for line in lines} - {None}) == 1000, f"{connections}: one each")
+
+
+def has_limits(authority, key, folder):
+    """What waits for the permission prompt's answer is bounded, and so is all that a phone takes."""
+    options = "--apns=0", "--apns-authority", authority, "--topic", TOPIC, "--provider-key-id"
+    with Phone(TOOL, *options, "OTHERKEY00") as phone:
+        found = Backend(phone, authority, key, folder).send(phone.facts["token"], ALERT)
+        check(found == (403, "InvalidProviderToken") and phone.json("GET", "/api/status")[1]["apns"]["checksKeyId"], found)
+    with Phone(TOOL, *options, KEY_ID) as phone:
+        backend, token = Backend(phone, authority, key, folder), phone.facts["token"]
+        phone.play({"do": "deliverToken", "hex": token}, *REGISTER[:3])
+        done = load(backend, token, folder, 1100, 1)
+        taken = int(re.search(r"(\d+) 2xx", done)[1])
+        check(taken in (1000, 1001), done)  # one more while another is being handed over
+        check(backend.send(token, ALERT) == (429, "TooManyRequests"), "the prompt is not answered")
+        phone.play(REGISTER[3])
+        check(len([line for line in phone.lines() if line.get("do") == "deliver"]) == taken, "all that was taken came")
+        check(backend.send(token, ALERT) == (200, ""), "there is no prompt any more")
+    with Phone(TOOL, *options, KEY_ID, "--most-lines", "10") as phone:
+        backend, token = Backend(phone, authority, key, folder), phone.facts["token"]
+        phone.play({"do": "deliverToken", "hex": token}, *[{"do": "settle"}] * 7)
+        while phone.refusal({"do": "settle"})[0] != 507:
+            pass
+        lines = phone.lines()
+        check(backend.send(token, ALERT) == (503, "ServiceUnavailable"), "it is full")
+        check(backend.send("ab" * 32, ALERT) == (400, "BadDeviceToken"), "other reasons come first")
+        check(phone.lines() == lines and "--most-lines" in phone.said(), "the refusal is printed, and leaves no line")
+        phone.fresh()
+        phone.play({"do": "deliverToken", "hex": token})
+        check(backend.send(token, ALERT) == (200, ""), "a fresh phone")
 
 
 def two_hundred_but(phone, backend, token):
@@ -238,6 +273,7 @@ def main():
             replayed = run(TOOL, scenario, "--server", "127.0.0.1:" + server.port, "--authority", server.authority)
             check(replayed == [text for text in events if '"event":"received"' not in text], "no stand-in is needed to replay")
 
+        has_limits(authority, key, folder)
         own = folder / "mine.pem"
         own.write_text("my own\n")
         done = subprocess.run([TOOL, "phone", "--no-page", "--apns=0", "--apns-authority", own], capture_output=True, text=True)

@@ -14,7 +14,7 @@ import tempfile
 import threading
 import time
 
-from live_phone import JSON, PATIENCE, Phone, check, texts
+from live_phone import JSON, PATIENCE, Phone, check, screens, texts
 
 TOOL, PART = sys.argv[1], int(sys.argv[2]) if len(sys.argv) > 2 else 1
 STREAM = "text/event-stream"
@@ -218,6 +218,51 @@ def long_answers(phone):
         connection.close()
 
 
+def begins_anew_or_stays(phone):
+    """A scenario that can't be played leaves the phone as it was; one that a phone has saved can be opened."""
+    phone.fresh()
+    phone.play({"do": "show"})
+    before = phone.lines(), phone.scenario(), phone.json("GET", "/api/status")
+    status, answer = phone.json("POST", "/api/fresh", {"scenario": '{"do":"settle"}\n{"do":"tapOK","alert":7}\n'})
+    check(status == 400 and "not on screen" in answer["error"] and answer["line"] == 2, answer)
+    check((phone.lines(), phone.scenario(), phone.json("GET", "/api/status")) == before, "the phone is as before")
+    phone.fresh()
+    for _ in range(10):
+        phone.play(*[{"do": "application", "version": "\"" * 1000}] * 200)
+    saved = phone.scenario()
+    phone.fresh(saved)
+    check(phone.scenario() == saved, f"a saved session of {len(saved)} bytes")
+
+
+def limits():
+    """A phone that is full takes no more, and forgets nothing."""
+    settle = {"do": "settle"}
+    with Phone(TOOL, "--most-lines", "20") as phone:
+        phone.play(*[settle] * 17)
+        check(screens(phone.lines()) == [], "there is room")
+        phone.play(settle)
+        told = phone.lines()[18]
+        check((told["screen"], told["lines"], told["mostLines"]) == ("nearlyFull", 18, 20), told)
+        status, reason, step = phone.refusal(*[settle] * 3)
+        check((status, step) == (507, 1) and "--most-lines" in reason and "fresh" in reason, (status, reason, step))
+        check(phone.refusal({"phone": "end"})[0] == 507, "an act")
+        room = phone.json("GET", "/api/status")[1]["room"]
+        check((room["lines"], room["mostLines"], room["mostBytes"]) == (20, 20, 256 << 20) and room["bytes"] > 300, room)
+        before = phone.lines()
+        check(phone.json("POST", "/api/fresh", {"scenario": "{\"do\":\"settle\"}\n" * 21})[0] == 507, "a scenario that is too long")
+        check(phone.lines() == before, "all is as it was")
+        saved = phone.scenario()
+        phone.fresh(saved)
+        check(phone.scenario() == saved, "it can still be saved and opened")
+        phone.fresh()
+        phone.play(settle)
+    with Phone(TOOL, "--most-mebibytes", "1") as phone:
+        phone.play(*[{"do": "application", "version": "z" * 100_000}] * 9)
+        check(screens(phone.lines()) == [], "there is room")
+        phone.play(*[{"do": "application", "version": "z" * 100_000}] * 2)
+        check(screens(phone.lines()) == ["nearlyFull"] and phone.refusal(settle)[0] == 507, "a mebibyte of text")
+
+
 def ends_in_use():
     """What has not been played yet is refused, and nobody waits for it."""
     with Phone(TOOL) as phone:
@@ -261,7 +306,9 @@ def begin_and_end():
         with socket.socket() as free:
             free.bind(("127.0.0.1", 0))
             port = str(free.getsockname()[1])
-        os.environ["XDG_STATE_HOME"] = name
+        folder = folder / "state" / "of the user"
+        os.environ["XDG_STATE_HOME"] = str(folder)
+        os.umask(0)
         keys = []
         for _ in range(2):
             with Phone(TOOL, "--port", port) as phone:
@@ -270,6 +317,8 @@ def begin_and_end():
                 check(phone.process.wait(PATIENCE) == 0, "a clean end")
         kept = list(folder.glob("quorvantis-push/*"))
         check(keys[0] == keys[1] and len(keys[0]) >= 22 and kept[0].stat().st_mode & 0o77 == 0, "an open page comes back")
+        for made in (folder, kept[0].parent):
+            check(made.stat().st_mode & 0o777 == 0o700, f"{made} is the user's own")
         kept[0].chmod(0o644)
         with Phone(TOOL, "--port", port) as phone:
             check(phone.key != keys[0], "a key that others can read is none")
@@ -306,6 +355,19 @@ def ends_with_its_surroundings():
         check(phone.process.wait(PATIENCE) == 1 and "standard output" in phone.said(), "its reader is gone")
 
 
+def reads_until_it_is_ended():
+    with subprocess.Popen([TOOL, "phone", "--no-page", "-"], stdin=subprocess.PIPE, stdout=subprocess.PIPE) as process:
+        time.sleep(0.2)  # until it reads
+        process.send_signal(signal.SIGTERM)
+        check(process.wait(PATIENCE) == -signal.SIGTERM, "it ends, as run - does")
+    with tempfile.TemporaryDirectory() as name:
+        link = pathlib.Path(name) / "link"
+        link.symlink_to(pathlib.Path(name) / "target")
+        done = subprocess.run([TOOL, "phone", "--no-page", "--apns", "0", "--apns-authority", link], capture_output=True, text=True,
+                              timeout=PATIENCE)
+        check(done.returncode == 1 and "symbolic link" in done.stderr and len(os.listdir(name)) == 1, f"a link is not followed: {done}")
+
+
 def wrong_arguments():
     for arguments, reason in ((["--listen", "0.0.0.0"], "--public-host"), (["--listen", "here"], "numeric"),
                               (["--strict"], "--apns"), (["/nothing"], "can't be read"),
@@ -327,15 +389,17 @@ def wrong_arguments():
 
 def main():
     with Phone(TOOL) as phone:
-        for part in (only_those_with_the_key, what_is_refused, waits, streams, many_lines, long_answers):
+        for part in (only_those_with_the_key, what_is_refused, waits, streams, many_lines, long_answers, begins_anew_or_stays):
             part(phone)
         check(phone.request("GET", "/")[0] == 404, "no page")
         check(phone.stop()[1] == 0, "a clean end")
     with Phone(TOOL) as phone:
         many_streams(phone)
+    limits()
     ends_in_use()
     begin_and_end()
     ends_with_its_surroundings()
+    reads_until_it_is_ended()
     wrong_arguments()
 
 
