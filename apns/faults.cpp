@@ -68,8 +68,8 @@ std::string read(const json::Value& entry, Fault& fault) {
   if (entry.get<json::Dictionary>() == nullptr) return "must be an object";
   const KindName* const kind = kindOf(entry);
   if (kind == nullptr) {
-    std::vector<std::string_view> names;
-    for (const KindName& one : kKinds) names.push_back(one.name);
+    std::vector<std::string_view> names(kKinds.size());
+    std::transform(kKinds.begin(), kKinds.end(), names.begin(), [](const KindName& one) { return one.name; });
     return "needs a \"fault\", one of " + console::listed(names);
   }
   if (hasOtherKeys(entry, *kind)) {

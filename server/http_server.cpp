@@ -97,7 +97,7 @@ bool HttpServer::serveRequest(HttpWire& wire, Connection& connection) const {
   }
   if (response.mayCompress) compress(request, response);
   response.headers.insert(response.headers.end(), options_.headers.begin(), options_.headers.end());
-  return connection.endWaiting() && wire.write(std::move(response));
+  return connection.endWaiting() && wire.write(response);
 }
 
 }  // namespace quorvantis::server

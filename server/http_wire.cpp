@@ -268,7 +268,7 @@ void HttpWire::skipBody(std::size_t mostRead) {
   }
 }
 
-bool HttpWire::write(HttpResponse response) {
+bool HttpWire::write(const HttpResponse& response) {
   State& state = *state_;
   const bool inPieces = response.nextPiece != nullptr;
   if (inPieces && state.isOld) state.isOpen = false;  // its end shows where the answer ends

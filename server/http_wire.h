@@ -35,7 +35,7 @@ class HttpWire {
   void skipBody(std::size_t mostRead);
 
   /// False when the connection was lost.
-  bool write(HttpResponse response);
+  bool write(const HttpResponse& response);
 
   /// Whether another request may follow.
   [[nodiscard]] bool isOpen() const;

@@ -113,7 +113,8 @@ class HttpServerTest : public testing::Test {
 
   HttpResponse see(const HttpRequest& request) {
     std::string text = request.method + ' ' + request.path;
-    for (const auto& [name, value] : request.parameters) text += ' ' + name + '=' + value;
+    for (const auto& [name, value] : request.parameters)
+      text.append(" ").append(name).append("=").append(value);
     const std::lock_guard lock(mutex);
     seen.push_back(text + (request.body.empty() ? "" : ' ' + request.body));
     return {.body = text};

@@ -25,6 +25,6 @@ esac
 # shellcheck disable=SC2086 # EXTRA_FLAGS is a list, and an empty architecture no argument
 printf '%s\n' "$@" | xargs -P "$(nproc)" -I '{}' \
   "$clangxx" "${MODE:--fsyntax-only}" -std=c++20 -target arm64-apple-ios10.0 -Wall -Wextra -Werror ${EXTRA_FLAGS:-} \
-  -nostdinc++ -nostdlibinc -isystem "$here/libcxx" -isystem "$libcxx" \
-  -isystem "/usr/include/$("$clangxx" -print-multiarch)" -isystem /usr/include \
+  -nostdinc++ -nostdlibinc -isystem "$here/libcxx" -isystem "$libcxx" -isystem "$here/libc" \
+  -isystem "/usr/include/$(g++ -print-multiarch)" -isystem /usr/include \
   -D_GNU_SOURCE $host_architecture -U__nonnull -I "$root" '{}'

@@ -32,8 +32,8 @@ find $(sed "s#^#$root/#" "$root/cmake/core-folders") "$root/platform/ios" "$root
     "$folder" '{}' "$clangxx" -c '{}' -std=c++20 -target "$triple" -O1 -fno-objc-arc -fblocks \
     -fvisibility=hidden -fvisibility-inlines-hidden -Wall -Wextra -Werror \
     -nostdinc++ -nostdlibinc -isystem "$here/sdk" -isystem "$here/../apple_sdk" \
-    -isystem "$here/../ios_core/libcxx" -isystem "$libcxx" \
-    -isystem "/usr/include/$("$clangxx" -print-multiarch)" -isystem /usr/include \
+    -isystem "$here/../ios_core/libcxx" -isystem "$libcxx" -isystem "$here/../ios_core/libc" \
+    -isystem "/usr/include/$(g++ -print-multiarch)" -isystem /usr/include \
     -D_GNU_SOURCE "-DQUORVANTIS_VERSION=$version" "-DQUORVANTIS_VERSION_MAJOR=\"${version%.*}\"" $host_architecture -U__nonnull \
     -I "$root" -I "$root/framework/include" -I "$root/platform/ios/declarations"
 
