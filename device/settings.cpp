@@ -1,5 +1,7 @@
 #include "device/settings.h"
 
+#include <openssl/crypto.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -162,7 +164,10 @@ void Settings::State::close() {
   values.clear();
 }
 
-Settings::Settings(std::filesystem::path file) : state_(std::make_unique<State>(std::move(file))) {}
+Settings::Settings(std::filesystem::path file) : state_(std::make_unique<State>(std::move(file))) {
+  // What lives until the process ends is written then, with OpenSSL, which frees itself at exit: after this.
+  OPENSSL_init_crypto(OPENSSL_INIT_ADD_ALL_DIGESTS, nullptr);
+}
 
 Settings::~Settings() {
   try {
