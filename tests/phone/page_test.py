@@ -84,6 +84,7 @@ class Page:
 
     def shown(self):
         """What one sees of the phone and of what happened: the same for the same lines."""
+        self.until("the timeline", lambda: self.all(".scroller"))  # a page that is loaded again has none at first
         self.driver.execute_script("document.querySelector('.scroller').scrollTop = 1e9")
         rows = "return document.querySelector('.row')?.getAttribute('aria-setsize')"
         last = f'[aria-posinset="{self.until("a row", lambda: self.driver.execute_script(rows))}"]'
