@@ -113,8 +113,9 @@ struct Listener::State {
           waitFor(listening.get(), POLLIN, stop.out.get(), Clock::now() + std::chrono::hours(1));
       if (ready == Ready::stopped) return;
       workers.remove_if([](Worker& worker) {
-        if (worker.done) worker.thread.join();
-        return worker.done.load();
+        if (!worker.done) return false;
+        worker.thread.join();
+        return true;
       });
       const int client = base::acceptConnection(listening.get());
       if (client >= 0) {

@@ -3,6 +3,7 @@
 
 import itertools
 import json
+import os
 import pathlib
 import socket
 import ssl
@@ -271,7 +272,7 @@ def unfinished(program, folder, key):
                 check(piece, "what is too much is refused, and the connection goes on")
                 answered += piece
         grown = stand.memory() - before
-        check(grown < 96 << 20, f"{grown >> 20} MiB")
+        check(grown < int(os.environ.get("TIMES_THE_MEMORY", "1")) * 96 << 20, f"{grown >> 20} MiB")
         for client in clients:
             client.close()
         client = Client(stand, key.token())
