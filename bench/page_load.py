@@ -9,6 +9,7 @@ import time
 sys.path.append(str(pathlib.Path(__file__).resolve().parents[1] / "tests" / "phone"))
 from browser import chromium, renderers  # noqa: E402
 from live_phone import Phone  # noqa: E402
+from page_gesture import GESTURE  # noqa: E402
 from selenium.webdriver.support.ui import WebDriverWait  # noqa: E402
 
 BRIEF = "--brief" in sys.argv[2:]
@@ -27,14 +28,6 @@ const look = () => {
 look();
 """
 IS_COMPLETE = "return document.getElementById('moment-text')?.textContent === `Now, after ${arguments[0]} lines`"
-NEXT_STEP = """
-performance.clearMeasures("gesture");
-const [id, done] = arguments;
-const look = () => { const [one] = performance.getEntriesByName("gesture");
-                     if (one) done(one.duration); else requestAnimationFrame(look); };
-document.getElementById(id).click();
-look();
-"""
 
 
 def notification(number):
@@ -78,7 +71,7 @@ def main():
         figures.append((driver.execute_script("return endShown"), "milliseconds: until it shows the last of them"))
         figures.append((stall(driver), "milliseconds: its longest stall meanwhile"))
 
-        gestures = [driver.execute_async_script(NEXT_STEP, f"application-{where}")
+        gestures = [driver.execute_async_script(GESTURE, f"application-{where}")
                     for _ in range(GESTURES // 2) for where in ("front", "background")]
         figures.append((max(gestures), "milliseconds: the slowest of 20 further steps until it is drawn"))
         driver.execute_script("document.querySelector('#phone .screen').scrollTop = 1e6")

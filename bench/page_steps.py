@@ -12,20 +12,13 @@ import time
 sys.path.append(str(pathlib.Path(__file__).resolve().parents[1] / "tests" / "phone"))
 from browser import chromium  # noqa: E402
 from live_phone import Phone  # noqa: E402
+from page_gesture import GESTURE  # noqa: E402
 from selenium.webdriver.support.ui import WebDriverWait  # noqa: E402
 
 BRIEF = "--brief" in sys.argv[2:]
 GESTURES, IN_RUN, ROUNDS = (4, 20, 1) if BRIEF else (60, 20_000, 5)
 INACTIVE = [{"do": "application", "state": "inactive"}, {"do": "settle"}]
 FRONT = [{"do": "application", "state": "active"}, {"do": "settle"}]
-MEASURED = """
-performance.clearMeasures("gesture");
-const [id, done] = arguments;
-const look = () => { const [one] = performance.getEntriesByName("gesture");
-                     if (one) done(one.duration); else requestAnimationFrame(look); };
-document.getElementById(id).click();
-look();
-"""
 
 
 def on_the_page(tool):
@@ -37,7 +30,7 @@ def on_the_page(tool):
         size = driver.execute_script("""
             const entries = ["navigation", "resource"].flatMap((kind) => performance.getEntriesByType(kind));
             return entries.filter(({ name }) => !name.includes("/api/")).reduce((sum, one) => sum + one.transferSize, 0)""")
-        durations = [driver.execute_async_script(MEASURED, f"application-{where}")
+        durations = [driver.execute_async_script(GESTURE, f"application-{where}")
                      for _ in range(GESTURES // 2) for where in ("inactive", "front")]
     return durations, size
 
